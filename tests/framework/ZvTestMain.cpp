@@ -1,0 +1,115 @@
+#include "tests/framework/ZvTest.h"
+
+#include <windows.h>
+
+#include "app/ScreenScale.h"
+#include "base/AppGlobals.h"
+
+#include <cstring>
+
+namespace zvtest {
+
+std::vector<Case>& Registry() {
+    static std::vector<Case> cases;
+    return cases;
+}
+
+static int g_failures;
+static const char* g_current = "";
+
+void Fail(const char* file, int line, const std::string& what) {
+    ++g_failures;
+    std::printf("FAIL %s  %s:%d\n    %s\n", g_current, file, line, what.c_str());
+    std::fflush(stdout);
+}
+
+std::string Show(const std::wstring& s) {
+    std::string out = "\"";
+    for (wchar_t c : s) {
+        if (c >= 32 && c < 127) {
+            out += (char)c;
+        } else {
+            char buf[16];
+            std::snprintf(buf, sizeof buf, "\\u%04X", (unsigned)c);
+            out += buf;
+        }
+    }
+    return out + "\"";
+}
+std::string Show(const std::string& s) { return "\"" + s + "\""; }
+std::string Show(const wchar_t* s) { return s ? Show(std::wstring(s)) : "(null)"; }
+std::string Show(const char* s) { return s ? Show(std::string(s)) : "(null)"; }
+std::string Show(long long v) { return std::to_string(v); }
+std::string Show(unsigned long long v) {
+    char buf[40];
+    std::snprintf(buf, sizeof buf, "%llu (0x%llX)", v, v);
+    return buf;
+}
+std::string Show(double v) { return std::to_string(v); }
+std::string ShowBytes(const std::vector<unsigned char>& bytes) {
+    std::string out;
+    char buf[4];
+    for (size_t i = 0; i < bytes.size() && i < 64; ++i) {
+        std::snprintf(buf, sizeof buf, "%02X ", bytes[i]);
+        out += buf;
+    }
+    if (bytes.size() > 64) out += "...";
+    return out;
+}
+
+void CheckBytes(const std::vector<unsigned char>& got, const std::vector<unsigned char>& want, const char* file, int line) {
+    size_t n = got.size() < want.size() ? got.size() : want.size();
+    size_t i = 0;
+    while (i < n && got[i] == want[i]) ++i;
+    if (i == n && got.size() == want.size()) return;
+    size_t from = i > 8 ? i - 8 : 0;
+    std::vector<unsigned char> g(got.begin() + std::min(from, got.size()), got.begin() + std::min(from + 32, got.size()));
+    std::vector<unsigned char> w(want.begin() + std::min(from, want.size()), want.begin() + std::min(from + 32, want.size()));
+    Fail(file, line, "bytes differ at offset " + std::to_string(i) + " (sizes " + std::to_string(got.size()) + " and " +
+                         std::to_string(want.size()) + ")\n    got  @" + std::to_string(from) + ": " + ShowBytes(g) +
+                         "\n    want @" + std::to_string(from) + ": " + ShowBytes(w));
+}
+
+}  // namespace zvtest
+
+// Runs every registered case, or those whose names start with one of the
+// prefixes given as arguments. Exit status 0 only when no check failed.
+// The resource modules are loaded from the test program's own folder, as the
+// program would load them from its installation folder.
+static HINSTANCE LoadBesideMe(const wchar_t* name) {
+    wchar_t path[MAX_PATH];
+    DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
+    while (n > 0 && path[n - 1] != L'\\' && path[n - 1] != L'/') --n;
+    path[n] = 0;
+    wcscat(path, name);
+    return LoadLibraryW(path);
+}
+
+int wmain(int argc, wchar_t** argv) {
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
+    hInstance = GetModuleHandleW(nullptr);
+    hLangModule = LoadBesideMe(L"LangEng.dll");
+    hImageModule = LoadBesideMe(L"ZVLowDpiRes.dll");
+    InitScreenScale(0);
+    int run = 0, failedCases = 0;
+    for (const zvtest::Case& c : zvtest::Registry()) {
+        bool wanted = argc < 2;
+        for (int i = 1; i < argc; ++i) {
+            char prefix[256];
+            WideCharToMultiByte(CP_UTF8, 0, argv[i], -1, prefix, sizeof prefix, nullptr, nullptr);
+            if (std::strncmp(c.name, prefix, std::strlen(prefix)) == 0) wanted = true;
+        }
+        if (!wanted) continue;
+        zvtest::g_current = c.name;
+        int before = zvtest::g_failures;
+        DWORD start = GetTickCount();
+        c.fn();
+        ++run;
+        bool failed = zvtest::g_failures != before;
+        failedCases += failed;
+        std::printf("%s %s (%lu ms)\n", failed ? "FAILED" : "ok    ", c.name, GetTickCount() - start);
+        std::fflush(stdout);
+    }
+    std::printf("%d cases, %d failed, %d failed checks\n", run, failedCases, zvtest::g_failures);
+    return (failedCases || run == 0) ? 1 : 0;
+}

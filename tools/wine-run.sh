@@ -1,0 +1,57 @@
+#!/bin/bash
+# Runs one Windows program under Wine in the build's private prefix.
+#   tools/wine-run.sh BUILD_DIR PROGRAM.exe [ARGS...]
+# The prefix (BUILD_DIR/wine) is made on first use: 96 dpi, unmanaged windows
+# (a bare Xvfb otherwise stalls every window close for 2 s). A persistent
+# wineserver and its service processes are started with their output
+# detached, so that a caller reading our output (CTest) never waits on them.
+# Without a DISPLAY an Xvfb private to this build is started and reused.
+set -e
+build=$(cd "$1" && pwd); shift
+export WINEPREFIX="$build/wine"
+export WINEDEBUG=-all
+export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
+export LC_ALL="${ZV_LOCALE:-en_US.UTF-8}"
+export WINEARCH=win64
+
+ensure_display() {
+  [ -n "$DISPLAY" ] && return 0
+  local f="$build/xvfb.display" n
+  if [ -f "$f" ]; then
+    n=$(cat "$f")
+    if xdpyinfo -display ":$n" >/dev/null 2>&1; then export DISPLAY=":$n"; return 0; fi
+  fi
+  n=$(( ( $(printf '%s' "$build" | cksum | cut -d' ' -f1) % 400 ) + 100 ))
+  while [ -e "/tmp/.X$n-lock" ]; do
+    if xdpyinfo -display ":$n" >/dev/null 2>&1 && [ "$(cat "$f" 2>/dev/null)" = "$n" ]; then break; fi
+    n=$((n + 1))
+  done
+  if ! xdpyinfo -display ":$n" >/dev/null 2>&1; then
+    setsid Xvfb ":$n" -screen 0 1024x768x24 -nolisten tcp >/dev/null 2>&1 < /dev/null &
+    for _ in $(seq 50); do xdpyinfo -display ":$n" >/dev/null 2>&1 && break; sleep 0.1; done
+  fi
+  echo "$n" > "$f"
+  export DISPLAY=":$n"
+}
+
+ensure_prefix() {
+  exec 9>"$build/wine.lock"
+  flock 9
+  if [ ! -f "$WINEPREFIX/.zv-ready" ]; then
+    rm -rf "$WINEPREFIX"
+    wineboot -i >/dev/null 2>&1 </dev/null
+    wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1 </dev/null
+    wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d 96 /f >/dev/null 2>&1 </dev/null
+    wineserver -w
+    touch "$WINEPREFIX/.zv-ready"
+  fi
+  # A persistent server and its services, started detached from our output.
+  setsid wineserver -p >/dev/null 2>&1 </dev/null || true
+  wine cmd /c exit >/dev/null 2>&1 </dev/null || true
+  flock -u 9
+}
+
+ensure_display
+ensure_prefix
+prog="$1"; shift
+exec wine "$prog" "$@"
