@@ -1,0 +1,71 @@
+// Export and import of a list as tab-separated UTF-16 text (".CSV").
+//
+// Export layout: FF FE; header cells "(" type name ")" field name separated
+// by TAB (none after the last); then for each item CR LF followed by every
+// value's text and a TAB. The file does not end with a line break.
+//
+// The functions here take file paths; the file selection dialog is added by
+// the callers:
+//   exportCsv(document, owner):  path = file dialog (save, ".CSV");
+//                                exportCsvToFile(document, path, owner)
+//   importCsv(owner, category):  path = file dialog (open);
+//                                importCsvFile(path, category, client width
+//                                of owner, owner) == CsvStatus::Ok
+// Every message box goes through showDocMessage (DocMessages.h).
+#pragma once
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "base/CeString.h"
+#include "document/ListDocument.h"
+
+enum class CsvStatus {
+    Ok,             // export written / list written
+    CannotCreate,   // export target could not be created (8166)
+    CannotOpen,     // import source could not be opened (8169)
+    Declined,       // the list exists and the user did not answer Yes (8183)
+    ListNotWritten, // the new list file could not be created (8093)
+};
+
+// ---- export ----------------------------------------------------------------
+
+// The bytes of an export of `doc` (mark, header row, rows).
+std::vector<unsigned char> buildCsvBytes(const ListDocument& doc);
+// Deletes `path`, creates it and writes the export. Shows 8166/8068
+// (exclamation) on failure, 8167/8168 (exclamation) when done, unless
+// showMessages is false.
+CsvStatus exportCsvToFile(const ListDocument& doc, const wchar_t* path, HWND owner = nullptr, bool showMessages = true);
+
+// ---- import ----------------------------------------------------------------
+
+// What an import file holds before it becomes a list: the fields of the
+// header row and the cells of each row (not checked against the fields).
+struct CsvTable {
+    std::vector<FieldDef> fields;  // at most 50; header cells past 50 are ignored
+    std::vector<std::vector<std::wstring>> rows;
+};
+
+// Parses import text (after the byte-order mark, one wchar_t per character).
+void parseCsvText(const wchar_t* text, size_t length, CsvTable& table);
+// Reads an import file: with FF FE as UTF-16LE, otherwise one byte per
+// character (each byte is taken as the character of that code). False when
+// the file cannot be opened.
+bool readCsvFile(const wchar_t* path, CsvTable& table);
+// Turns a table into a list document: view state -1/0, no icon, every
+// columnWidth = clientWidth / field count, cells converted by their field's
+// type (dates as month-day-year text, choices by their texts, an empty
+// Selection as 11); missing cells are empty (choice 0, Selection 11);
+// cells past the field count are dropped.
+void csvTableToDocument(const CsvTable& table, int clientWidth, ListDocument& doc);
+// The list path of an import: categoryPath + "\" + file name without its
+// extension + ".zvl", doubled backslashes collapsed.
+CeString importListPath(const wchar_t* textPath, const wchar_t* categoryPath);
+
+// Reads `textPath` and writes a new list in `categoryPath`. Shows 8169/8068
+// (plain) when the file cannot be opened; asks 8183 (with the list name) /
+// 8184, Yes/No, when the list exists; shows 8093/8068 (plain) when the list
+// cannot be created. `listPathOut` receives the new list's path.
+CsvStatus importCsvFile(const wchar_t* textPath, const wchar_t* categoryPath, int clientWidth, HWND owner = nullptr,
+                        CeString* listPathOut = nullptr);
