@@ -1,0 +1,33 @@
+// The phone screen on the desktop: where it is and how a window is put on it.
+// Only start-up and the test harness need these; everything else uses the
+// shell interface of platform/aygshell.h as it would on the phone.
+//
+// Table of contents of platform/:
+//   aygshell.h        the shell interface (declarations)
+//   PhoneScreen.cpp   the screen rectangle, fitting windows onto it
+//   MenuBar.cpp       SHCreateMenuBar: the soft-key bar and its messages
+//   SoftKeys.cpp      the thread keyboard hook: F1/F2/Esc to the bar
+//   ShellMisc.cpp     SHInitDialog, activation, Back key, Done, SIP, TransparentImage
+#pragma once
+#include <windows.h>
+
+// The phone screen in desktop coordinates: ScaleX(240) x ScaleY(320) pixels,
+// the application's area and the soft-key bar under it.
+void GetPhoneScreenRect(RECT* rc);
+
+// Height of the soft-key bar in pixels.
+int SoftKeyBarHeight();
+
+// Puts a top-level window on the phone screen: a desktop caption (move and
+// close), its client area the phone screen minus the soft-key bar, the bar's
+// band below the client area. A window that was moved by the user moves the
+// phone screen: later windows (and a window coming back to the front) follow.
+// SHInitDialog with SHIDIF_SIZEDLGFULLSCREEN and SHCreateMenuBar on a
+// top-level window call this; start-up may call it for the main window.
+void FitToPhoneScreen(HWND hwnd);
+
+// True when the window has been fitted.
+bool IsOnPhoneScreen(HWND hwnd);
+
+// The soft-key bar whose parent is this window (or NULL).
+HWND FindSoftKeyBar(HWND parent);
