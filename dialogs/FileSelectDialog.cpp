@@ -1,0 +1,359 @@
+// The file selection dialog: its procedure, controls, layout and the accept
+// rules of the three modes. The listing itself is FileSelectList.cpp.
+#include "dialogs/FileSelectDialog.h"
+
+#include <commctrl.h>
+
+#include <cwchar>
+
+#include "LangIds.h"
+#include "ImageIds.h"
+#include "program/ProgramIds.h"
+#include "app/ScreenScale.h"
+#include "base/AppGlobals.h"
+#include "base/ResString.h"
+#include "dialogs/FileSelectList.h"
+#include "dialogs/FileSelectPaths.h"
+
+CeString g_fileSelectLastFolder;
+
+namespace {
+
+// The program's own texts of this dialog.
+const wchar_t kModeNames[3][16] = {L"Save File", L"Load File", L"Select Folder"};
+const wchar_t kAllFilesExtension[] = L".*";
+const wchar_t kAllFilesText[] = L"All Files(*.*)";
+const wchar_t kNameMissingText[] = L"File name value is missing";
+const wchar_t kNameIllegalText[] = L"File name include illegal characters";
+const wchar_t kNameErrorCaption[] = L"File Name Error";
+
+// The dialog being run; every dialog of the program is modal, so there is
+// at most one.
+FileSelectDialog* g_fileSelect = nullptr;
+
+int Clamp0(int v) { return v < 0 ? 0 : v; }
+
+HWND CreateChild(const FileSelectDialog& dlg, const wchar_t* cls, const wchar_t* text, DWORD style, int id,
+                 DWORD exStyle = 0) {
+    HWND child = CreateWindowExW(exStyle, cls, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, dlg.dialog,
+                                 (HMENU)(INT_PTR)id, dlg.hInstance, nullptr);
+    SendMessageW(child, WM_SETFONT, (WPARAM)dlg.font, FALSE);
+    return child;
+}
+
+void CreateMenuBar(FileSelectDialog& dlg) {
+    SHMENUBARINFO info = {};
+    info.cbSize = sizeof info;
+    info.hwndParent = dlg.dialog;
+    info.dwFlags = SHCMBF_HMENU;
+    info.nToolBarId = dlg.menuBarId;
+    info.hInstRes = dlg.module;
+    if (!SHCreateMenuBar(&info)) return;
+    dlg.menuBar = info.hwndMB;
+    // Back goes up one folder instead of closing the dialog.
+    SendMessageW(dlg.menuBar, SHCMBM_OVERRIDEKEY, VK_ESCAPE,
+                 MAKELPARAM(SHMBOF_NODEFAULT | SHMBOF_NOTIFY, SHMBOF_NODEFAULT | SHMBOF_NOTIFY));
+}
+
+void CreateFonts(FileSelectDialog& dlg) {
+    LOGFONTW lf = {};
+    lf.lfHeight = -ScaleY(11);
+    lf.lfWeight = FW_NORMAL;
+    lf.lfCharSet = DEFAULT_CHARSET;
+    wcscpy(lf.lfFaceName, L"Tahoma");
+    dlg.font = CreateFontIndirectW(&lf);
+}
+
+void CreateImageLists(FileSelectDialog& dlg) {
+    int size = ScaleX(16);
+    dlg.imageList = ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, 16, 16);
+    if (dlg.imageStripId)
+        dlg.stripImages = ImageList_LoadImageW(dlg.hInstance, MAKEINTRESOURCEW(dlg.imageStripId), 16, 0,
+                                               RGB(255, 255, 255), IMAGE_BITMAP, 0);
+}
+
+void CreateControls(FileSelectDialog& dlg) {
+    if (dlg.mode == FileSelectSave) {
+        dlg.nameLabel = CreateChild(dlg, L"STATIC", ResText(IDS_FILE_NAME_LABEL).c_str(), SS_LEFT | SS_NOPREFIX,
+                                    kFileSelectNameLabel);
+        dlg.nameEdit = CreateChild(dlg, L"EDIT", dlg.initialName, WS_BORDER | WS_TABSTOP | ES_AUTOHSCROLL,
+                                   kFileSelectNameEdit);
+    }
+    if (dlg.mode != FileSelectFolder) {
+        dlg.typeLabel = CreateChild(dlg, L"STATIC", ResText(IDS_FILE_TYPE_LABEL).c_str(), SS_LEFT | SS_NOPREFIX,
+                                    kFileSelectTypeLabel);
+        dlg.typeField = CreateChild(dlg, L"STATIC", dlg.filterText, WS_BORDER | SS_LEFTNOWORDWRAP | SS_NOPREFIX,
+                                    kFileSelectTypeField);
+    }
+    // No SS_NOTIFY: a tap on the path line reaches the dialog as WM_LBUTTONDOWN.
+    dlg.pathLine = CreateChild(dlg, L"STATIC", dlg.currentFolder, SS_LEFT | SS_NOPREFIX | SS_PATHELLIPSIS,
+                               kFileSelectPathLine);
+    dlg.listView = CreateChild(dlg, WC_LISTVIEWW, L"",
+                               WS_BORDER | WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS |
+                                   LVS_NOCOLUMNHEADER | LVS_SHAREIMAGELISTS,
+                               kFileSelectList);
+    SendMessageW(dlg.listView, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_ONECLICKACTIVATE);
+    SendMessageW(dlg.listView, LVM_SETIMAGELIST, LVSIL_SMALL, (LPARAM)dlg.imageList);
+    LVCOLUMNW column = {};
+    column.mask = LVCF_WIDTH;
+    column.cx = ScaleX(200);
+    SendMessageW(dlg.listView, LVM_INSERTCOLUMNW, 0, (LPARAM)&column);
+}
+
+bool AtRoot(const FileSelectDialog& dlg) { return wcscmp(dlg.currentFolder, L"\\") == 0; }
+
+// Rows of m = ScaleX(2), labels ScaleX(50) wide and ScaleX(20) high, one
+// every ScaleY(24) from ScaleY(2); the list fills the rest.
+void Layout(FileSelectDialog& dlg, int width, int height) {
+    if (!dlg.listView) return;  // SHInitDialog sizes the dialog before the controls exist
+    int m = ScaleX(2), labelWidth = ScaleX(50), rowHeight = ScaleX(20);
+    int y = ScaleY(2);
+    if (dlg.mode == FileSelectSave) {
+        MoveWindow(dlg.nameLabel, m, y + ScaleY(3), labelWidth, rowHeight, FALSE);
+        MoveWindow(dlg.nameEdit, m + labelWidth, y, Clamp0(width - m - (m + labelWidth)), rowHeight, FALSE);
+        y += ScaleY(24);
+    }
+    if (dlg.mode != FileSelectFolder) {
+        MoveWindow(dlg.typeLabel, m, y + ScaleY(3), labelWidth, rowHeight, FALSE);
+        MoveWindow(dlg.typeField, m + labelWidth, y, Clamp0(width - m - (m + labelWidth)), rowHeight, FALSE);
+        y += ScaleY(24);
+    }
+    SetRect(&dlg.pathRect, m, y, width - m, y + rowHeight);
+    // The hint sits at the line's right end; the path's text gets the rest.
+    std::wstring hint = dlg.pathHintId ? ResText(dlg.pathHintId) : std::wstring();
+    int hintWidth = 0;
+    if (!hint.empty()) {
+        HDC dc = GetDC(dlg.dialog);
+        HGDIOBJ old = SelectObject(dc, dlg.font);
+        SIZE extent = {};
+        GetTextExtentPoint32W(dc, hint.c_str(), (int)hint.size(), &extent);
+        SelectObject(dc, old);
+        ReleaseDC(dlg.dialog, dc);
+        hintWidth = extent.cx + ScaleX(4);
+    }
+    SetRect(&dlg.pathHintRect, dlg.pathRect.right - hintWidth, y, dlg.pathRect.right, y + rowHeight);
+    MoveWindow(dlg.pathLine, m, y + ScaleY(3), Clamp0(width - 2 * m - hintWidth), rowHeight - ScaleY(3), FALSE);
+    y += ScaleY(24);
+    MoveWindow(dlg.listView, m, y, Clamp0(width - 2 * m), Clamp0(height - ScaleY(2) - y), FALSE);
+    RECT client;
+    GetClientRect(dlg.listView, &client);
+    SendMessageW(dlg.listView, LVM_SETCOLUMNWIDTH, 0, client.right);
+    InvalidateRect(dlg.dialog, nullptr, TRUE);
+}
+
+void ShowNameError(const FileSelectDialog& dlg, const wchar_t* text) {
+    MessageBoxW(dlg.dialog, text, kNameErrorCaption, MB_ICONHAND);
+}
+
+void EndWithChoice(FileSelectDialog& dlg, const CeString& result) {
+    dlg.result = result;
+    g_fileSelectLastFolder = dlg.currentFolder;
+    EndDialog(dlg.dialog, 1);
+}
+
+void AcceptSave(FileSelectDialog& dlg) {
+    wchar_t name[257] = {};
+    GetWindowTextW(dlg.nameEdit, name, 257);
+    if (name[0] == 0) return ShowNameError(dlg, kNameMissingText);
+    if (!IsValidFileName(name)) return ShowNameError(dlg, kNameIllegalText);
+    CeString result = dlg.currentFolder + name;
+    // A wildcard extension only filters the listing; it is no part of a name.
+    if (!ExtensionHasWildcard(dlg.extension)) result.Append(dlg.extension);
+    EndWithChoice(dlg, result);
+}
+
+void AcceptLoad(FileSelectDialog& dlg) {
+    wchar_t name[257];
+    bool isFolder = false;
+    if (!ReadRow(dlg, SelectedRow(dlg), name, isFolder) || isFolder) return;
+    EndWithChoice(dlg, dlg.currentFolder + name);
+}
+
+void Accept(FileSelectDialog& dlg) {
+    switch (dlg.mode) {
+    case FileSelectSave: return AcceptSave(dlg);
+    case FileSelectLoad: return AcceptLoad(dlg);
+    default: return EndWithChoice(dlg, dlg.currentFolder);
+    }
+}
+
+// --- message handlers ---
+
+BOOL OnInitDialog(HWND hwnd, FileSelectDialog& dlg) {
+    dlg.dialog = hwnd;
+    SetWindowTextW(hwnd, dlg.title);
+    SHINITDLGINFO init = {};
+    init.dwMask = SHIDIM_FLAGS;
+    init.hDlg = hwnd;
+    init.dwFlags = SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
+    SHInitDialog(&init);
+    CreateMenuBar(dlg);
+    CreateFonts(dlg);
+    CreateImageLists(dlg);
+    CreateControls(dlg);
+    RECT client;
+    GetClientRect(hwnd, &client);
+    Layout(dlg, client.right, client.bottom);
+    FillFileList(dlg);
+    SetFocus(dlg.mode == FileSelectSave ? dlg.nameEdit : dlg.listView);
+    return FALSE;  // the focus is set
+}
+
+BOOL OnCommand(FileSelectDialog& dlg, int id) {
+    switch (id) {
+    case IDOK: ActivateSelectedRow(dlg); return TRUE;
+    case IDCANCEL: EndDialog(dlg.dialog, 0); return TRUE;
+    case IDC_FILE_SELECT_ACCEPT: Accept(dlg); return TRUE;
+    }
+    return FALSE;
+}
+
+BOOL OnLButtonDown(FileSelectDialog& dlg, int x, int y) {
+    const RECT& r = dlg.pathRect;  // edges count as inside
+    if (x >= r.left && x <= r.right && y >= r.top && y <= r.bottom) GoUpOneFolder(dlg);
+    return TRUE;
+}
+
+BOOL OnHotKey(FileSelectDialog& dlg, WPARAM wParam, LPARAM lParam) {
+    if (HIWORD(lParam) == VK_ESCAPE && (LOWORD(lParam) & MOD_KEYUP)) {
+        GoUpOneFolder(dlg);
+        SHSendBackToFocusWindow(WM_HOTKEY, wParam, lParam);
+    }
+    return TRUE;
+}
+
+BOOL OnNotify(FileSelectDialog& dlg, NMHDR* header) {
+    if (header->hwndFrom != dlg.listView) return FALSE;
+    if (header->code == LVN_ITEMACTIVATE) {
+        ActivateSelectedRow(dlg);
+        return TRUE;
+    }
+    // Up from the first row reaches the name box above the list.
+    if (header->code == LVN_KEYDOWN && dlg.nameEdit && ((NMLVKEYDOWN*)header)->wVKey == VK_UP &&
+        SelectedRow(dlg) <= 0) {
+        SetFocus(dlg.nameEdit);
+        return TRUE;
+    }
+    return FALSE;
+}
+
+BOOL OnPaint(FileSelectDialog& dlg) {
+    PAINTSTRUCT ps;
+    HDC dc = BeginPaint(dlg.dialog, &ps);
+    FillRect(dc, &ps.rcPaint, (HBRUSH)GetStockObject(WHITE_BRUSH));
+    if (!AtRoot(dlg) && dlg.pathHintId) {
+        std::wstring hint = ResText(dlg.pathHintId);
+        HGDIOBJ old = SelectObject(dc, dlg.font);
+        SetBkMode(dc, TRANSPARENT);
+        SetTextColor(dc, GetSysColor(COLOR_GRAYTEXT));
+        DrawTextW(dc, hint.c_str(), (int)hint.size(), &dlg.pathHintRect,
+                  DT_RIGHT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+        SelectObject(dc, old);
+    }
+    EndPaint(dlg.dialog, &ps);
+    return TRUE;
+}
+
+// Labels and the path line on the dialog's white.
+INT_PTR OnCtlColorStatic(HDC dc) {
+    SetBkColor(dc, RGB(255, 255, 255));
+    SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
+    return (INT_PTR)GetStockObject(WHITE_BRUSH);
+}
+
+BOOL OnDestroy(FileSelectDialog& dlg) {
+    if (dlg.menuBar) DestroyWindow(dlg.menuBar);
+    if (dlg.font) DeleteObject(dlg.font);
+    if (dlg.imageList) ImageList_Destroy(dlg.imageList);
+    if (dlg.stripImages) ImageList_Destroy(dlg.stripImages);
+    dlg.menuBar = nullptr;
+    dlg.font = nullptr;
+    dlg.imageList = dlg.stripImages = nullptr;
+    dlg.listView = nullptr;
+    return TRUE;
+}
+
+INT_PTR CALLBACK FileSelectDlgProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
+    if (msg == WM_INITDIALOG) return OnInitDialog(hwnd, *(FileSelectDialog*)lParam);
+    if (!g_fileSelect || g_fileSelect->dialog != hwnd) return FALSE;
+    FileSelectDialog& dlg = *g_fileSelect;
+    switch (msg) {
+    case WM_COMMAND: return OnCommand(dlg, LOWORD(wParam));
+    case WM_LBUTTONDOWN: return OnLButtonDown(dlg, (short)LOWORD(lParam), (short)HIWORD(lParam));
+    case WM_HOTKEY: return OnHotKey(dlg, wParam, lParam);
+    case WM_NOTIFY: return OnNotify(dlg, (NMHDR*)lParam);
+    case WM_SIZE: Layout(dlg, LOWORD(lParam), HIWORD(lParam)); return TRUE;
+    case WM_ACTIVATE: SHHandleWMActivate(hwnd, wParam, lParam, &dlg.activateInfo, 0); return TRUE;
+    case WM_SETTINGCHANGE: SHHandleWMSettingChange(hwnd, wParam, lParam, &dlg.activateInfo); return TRUE;
+    case WM_PAINT: return OnPaint(dlg);
+    case WM_CTLCOLORSTATIC: return OnCtlColorStatic((HDC)wParam);
+    case WM_DESTROY: return OnDestroy(dlg);
+    }
+    return FALSE;
+}
+
+// A folder that no longer exists (a deleted last folder) gives way to its
+// nearest existing parent.
+CeString StartingFolder(const CeString& requested) {
+    CeString folder = WithTrailingSlash(requested.IsEmpty() ? g_fileSelectLastFolder.c_str() : requested.c_str());
+    while (wcscmp(folder, L"\\") != 0) {
+        DWORD attributes = GetFileAttributesW(folder);
+        if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY)) break;
+        folder = ParentFolder(folder);
+    }
+    return folder;
+}
+
+}  // namespace
+
+FileSelectDialog::FileSelectDialog(HINSTANCE instance, HINSTANCE resModule, int selectMode, UINT menuBar,
+                                   UINT imageStrip, UINT pathHint, const wchar_t* dialogTitle)
+    : hInstance(instance),
+      module(resModule),
+      menuBarId(menuBar),
+      imageStripId(imageStrip),
+      pathHintId(pathHint),
+      mode(selectMode < FileSelectSave || selectMode > FileSelectFolder ? FileSelectLoad : selectMode),
+      extension(kAllFilesExtension),
+      filterText(kAllFilesText) {
+    title = (dialogTitle && dialogTitle[0]) ? dialogTitle : kModeNames[mode];
+    activateInfo.cbSize = sizeof activateInfo;
+}
+
+int FileSelectDialog::Run(wchar_t* outPath, int outChars, HWND owner) {
+    InitScreenScale(0);
+    currentFolder = StartingFolder(currentFolder);
+    result = L"";
+
+    // An empty popup with a caption; the procedure builds everything else.
+    struct alignas(4) {
+        DLGTEMPLATE header;
+        WORD menu, windowClass, title;
+    } dialogTemplate = {};
+    dialogTemplate.header.style = WS_POPUP | WS_VISIBLE | WS_CAPTION;
+
+    FileSelectDialog* outer = g_fileSelect;
+    g_fileSelect = this;
+    INT_PTR ended = DialogBoxIndirectParamW(hInstance, &dialogTemplate.header, owner, FileSelectDlgProc, (LPARAM)this);
+    g_fileSelect = outer;
+    dialog = nullptr;
+    if (ended != 1) return 0;
+    if (outPath && outChars > 0) lstrcpynW(outPath, result, outChars);
+    return 1;
+}
+
+FileSelectDialog* ActiveFileSelectDialog() { return g_fileSelect; }
+
+int RunFileSelectDialog(HWND owner, FileSelectRequest& request) {
+    FileSelectDialog dlg(hInstance, request.module ? request.module : hLangModule, request.mode,
+                         request.menuBarId ? request.menuBarId : IDM_FILE_SELECT_MENUBAR,
+                         request.imageStripId ? request.imageStripId : IDB_PROGRAM_IMAGE_STRIP,
+                         request.pathHintId ? request.pathHintId : IDS_FILE_SELECT_UP, request.title);
+    dlg.currentFolder = request.folder;
+    if (!request.extension.IsEmpty()) dlg.extension = request.extension;
+    if (!request.filterText.IsEmpty()) dlg.filterText = request.filterText;
+    dlg.initialName = request.fileName;
+    if (!dlg.Run(nullptr, 0, owner)) return 0;
+    request.path = dlg.result;
+    return 1;
+}

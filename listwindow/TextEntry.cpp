@@ -1,0 +1,159 @@
+#include "listwindow/TextEntry.h"
+
+#include <cwchar>
+
+#include "LangIds.h"
+#include "program/ProgramIds.h"
+#include "app/ScreenScale.h"
+#include "base/AppGlobals.h"
+#include "platform/aygshell.h"
+#include "settings/AppSettings.h"
+
+namespace {
+
+// The list font's face and size when the settings were never loaded.
+const wchar_t kDefaultFontFace[] = L"Segoe Condensed";
+const int kDefaultFontSize = 12;
+
+struct TextEntryState {
+    TextEntryRequest* request;
+    HWND edit;
+    HWND menuBar;
+    HFONT listFont;
+    SHACTIVATEINFO activateInfo;
+};
+TextEntryState g_textEntry;
+
+// The list font as the main view and the list window make it.
+HFONT CreateListFont() {
+    int size = (int)g_appSettings.FontSize.value;
+    const wchar_t* face = g_appSettings.FontFace.value.c_str();
+    LOGFONTW lf = {};
+    lf.lfHeight = ScaleY(size > 0 ? size : kDefaultFontSize);
+    lf.lfWeight = 100;
+    lstrcpynW(lf.lfFaceName, face[0] ? face : kDefaultFontFace, LF_FACESIZE);
+    return CreateFontIndirectW(&lf);
+}
+
+void CreateMenuBar(HWND hwnd) {
+    SHMENUBARINFO info = {};
+    info.cbSize = sizeof info;
+    info.hwndParent = hwnd;
+    info.dwFlags = SHCMBF_HMENU;
+    info.nToolBarId = IDM_OK_CANCEL_MENUBAR;
+    info.hInstRes = hLangModule;
+    if (!SHCreateMenuBar(&info)) return;
+    g_textEntry.menuBar = info.hwndMB;
+    // Back arrives as WM_HOTKEY and is handed to the edit box to erase.
+    SendMessageW(info.hwndMB, SHCMBM_OVERRIDEKEY, VK_ESCAPE,
+                 MAKELPARAM(SHMBOF_NODEFAULT | SHMBOF_NOTIFY, SHMBOF_NODEFAULT | SHMBOF_NOTIFY));
+}
+
+BOOL OnInitDialog(HWND hwnd, TextEntryRequest* request) {
+    g_textEntry = TextEntryState();
+    g_textEntry.request = request;
+    g_textEntry.activateInfo.cbSize = sizeof(SHACTIVATEINFO);
+    InitScreenScale(0);
+    SHINITDLGINFO init = {};
+    init.dwMask = SHIDIM_FLAGS;
+    init.hDlg = hwnd;
+    init.dwFlags = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
+    SHInitDialog(&init);
+    CreateMenuBar(hwnd);
+
+    g_textEntry.listFont = CreateListFont();
+    // First placed anywhere; WM_SIZE puts it under the prompt.
+    g_textEntry.edit = CreateWindowExW(0, L"edit", L"", WS_CHILD | WS_VISIBLE | WS_BORDER | ES_AUTOHSCROLL,
+                                       ScaleX(90), ScaleY(100), ScaleX(135), ScaleY(20), hwnd, nullptr,
+                                       request->module, nullptr);
+    request->text[kTextEntryMaxChars] = 0;
+    SetWindowTextW(g_textEntry.edit, request->text);
+    ShowWindow(g_textEntry.edit, SW_SHOW);
+    SendMessageW(g_textEntry.edit, WM_SETFONT, (WPARAM)g_textEntry.listFont, TRUE);
+    RECT client;
+    GetClientRect(hwnd, &client);
+    SendMessageW(hwnd, WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.right, client.bottom));
+    SetFocus(g_textEntry.edit);
+    int length = GetWindowTextLengthW(g_textEntry.edit);
+    SendMessageW(g_textEntry.edit, EM_SETSEL, length, length);  // the caret after the text
+    return FALSE;  // the focus is set
+}
+
+BOOL OnPaint(HWND hwnd) {
+    PAINTSTRUCT ps;
+    HDC dc = BeginPaint(hwnd, &ps);
+    RECT client;
+    GetClientRect(hwnd, &client);
+    FillRect(dc, &client, (HBRUSH)GetStockObject(WHITE_BRUSH));
+    RECT band = {ScaleX(5), ScaleY(5), client.right, ScaleY(20)};
+    HGDIOBJ old = SelectObject(dc, g_textEntry.listFont);
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
+    const CeString& prompt = g_textEntry.request->prompt;
+    DrawTextW(dc, prompt, prompt.Length(), &band, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
+    SelectObject(dc, old);
+    EndPaint(hwnd, &ps);
+    return TRUE;
+}
+
+BOOL OnSize(HWND hwnd, int width) {
+    if (!g_textEntry.edit) return TRUE;  // SHInitDialog sizes the dialog before the box exists
+    MoveWindow(g_textEntry.edit, ScaleX(5), ScaleY(30), width - ScaleX(10), ScaleY(20), TRUE);
+    InvalidateRect(hwnd, nullptr, FALSE);
+    UpdateWindow(hwnd);
+    return TRUE;
+}
+
+BOOL OnCommand(HWND hwnd, int id) {
+    switch (id) {
+    case IDC_OK:
+    case IDOK:  // Enter confirms as the OK soft key does
+        GetWindowTextW(g_textEntry.edit, g_textEntry.request->text, kTextEntryMaxChars + 1);
+        EndDialog(hwnd, TRUE);
+        return TRUE;
+    case IDC_CANCEL:
+        EndDialog(hwnd, FALSE);
+        return TRUE;
+    }
+    return FALSE;  // IDCANCEL included: Back never closes this dialog
+}
+
+BOOL OnHotKey(WPARAM wParam, LPARAM lParam) {
+    if (HIWORD(lParam) == VK_ESCAPE) SHSendBackToFocusWindow(WM_HOTKEY, wParam, lParam);
+    return TRUE;
+}
+
+BOOL OnDestroy() {
+    if (g_textEntry.edit) DestroyWindow(g_textEntry.edit);
+    if (g_textEntry.menuBar) DestroyWindow(g_textEntry.menuBar);
+    if (g_textEntry.listFont) DeleteObject(g_textEntry.listFont);
+    g_textEntry.edit = g_textEntry.menuBar = nullptr;
+    g_textEntry.listFont = nullptr;
+    return TRUE;
+}
+
+}  // namespace
+
+INT_PTR CALLBACK TextEntryDlgProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
+    switch (msg) {
+    case WM_INITDIALOG: return OnInitDialog(hwnd, (TextEntryRequest*)lParam);
+    case WM_PAINT: return OnPaint(hwnd);
+    case WM_SIZE: return OnSize(hwnd, LOWORD(lParam));
+    case WM_COMMAND: return OnCommand(hwnd, LOWORD(wParam));
+    case WM_HOTKEY: return OnHotKey(wParam, lParam);
+    case WM_ACTIVATE: SHHandleWMActivate(hwnd, wParam, lParam, &g_textEntry.activateInfo, 0); return TRUE;
+    case WM_SETTINGCHANGE: SHHandleWMSettingChange(hwnd, wParam, lParam, &g_textEntry.activateInfo); return TRUE;
+    case WM_DESTROY: return OnDestroy();
+    }
+    return FALSE;
+}
+
+int RunTextEntryDialog(HWND owner, TextEntryRequest& request) {
+    HRSRC found = FindResourceW(hInstance, MAKEINTRESOURCEW(IDD_FULLSCREEN), RT_DIALOG);
+    HGLOBAL loaded = found ? LoadResource(hInstance, found) : nullptr;
+    auto* dialogTemplate = loaded ? (const DLGTEMPLATE*)LockResource(loaded) : nullptr;
+    if (!dialogTemplate) return 0;
+    if (!request.module) request.module = hInstance;
+    INT_PTR ended = DialogBoxIndirectParamW(hInstance, dialogTemplate, owner, TextEntryDlgProc, (LPARAM)&request);
+    return ended == TRUE ? 1 : 0;
+}

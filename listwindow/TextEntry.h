@@ -1,0 +1,30 @@
+// The one-line text prompt: a full-screen dialog with a prompt in the list
+// font, an edit box under it and OK / Cancel soft keys. Back erases in the
+// box and never closes the dialog.
+//
+//   TextEntryRequest req = {};
+//   req.module = hInstance;
+//   req.prompt = L"Please insert template name: ";
+//   if (RunTextEntryDialog(owner, req)) use(req.text);  // at most 255 characters
+#pragma once
+#include <windows.h>
+
+#include "base/CeString.h"
+
+const int kTextEntryMaxChars = 255;
+
+struct TextEntryRequest {
+    HINSTANCE module;                     // the instance of the edit box
+    wchar_t text[kTextEntryMaxChars + 1]; // in: the initial text; out on OK: the typed text
+    CeString prompt;                      // shown above the box
+};
+
+// The dialog procedure, for callers that run dialog template 139 themselves
+// (DialogBoxIndirectParamW with the request as the parameter). Ends with
+// TRUE on OK (IDC_OK), FALSE on Cancel (IDC_CANCEL).
+INT_PTR CALLBACK TextEntryDlgProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
+
+// Runs the dialog on template 139 of the program's module. Returns 1 when
+// confirmed (request.text holds the text, possibly empty), 0 when cancelled
+// (request.text untouched).
+int RunTextEntryDialog(HWND owner, TextEntryRequest& request);
