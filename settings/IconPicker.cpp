@@ -1,0 +1,337 @@
+// The icon picker dialog: the grid of cached icons, the preview band and
+// the confirm / cancel contract on the caller's image.
+#include "settings/IconPicker.h"
+
+#include <commctrl.h>
+
+#include <utility>
+
+#include "LangIds.h"
+#include "app/ScreenScale.h"
+#include "base/AppGlobals.h"
+#include "platform/aygshell.h"
+#include "settings/AppSettings.h"
+
+namespace {
+
+// Answers of the grid's custom draw, as the list view reads them.
+const LRESULT kAnswerPrePaint = CDRF_NOTIFYITEMDRAW | CDRF_NOTIFYPOSTPAINT;
+const LRESULT kAnswerItemPrePaint = CDRF_NOTIFYPOSTPAINT | CDRF_NOTIFYITEMDRAW | CDRF_NOTIFYPOSTERASE;
+const LRESULT kAnswerItemPostPaint = CDRF_NOTIFYITEMDRAW;
+
+struct IconPickerState {
+    HINSTANCE resourceModule;
+    INT_PTR callerValue1;
+    INT_PTR callerValue2;
+    int flag;
+    PlanarImage* callerImage;
+    PlanarImage current;  // a copy of the caller's icon, then of each icon chosen
+    HWND menuBar;
+    HWND list;
+    SHACTIVATEINFO activateInfo;
+    int lastRow;
+    HFONT font;
+} g_iconPicker;
+
+int BandHeight() { return ScaleY(28); }
+
+// RAII for the brushes and selections made while painting.
+struct SolidBrush {
+    HBRUSH handle;
+    explicit SolidBrush(COLORREF color) : handle(CreateSolidBrush(color)) {}
+    ~SolidBrush() { DeleteObject(handle); }
+    SolidBrush(const SolidBrush&) = delete;
+    SolidBrush& operator=(const SolidBrush&) = delete;
+};
+
+struct SelectedObject {
+    HDC dc;
+    HGDIOBJ old;
+    SelectedObject(HDC dc, HGDIOBJ object) : dc(dc), old(object ? SelectObject(dc, object) : nullptr) {}
+    ~SelectedObject() {
+        if (old) SelectObject(dc, old);
+    }
+    SelectedObject(const SelectedObject&) = delete;
+    SelectedObject& operator=(const SelectedObject&) = delete;
+};
+
+void Fill(HDC dc, const RECT& r, COLORREF color) {
+    SolidBrush brush(color);
+    FillRect(dc, &r, brush.handle);
+}
+
+RECT PreviewBand(HWND hwnd) {
+    RECT r;
+    GetClientRect(hwnd, &r);
+    r.top = r.bottom - BandHeight();
+    return r;
+}
+
+HFONT CreatePickerFont() {
+    LOGFONTW lf = {};
+    lf.lfHeight = -ScaleY(12);
+    lf.lfWeight = FW_NORMAL;
+    lf.lfCharSet = DEFAULT_CHARSET;
+    lf.lfQuality = CLEARTYPE_QUALITY;
+    wcscpy(lf.lfFaceName, L"Tahoma");
+    return CreateFontIndirectW(&lf);
+}
+
+// ---------------------------------------------------------------------------
+// The grid
+// ---------------------------------------------------------------------------
+
+void PlaceList(HWND hwnd) {
+    if (!g_iconPicker.list) return;
+    RECT client;
+    GetClientRect(hwnd, &client);
+    int height = client.bottom - BandHeight();
+    MoveWindow(g_iconPicker.list, 0, 0, client.right, height > 0 ? height : 0, TRUE);
+}
+
+// Cells of 44 x 30 pixels hold a 16-pixel icon in a framed box; the image
+// list gives the items that size (its images are never drawn: the icons are
+// blended in by the custom draw).
+void CreateGrid(HWND hwnd) {
+    RECT client;
+    GetClientRect(hwnd, &client);
+    g_iconPicker.list = CreateWindowExW(0, WC_LISTVIEWW, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_ICON |
+                                        LVS_SINGLESEL, 0, 0, client.right, client.bottom - BandHeight(), hwnd,
+                                        (HMENU)(INT_PTR)IconPicker::kIconListId, g_iconPicker.resourceModule, nullptr);
+    HWND list = g_iconPicker.list;
+    SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_ONECLICKACTIVATE, LVS_EX_ONECLICKACTIVATE);
+    HIMAGELIST images = ImageList_Create(ScaleX(16), ScaleY(16), ILC_COLOR32, 0, 1);
+    SendMessageW(list, LVM_SETIMAGELIST, LVSIL_NORMAL, (LPARAM)images);
+    SendMessageW(list, LVM_SETICONSPACING, 0, MAKELPARAM(ScaleX(44), ScaleY(30)));
+    SendMessageW(list, WM_SETFONT, (WPARAM)g_iconPicker.font, FALSE);
+}
+
+void FillGrid() {
+    HWND list = g_iconPicker.list;
+    SendMessageW(list, LVM_DELETEALLITEMS, 0, 0);
+    size_t count = IconPicker::CachedIconCount();
+    for (size_t i = 0; i < count; ++i) {
+        LVITEMW item = {};
+        item.mask = LVIF_IMAGE | LVIF_PARAM | LVIF_TEXT;
+        item.iItem = (int)i;
+        item.iImage = (int)i;
+        item.lParam = (LPARAM)i;
+        item.pszText = (LPWSTR)L"";
+        SendMessageW(list, LVM_INSERTITEMW, 0, (LPARAM)&item);
+    }
+}
+
+// The framed box of a cell: white, or the highlight colour for the chosen
+// icon while the grid has the focus.
+LRESULT DrawCellBox(const NMLVCUSTOMDRAW* draw) {
+    HWND list = g_iconPicker.list;
+    int row = (int)draw->nmcd.dwItemSpec;
+    RECT bounds = {};
+    bounds.left = LVIR_SELECTBOUNDS;
+    SendMessageW(list, LVM_GETITEMRECT, row, (LPARAM)&bounds);
+    RECT box = {bounds.left + ScaleX(9), bounds.top + 2, bounds.right - ScaleX(9), bounds.bottom - 2};
+    Fill(draw->nmcd.hdc, box, RGB(0, 0, 0));
+    InflateRect(&box, -ScaleX(1), -ScaleY(1));
+    bool chosen = SendMessageW(list, LVM_GETSELECTIONMARK, 0, 0) == row && GetFocus() == list;
+    Fill(draw->nmcd.hdc, box, chosen ? GetSysColor(COLOR_HIGHLIGHT) : RGB(255, 255, 255));
+    return kAnswerItemPrePaint;
+}
+
+LRESULT DrawCellIcon(const NMLVCUSTOMDRAW* draw) {
+    size_t index = (size_t)draw->nmcd.lItemlParam;
+    if (index >= IconPicker::CachedIconCount()) return kAnswerItemPostPaint;
+    const PlanarImage& icon = IconPicker::CachedIcon(index);
+    RECT bounds = {};
+    bounds.left = LVIR_SELECTBOUNDS;
+    SendMessageW(g_iconPicker.list, LVM_GETITEMRECT, draw->nmcd.dwItemSpec, (LPARAM)&bounds);
+    int centreX = bounds.left + ScaleX(10) + ScaleX(12);
+    int centreY = bounds.top + ScaleY(12) + 1;
+    DrawImage(icon, draw->nmcd.hdc, centreX - icon.width / 2, centreY - icon.height / 2);
+    return kAnswerItemPostPaint;
+}
+
+LRESULT OnGridCustomDraw(const NMLVCUSTOMDRAW* draw) {
+    switch (draw->nmcd.dwDrawStage) {
+    case CDDS_PREPAINT: return kAnswerPrePaint;
+    case CDDS_ITEMPREPAINT: return DrawCellBox(draw);
+    case CDDS_ITEMPOSTPAINT: return DrawCellIcon(draw);
+    }
+    return CDRF_SKIPDEFAULT;
+}
+
+// The focused cell becomes the current icon, once per change of cell.
+void OnGridSelection(HWND hwnd) {
+    int row = (int)SendMessageW(g_iconPicker.list, LVM_GETNEXTITEM, (WPARAM)-1, LVNI_FOCUSED);
+    if (row < 0 || row == g_iconPicker.lastRow) return;
+    LVITEMW item = {};
+    item.mask = LVIF_PARAM;
+    item.iItem = row;
+    if (!SendMessageW(g_iconPicker.list, LVM_GETITEMW, 0, (LPARAM)&item)) return;
+    size_t index = (size_t)item.lParam;
+    if (index >= IconPicker::CachedIconCount()) return;
+    g_iconPicker.current.CopyFrom(IconPicker::CachedIcon(index));
+    g_iconPicker.lastRow = row;
+    RECT band = PreviewBand(hwnd);
+    InvalidateRect(hwnd, &band, TRUE);
+    UpdateWindow(hwnd);
+}
+
+// ---------------------------------------------------------------------------
+// Messages
+// ---------------------------------------------------------------------------
+
+BOOL OnInitDialog(HWND hwnd) {
+    SHINITDLGINFO init = {};
+    init.dwMask = SHIDIM_FLAGS;
+    init.hDlg = hwnd;
+    init.dwFlags = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
+    SHInitDialog(&init);
+
+    SHMENUBARINFO bar = {};
+    bar.cbSize = sizeof bar;
+    bar.hwndParent = hwnd;
+    bar.dwFlags = SHCMBF_HMENU;
+    bar.nToolBarId = IDM_OK_CANCEL_MENUBAR;
+    bar.hInstRes = g_iconPicker.resourceModule;
+    if (SHCreateMenuBar(&bar)) g_iconPicker.menuBar = bar.hwndMB;
+
+    g_iconPicker.font = CreatePickerFont();
+    CreateGrid(hwnd);
+    if (IconPicker::CachedIconCount() == 0) IconPicker::FillIconCache(g_appSettings.IconsFolder.value.c_str());
+    FillGrid();
+    SetFocus(g_iconPicker.list);
+    return FALSE;  // the focus is set
+}
+
+BOOL OnCommand(HWND hwnd, int id) {
+    switch (id) {
+    case IDOK:
+    case IDC_OK: EndDialog(hwnd, 1); return TRUE;
+    case IDCANCEL:
+    case IDC_CANCEL: EndDialog(hwnd, 0); return TRUE;
+    }
+    return FALSE;
+}
+
+INT_PTR OnNotify(HWND hwnd, const NMHDR* header) {
+    if (header->hwndFrom != g_iconPicker.list) return FALSE;
+    switch (header->code) {
+    case NM_CUSTOMDRAW:
+        SetWindowLongPtrW(hwnd, DWLP_MSGRESULT, OnGridCustomDraw((const NMLVCUSTOMDRAW*)header));
+        return TRUE;
+    case LVN_ITEMCHANGED:
+    case LVN_ITEMACTIVATE: OnGridSelection(hwnd); return FALSE;
+    }
+    return FALSE;
+}
+
+// The band under the grid: the label, then the current icon (or the text
+// for no icon) at its natural size.
+BOOL OnPaint(HWND hwnd) {
+    PAINTSTRUCT ps;
+    HDC dc = BeginPaint(hwnd, &ps);
+    RECT band = PreviewBand(hwnd);
+    SelectedObject font(dc, g_iconPicker.font);
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, RGB(0, 0, 0));
+
+    wchar_t label[256], none[256];
+    if (LoadStringW(hLangModule, IDS_ICON_PREVIEW_LABEL, label, 256) <= 0) label[0] = 0;
+    RECT labelRect = band;
+    labelRect.left = ScaleX(10);
+    DrawTextW(dc, label, -1, &labelRect, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+    SIZE extent = {};
+    GetTextExtentPoint32W(dc, label, lstrlenW(label), &extent);
+    int x = ScaleX(10) + extent.cx + ScaleX(6);
+
+    const PlanarImage& current = g_iconPicker.current;
+    if (current.IsDrawable()) {
+        DrawImage(current, dc, x, band.top + (BandHeight() - current.height) / 2);
+    } else {
+        if (LoadStringW(hLangModule, IDS_NONE, none, 256) <= 0) none[0] = 0;
+        RECT noneRect = band;
+        noneRect.left = x;
+        DrawTextW(dc, none, -1, &noneRect, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+    }
+    EndPaint(hwnd, &ps);
+    return TRUE;
+}
+
+BOOL OnDestroy() {
+    if (g_iconPicker.menuBar) DestroyWindow(g_iconPicker.menuBar);
+    if (g_iconPicker.list) DestroyWindow(g_iconPicker.list);  // its image list goes with it
+    if (g_iconPicker.font) DeleteObject(g_iconPicker.font);
+    g_iconPicker.menuBar = g_iconPicker.list = nullptr;
+    g_iconPicker.font = nullptr;
+    return FALSE;
+}
+
+INT_PTR OnMeasureItem(HWND hwnd) {
+    SetWindowLongPtrW(hwnd, DWLP_MSGRESULT, 1);
+    return TRUE;
+}
+
+// A white page, as on the phone.
+INT_PTR OnDialogColor(HDC dc) {
+    SetBkColor(dc, RGB(255, 255, 255));
+    return (INT_PTR)GetStockObject(WHITE_BRUSH);
+}
+
+INT_PTR CALLBACK IconPickerProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
+    switch (msg) {
+    case WM_INITDIALOG: return OnInitDialog(hwnd);
+    case WM_COMMAND: return OnCommand(hwnd, LOWORD(wParam));
+    case WM_NOTIFY: return OnNotify(hwnd, (const NMHDR*)lParam);
+    case WM_PAINT: return OnPaint(hwnd);
+    case WM_MOVE:
+    case WM_SIZE: PlaceList(hwnd); return FALSE;
+    case WM_MEASUREITEM: return OnMeasureItem(hwnd);
+    case WM_CTLCOLORDLG: return OnDialogColor((HDC)wParam);
+    case WM_ACTIVATE: SHHandleWMActivate(hwnd, wParam, lParam, &g_iconPicker.activateInfo, 0); return FALSE;
+    case WM_SETTINGCHANGE:
+        SHHandleWMSettingChange(hwnd, wParam, lParam, &g_iconPicker.activateInfo);
+        return FALSE;
+    case WM_DESTROY: return OnDestroy();
+    }
+    return FALSE;
+}
+
+void ResetState() {
+    g_iconPicker.current.Release();
+    g_iconPicker.callerImage = nullptr;
+    g_iconPicker.menuBar = g_iconPicker.list = nullptr;
+    g_iconPicker.font = nullptr;
+    g_iconPicker.activateInfo = {};
+    g_iconPicker.activateInfo.cbSize = sizeof g_iconPicker.activateInfo;
+    g_iconPicker.lastRow = -1;
+}
+
+}  // namespace
+
+namespace IconPicker {
+
+bool Run(HWND owner, HINSTANCE resourceModule, INT_PTR callerValue1, INT_PTR callerValue2, int flag,
+         PlanarImage& image) {
+    ResetState();
+    g_iconPicker.resourceModule = resourceModule;
+    g_iconPicker.callerValue1 = callerValue1;
+    g_iconPicker.callerValue2 = callerValue2;
+    g_iconPicker.flag = flag;
+    g_iconPicker.callerImage = &image;
+    if (!image.IsEmpty() && !g_iconPicker.current.CopyFrom(image)) return false;
+
+    // An in-memory template without controls: the dialog procedure builds them.
+    alignas(4) WORD blank[16] = {};
+    DLGTEMPLATE* dialog = (DLGTEMPLATE*)blank;
+    dialog->style = WS_POPUP | WS_VISIBLE | WS_CAPTION;
+    INT_PTR result = DialogBoxIndirectParamW(resourceModule, dialog, owner, IconPickerProc, 0);
+    bool confirmed = result == 1;
+    if (confirmed) {
+        image.Release();
+        image = std::move(g_iconPicker.current);
+    }
+    ResetState();
+    return confirmed;
+}
+
+}  // namespace IconPicker
