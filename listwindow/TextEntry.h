@@ -12,6 +12,7 @@
 #include "base/CeString.h"
 
 const int kTextEntryMaxChars = 255;
+const int kTextEntryEditId = 1000;  // child ID of the edit box
 
 struct TextEntryRequest {
     HINSTANCE module;                     // the instance of the edit box
