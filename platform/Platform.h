@@ -29,5 +29,11 @@ void FitToPhoneScreen(HWND hwnd);
 // True when the window has been fitted.
 bool IsOnPhoneScreen(HWND hwnd);
 
+// SHCreateMenuBar from a menu built in code: the bar takes ownership of
+// `menu` (a top-level POPUP's button ID is its item ID). Flags and parent
+// come from `info` as for SHCreateMenuBar; info->hwndMB receives the bar.
+struct tagSHMENUBARINFO;
+BOOL CreateSoftKeyBar(tagSHMENUBARINFO* info, HMENU menu);
+
 // The soft-key bar whose parent is this window (or NULL).
 HWND FindSoftKeyBar(HWND parent);

@@ -1,0 +1,448 @@
+// SHCreateMenuBar: the soft-key bar. It is a toolbar control, one button per
+// top-level entry of the menu (normally two: left and right soft key), shown
+// as a separate owned window in the band under its parent's client area, as
+// the phone shows its menu bar under the application's area. The toolbar is
+// its own notification target, so clicks and custom drawing stay inside the
+// bar; commands reach the parent as WM_COMMAND (lParam 0), like menu
+// commands on the phone.
+#include "platform/aygshell.h"
+
+#include <commctrl.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/Platform.h"
+#include "platform/PlatformInternal.h"
+
+const wchar_t kBarProp[] = L"ZvSoftKeyBar";
+
+namespace {
+
+const UINT_PTR kBarSubclassId = 0x5A51;
+const COLORREF kBarTop = RGB(70, 70, 74);
+const COLORREF kBarBottom = RGB(18, 18, 20);
+const COLORREF kBarPressed = RGB(90, 110, 150);
+const COLORREF kBarText = RGB(255, 255, 255);
+const COLORREF kBarGrayText = RGB(130, 130, 130);
+
+struct BarState {
+    HWND parent = nullptr;
+    HMENU menu = nullptr;                // the whole menu the bar was built from (owned)
+    std::map<UINT, WORD> keyOverrides;   // virtual key -> SHMBOF_* flags
+    bool hiddenWithParent = false;       // hidden because the parent was; shown with it
+    bool backDown = false;               // a Back press started on this bar
+    COLORREF background = CLR_NONE;      // SHCMBF_COLORBK
+    HFONT font = nullptr;
+};
+
+// Entries changed by numbering an open popup, restored when it closes.
+struct NumberedEntry {
+    HMENU menu;
+    UINT pos;
+    std::wstring original;
+    std::wstring numbered;
+};
+
+struct SoftKeyMenuState {
+    bool open = false;
+    std::vector<NumberedEntry> numbered;
+} g_menu;
+
+BarState* StateOf(HWND bar) {
+    DWORD_PTR data = 0;
+    if (!GetWindowSubclass(bar, nullptr, kBarSubclassId, &data)) return nullptr;
+    return (BarState*)data;
+}
+
+std::wstring StripMnemonics(const std::wstring& text) {
+    std::wstring out;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == L'&' && i + 1 < text.size()) ++i;
+        else if (text[i] == L'&') continue;
+        if (text[i] == L'\t') break;  // accelerator column
+        out += text[i];
+    }
+    return out;
+}
+
+std::wstring MenuItemText(HMENU menu, UINT pos) {
+    wchar_t buf[512] = L"";
+    MENUITEMINFOW mii = {};
+    mii.cbSize = sizeof mii;
+    mii.fMask = MIIM_STRING;
+    mii.dwTypeData = buf;
+    mii.cch = 511;
+    if (!GetMenuItemInfoW(menu, pos, TRUE, &mii)) return L"";
+    return buf;
+}
+
+void SetMenuItemText(HMENU menu, UINT pos, const std::wstring& text) {
+    MENUITEMINFOW mii = {};
+    mii.cbSize = sizeof mii;
+    mii.fMask = MIIM_STRING;
+    mii.dwTypeData = (LPWSTR)text.c_str();
+    SetMenuItemInfoW(menu, pos, TRUE, &mii);
+}
+
+// ---------------------------------------------------------------------------
+// Popups: numbered 1..9, 0 like the phone's menus, so a digit picks an entry.
+// ---------------------------------------------------------------------------
+void NumberMenu(HMENU menu) {
+    int count = GetMenuItemCount(menu);
+    int number = 0;
+    for (int pos = 0; pos < count; ++pos) {
+        MENUITEMINFOW mii = {};
+        mii.cbSize = sizeof mii;
+        mii.fMask = MIIM_FTYPE | MIIM_SUBMENU;
+        if (!GetMenuItemInfoW(menu, pos, TRUE, &mii)) continue;
+        if (mii.fType & (MFT_SEPARATOR | MFT_OWNERDRAW | MFT_BITMAP)) continue;
+        if (mii.hSubMenu) NumberMenu(mii.hSubMenu);
+        if (++number > 10) continue;
+        std::wstring original = MenuItemText(menu, pos);
+        std::wstring numbered = L"&";
+        numbered += (wchar_t)(L'0' + number % 10);
+        numbered += L' ';
+        numbered += StripMnemonics(original);
+        SetMenuItemText(menu, pos, numbered);
+        g_menu.numbered.push_back({menu, (UINT)pos, original, numbered});
+    }
+}
+
+// Puts the texts back, unless the program changed an entry meanwhile.
+void RestoreMenuTexts() {
+    for (const NumberedEntry& e : g_menu.numbered) {
+        if (IsMenu(e.menu) && MenuItemText(e.menu, e.pos) == e.numbered) SetMenuItemText(e.menu, e.pos, e.original);
+    }
+    g_menu.numbered.clear();
+}
+
+void OpenPopup(HWND bar, int index) {
+    BarState* st = StateOf(bar);
+    TBBUTTON button = {};
+    if (!st || g_menu.open || !SendMessageW(bar, TB_GETBUTTON, index, (LPARAM)&button)) return;
+    HMENU popup = (HMENU)button.dwData;
+    if (!popup || !IsMenu(popup)) return;
+
+    RECT item;
+    SendMessageW(bar, TB_GETITEMRECT, index, (LPARAM)&item);
+    MapWindowPoints(bar, nullptr, (POINT*)&item, 2);
+    RECT barRect;
+    GetWindowRect(bar, &barRect);
+    int count = (int)SendMessageW(bar, TB_BUTTONCOUNT, 0, 0);
+    bool rightSide = index > 0 && index == count - 1;
+    UINT align = rightSide ? TPM_RIGHTALIGN : TPM_LEFTALIGN;
+    int x = rightSide ? item.right : item.left;
+
+    g_menu.open = true;
+    NumberMenu(popup);
+    SendMessageW(bar, TB_PRESSBUTTON, button.idCommand, TRUE);
+    HWND parent = st->parent;
+    UINT cmd = (UINT)TrackPopupMenuEx(popup, TPM_RETURNCMD | TPM_BOTTOMALIGN | TPM_LEFTBUTTON | align, x, barRect.top,
+                                      parent, nullptr);
+    if (IsWindow(bar)) SendMessageW(bar, TB_PRESSBUTTON, button.idCommand, FALSE);
+    RestoreMenuTexts();
+    g_menu.open = false;
+    if (cmd && IsWindow(parent)) PostMessageW(parent, WM_COMMAND, MAKEWPARAM(cmd, 0), 0);
+}
+
+// A soft key: its command goes to the parent, or its popup opens.
+void PressButton(HWND bar, int index) {
+    BarState* st = StateOf(bar);
+    TBBUTTON button = {};
+    if (!st || !SendMessageW(bar, TB_GETBUTTON, index, (LPARAM)&button)) return;
+    if (!(button.fsState & TBSTATE_ENABLED) || (button.fsState & TBSTATE_HIDDEN)) return;
+    if (button.dwData) PostMessageW(bar, kMsgBarOpenPopup, index, 0);
+    else PostMessageW(st->parent, WM_COMMAND, MAKEWPARAM(button.idCommand, 0), 0);
+}
+
+// The phone's default for Back: erase in an edit box, else leave the screen.
+void BackDefault(HWND parent) {
+    HWND focus = GetFocus();
+    if (IsEditableEdit(focus) && (focus == parent || IsChild(parent, focus))) EraseBackInEdit(focus);
+    else PostMessageW(parent, WM_COMMAND, MAKEWPARAM(IDCANCEL, 0), 0);
+}
+
+void OnBarKey(HWND bar, UINT vk, bool up) {
+    BarState* st = StateOf(bar);
+    if (!st) return;
+    WORD flags = 0;
+    auto found = st->keyOverrides.find(vk);
+    if (found != st->keyOverrides.end()) flags = found->second;
+    if (flags & SHMBOF_NOTIFY)
+        PostMessageW(st->parent, WM_HOTKEY, vk, MAKELPARAM(up ? MOD_KEYUP : 0, vk));
+    if (flags & SHMBOF_NODEFAULT) return;
+
+    if (vk == VK_ESCAPE) {
+        // The phone acts on Back when it is released.
+        if (!up) st->backDown = true;
+        else if (st->backDown) {
+            st->backDown = false;
+            BackDefault(st->parent);
+        }
+        return;
+    }
+    if (!up) PressButton(bar, vk == VK_F1 ? 0 : (int)SendMessageW(bar, TB_BUTTONCOUNT, 0, 0) - 1);
+}
+
+int IndexOfCommand(HWND bar, UINT id) {
+    return (int)SendMessageW(bar, TB_COMMANDTOINDEX, id, 0);
+}
+
+LRESULT OnGetSubMenu(HWND bar, UINT id) {
+    int index = IndexOfCommand(bar, id);
+    TBBUTTON button = {};
+    if (index < 0 || !SendMessageW(bar, TB_GETBUTTON, index, (LPARAM)&button)) return 0;
+    return (LRESULT)button.dwData;
+}
+
+LRESULT OnSetSubMenu(HWND bar, UINT id, HMENU menu) {
+    int index = IndexOfCommand(bar, id);
+    if (index < 0) return 0;
+    TBBUTTONINFOW info = {};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_BYINDEX | TBIF_LPARAM;
+    SendMessageW(bar, TB_GETBUTTONINFOW, index, (LPARAM)&info);
+    HMENU old = (HMENU)info.lParam;
+    info.lParam = (LPARAM)menu;
+    SendMessageW(bar, TB_SETBUTTONINFOW, index, (LPARAM)&info);
+    return (LRESULT)old;
+}
+
+LRESULT OnOverrideKey(HWND bar, UINT vk, LPARAM lParam) {
+    BarState* st = StateOf(bar);
+    if (!st) return FALSE;
+    WORD mask = LOWORD(lParam), value = HIWORD(lParam);
+    WORD& flags = st->keyOverrides[vk];
+    flags = (WORD)((flags & ~mask) | (value & mask));
+    return TRUE;
+}
+
+// ---------------------------------------------------------------------------
+// Drawing: a dark bar with each label centred over its half.
+// ---------------------------------------------------------------------------
+void FillBar(HWND bar, HDC dc) {
+    BarState* st = StateOf(bar);
+    RECT rc;
+    GetClientRect(bar, &rc);
+    if (st && st->background != CLR_NONE) {
+        HBRUSH brush = CreateSolidBrush(st->background);
+        FillRect(dc, &rc, brush);
+        DeleteObject(brush);
+        return;
+    }
+    TRIVERTEX v[2] = {{rc.left, rc.top, (COLOR16)(GetRValue(kBarTop) << 8), (COLOR16)(GetGValue(kBarTop) << 8),
+                       (COLOR16)(GetBValue(kBarTop) << 8), 0},
+                      {rc.right, rc.bottom, (COLOR16)(GetRValue(kBarBottom) << 8),
+                       (COLOR16)(GetGValue(kBarBottom) << 8), (COLOR16)(GetBValue(kBarBottom) << 8), 0}};
+    GRADIENT_RECT g = {0, 1};
+    GradientFill(dc, v, 2, &g, 1, GRADIENT_FILL_RECT_V);
+}
+
+LRESULT DrawButton(HWND bar, NMTBCUSTOMDRAW* cd) {
+    BarState* st = StateOf(bar);
+    HDC dc = cd->nmcd.hdc;
+    RECT rc = cd->nmcd.rc;
+    UINT id = (UINT)cd->nmcd.dwItemSpec;
+    if (cd->nmcd.uItemState & CDIS_SELECTED) {
+        HBRUSH brush = CreateSolidBrush(kBarPressed);
+        RECT inner = rc;
+        InflateRect(&inner, -2, -2);
+        FillRect(dc, &inner, brush);
+        DeleteObject(brush);
+    }
+    wchar_t text[256] = L"";
+    SendMessageW(bar, TB_GETBUTTONTEXTW, id, (LPARAM)text);
+    HGDIOBJ oldFont = SelectObject(dc, st && st->font ? st->font : GetStockObject(DEFAULT_GUI_FONT));
+    SetBkMode(dc, TRANSPARENT);
+    bool enabled = (cd->nmcd.uItemState & (CDIS_DISABLED | CDIS_GRAYED)) == 0;
+    SetTextColor(dc, enabled ? kBarText : kBarGrayText);
+    DrawTextW(dc, text, -1, &rc, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_HIDEPREFIX);
+    SelectObject(dc, oldFont);
+    return CDRF_SKIPDEFAULT;
+}
+
+LRESULT OnCustomDraw(HWND bar, NMTBCUSTOMDRAW* cd) {
+    switch (cd->nmcd.dwDrawStage) {
+    case CDDS_PREPAINT:     return CDRF_NOTIFYITEMDRAW;
+    case CDDS_ITEMPREPAINT: return DrawButton(bar, cd);
+    default:                return CDRF_DODEFAULT;
+    }
+}
+
+// Buttons share the bar's width equally.
+void LayoutButtons(HWND bar) {
+    int count = (int)SendMessageW(bar, TB_BUTTONCOUNT, 0, 0);
+    if (count <= 0) return;
+    RECT rc;
+    GetClientRect(bar, &rc);
+    int width = rc.right / count;
+    SendMessageW(bar, TB_SETBUTTONSIZE, 0, MAKELPARAM(width, rc.bottom));
+    for (int i = 0; i < count; ++i) {
+        TBBUTTONINFOW info = {};
+        info.cbSize = sizeof info;
+        info.dwMask = TBIF_BYINDEX | TBIF_SIZE;
+        info.cx = (WORD)(i == count - 1 ? rc.right - width * (count - 1) : width);
+        SendMessageW(bar, TB_SETBUTTONINFOW, i, (LPARAM)&info);
+    }
+}
+
+void OnBarDestroy(HWND bar) {
+    BarState* st = StateOf(bar);
+    RemoveWindowSubclass(bar, nullptr, kBarSubclassId);
+    if (!st) return;
+    if (IsWindow(st->parent) && GetPropW(st->parent, kBarProp) == bar) RemovePropW(st->parent, kBarProp);
+    if (st->menu) DestroyMenu(st->menu);
+    if (st->font) DeleteObject(st->font);
+    delete st;
+}
+
+LRESULT CALLBACK BarProc(HWND bar, UINT msg, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    switch (msg) {
+    case SHCMBM_GETSUBMENU:  return OnGetSubMenu(bar, (UINT)lParam);
+    case SHCMBM_SETSUBMENU:  return OnSetSubMenu(bar, (UINT)wParam, (HMENU)lParam);
+    case SHCMBM_GETMENU:     return StateOf(bar) ? (LRESULT)StateOf(bar)->menu : 0;
+    case SHCMBM_OVERRIDEKEY: return OnOverrideKey(bar, (UINT)wParam, lParam);
+    case WM_COMMAND:
+        if ((HWND)lParam == nullptr || (HWND)lParam == bar) {
+            int index = IndexOfCommand(bar, LOWORD(wParam));
+            if (index >= 0) PressButton(bar, index);
+            return 0;
+        }
+        break;
+    case WM_NOTIFY:
+        if (((NMHDR*)lParam)->hwndFrom == bar) {
+            if (((NMHDR*)lParam)->code == (UINT)NM_CUSTOMDRAW) return OnCustomDraw(bar, (NMTBCUSTOMDRAW*)lParam);
+            return 0;
+        }
+        break;
+    case WM_ERASEBKGND:      FillBar(bar, (HDC)wParam); return 1;
+    case WM_MOUSEACTIVATE:   return MA_NOACTIVATE;
+    case WM_SIZE: {
+        LRESULT r = DefSubclassProc(bar, msg, wParam, lParam);
+        LayoutButtons(bar);
+        return r;
+    }
+    case kMsgBarKey:         OnBarKey(bar, (UINT)wParam, lParam != 0); return 0;
+    case kMsgBarOpenPopup:   OpenPopup(bar, (int)wParam); return 0;
+    case WM_NCDESTROY:       OnBarDestroy(bar); break;
+    }
+    return DefSubclassProc(bar, msg, wParam, lParam);
+}
+
+// One button per top-level entry of the menu.
+void AddButtons(HWND bar, HMENU menu) {
+    int count = GetMenuItemCount(menu);
+    for (int pos = 0; pos < count; ++pos) {
+        MENUITEMINFOW mii = {};
+        mii.cbSize = sizeof mii;
+        mii.fMask = MIIM_ID | MIIM_SUBMENU | MIIM_STATE | MIIM_FTYPE;
+        if (!GetMenuItemInfoW(menu, pos, TRUE, &mii) || (mii.fType & MFT_SEPARATOR)) continue;
+        UINT id = mii.wID;
+        // A POPUP of a plain MENU resource has no ID of its own.
+        if (mii.hSubMenu && (id == 0 || id == (UINT)(UINT_PTR)mii.hSubMenu || id == (UINT)-1)) id = pos + 1;
+        std::wstring text = StripMnemonics(MenuItemText(menu, pos));
+        TBBUTTON button = {};
+        button.iBitmap = I_IMAGENONE;
+        button.idCommand = (int)id;
+        button.fsState = (mii.fState & MFS_GRAYED) ? 0 : TBSTATE_ENABLED;
+        button.fsStyle = BTNS_BUTTON | BTNS_NOPREFIX;
+        button.dwData = (DWORD_PTR)mii.hSubMenu;
+        button.iString = (INT_PTR)text.c_str();
+        SendMessageW(bar, TB_ADDBUTTONSW, 1, (LPARAM)&button);
+    }
+}
+
+HFONT CreateBarFont() {
+    NONCLIENTMETRICSW ncm = {};
+    ncm.cbSize = sizeof ncm;
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof ncm, &ncm, 0);
+    LOGFONTW lf = ncm.lfMenuFont;
+    lf.lfWeight = FW_BOLD;
+    return CreateFontIndirectW(&lf);
+}
+
+}  // namespace
+
+bool SoftKeyMenuIsOpen() { return g_menu.open; }
+
+HWND FindSoftKeyBar(HWND parent) {
+    HWND bar = parent ? (HWND)GetPropW(parent, kBarProp) : nullptr;
+    return bar && IsWindow(bar) ? bar : nullptr;
+}
+
+// Keeps the bar in the band under its parent's client area, visible with it.
+void PlaceSoftKeyBar(HWND parent) {
+    HWND bar = FindSoftKeyBar(parent);
+    BarState* st = bar ? StateOf(bar) : nullptr;
+    if (!st) return;
+    RECT client;
+    GetClientRect(parent, &client);
+    POINT pt = {0, client.bottom};
+    ClientToScreen(parent, &pt);
+    bool parentShown = IsWindowVisible(parent) && !IsIconic(parent);
+    UINT flags = SWP_NOACTIVATE | SWP_NOZORDER;
+    if (!parentShown && IsWindowVisible(bar)) {
+        st->hiddenWithParent = true;
+        flags |= SWP_HIDEWINDOW;
+    } else if (parentShown && st->hiddenWithParent) {
+        st->hiddenWithParent = false;
+        flags = (flags & ~SWP_NOZORDER) | SWP_SHOWWINDOW;
+    }
+    SetWindowPos(bar, HWND_TOP, pt.x, pt.y, client.right, SoftKeyBarHeight(), flags);
+}
+
+BOOL WINAPI SHCreateMenuBar(SHMENUBARINFO* pmbi) {
+    if (!pmbi || !IsWindow(pmbi->hwndParent)) return FALSE;
+    pmbi->hwndMB = nullptr;
+    HMENU menu = nullptr;
+    if (!(pmbi->dwFlags & SHCMBF_EMPTYBAR)) {
+        if (!(pmbi->dwFlags & SHCMBF_HMENU)) return FALSE;  // toolbar resources are not used here
+        menu = LoadMenuW(pmbi->hInstRes, MAKEINTRESOURCEW(pmbi->nToolBarId));
+        if (!menu) return FALSE;
+    }
+    return CreateSoftKeyBar(pmbi, menu);
+}
+
+BOOL CreateSoftKeyBar(SHMENUBARINFO* pmbi, HMENU menu) {
+    if (!pmbi || !IsWindow(pmbi->hwndParent)) {
+        if (menu) DestroyMenu(menu);
+        return FALSE;
+    }
+    pmbi->hwndMB = nullptr;
+    HWND parent = pmbi->hwndParent;
+    bool topLevel = (GetWindowLongW(parent, GWL_STYLE) & WS_CHILD) == 0;
+    if (topLevel && !IsOnPhoneScreen(parent)) FitToPhoneScreen(parent);
+
+    INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_BAR_CLASSES};
+    InitCommonControlsEx(&icc);
+    HWND bar = CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, TOOLBARCLASSNAMEW, L"",
+                               WS_POPUP | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST | CCS_NORESIZE |
+                                   CCS_NOPARENTALIGN | CCS_NODIVIDER,
+                               0, 0, 0, 0, parent, nullptr, (HINSTANCE)GetModuleHandleW(nullptr), nullptr);
+    if (!bar) {
+        if (menu) DestroyMenu(menu);
+        return FALSE;
+    }
+    BarState* st = new BarState;
+    st->parent = parent;
+    st->menu = menu;
+    st->hiddenWithParent = !(pmbi->dwFlags & SHCMBF_HIDDEN);
+    if (pmbi->dwFlags & SHCMBF_COLORBK) st->background = pmbi->clrBk;
+    st->font = CreateBarFont();
+    SetWindowSubclass(bar, BarProc, kBarSubclassId, (DWORD_PTR)st);
+
+    SendMessageW(bar, TB_SETPARENT, (WPARAM)bar, 0);
+    SendMessageW(bar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+    SendMessageW(bar, TB_SETBITMAPSIZE, 0, MAKELPARAM(0, 0));
+    SendMessageW(bar, WM_SETFONT, (WPARAM)st->font, FALSE);
+    if (menu) AddButtons(bar, menu);
+
+    SetPropW(parent, kBarProp, bar);
+    PlaceSoftKeyBar(parent);
+    LayoutButtons(bar);
+    InstallSoftKeyHook();
+    pmbi->hwndMB = bar;
+    return TRUE;
+}

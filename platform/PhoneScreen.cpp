@@ -1,0 +1,155 @@
+// The phone screen on the desktop. Every full-screen window covers the same
+// rectangle: its client area is the application's part of the screen and a
+// band of its frame under the client area holds the soft-key bar, so code
+// written for the phone lays out in its whole client rectangle and the bar
+// never covers anything. A desktop caption lets the user move the phone and
+// close the window; the phone screen moves with the window that was dragged.
+#include "platform/Platform.h"
+
+#include <commctrl.h>
+
+#include "app/ScreenScale.h"
+#include "platform/PlatformInternal.h"
+
+namespace {
+
+const wchar_t kPhoneProp[] = L"ZvPhoneScreen";
+const UINT_PTR kPhoneSubclassId = 0x5A50;
+
+// Top-left of the phone screen in desktop coordinates; the last position the
+// user dragged a phone window to.
+struct PhoneScreenState {
+    POINT origin;
+    bool originSet;
+} g_phone;
+
+const COLORREF kBandColor = RGB(32, 32, 32);
+
+POINT PhoneOrigin() {
+    if (!g_phone.originSet) {
+        g_phone.origin.x = 48;
+        g_phone.origin.y = 48;
+        g_phone.originSet = true;
+    }
+    return g_phone.origin;
+}
+
+POINT ClientOrigin(HWND hwnd) {
+    POINT pt = {0, 0};
+    ClientToScreen(hwnd, &pt);
+    return pt;
+}
+
+// The band under the client area, in window coordinates.
+RECT BandRect(HWND hwnd) {
+    RECT win, client;
+    GetWindowRect(hwnd, &win);
+    GetClientRect(hwnd, &client);
+    POINT pt = {0, client.bottom};
+    ClientToScreen(hwnd, &pt);
+    RECT band = {pt.x - win.left, pt.y - win.top, pt.x - win.left + client.right, pt.y - win.top + SoftKeyBarHeight()};
+    return band;
+}
+
+LRESULT OnNcCalcSize(HWND hwnd, WPARAM wParam, LPARAM lParam) {
+    LRESULT r = DefSubclassProc(hwnd, WM_NCCALCSIZE, wParam, lParam);
+    RECT* client = (RECT*)lParam;  // rgrc[0] for both forms
+    client->bottom -= SoftKeyBarHeight();
+    if (client->bottom < client->top) client->bottom = client->top;
+    return r;
+}
+
+void OnNcPaint(HWND hwnd, WPARAM wParam, LPARAM lParam) {
+    DefSubclassProc(hwnd, WM_NCPAINT, wParam, lParam);
+    HDC dc = GetWindowDC(hwnd);
+    if (!dc) return;
+    RECT band = BandRect(hwnd);
+    HBRUSH brush = CreateSolidBrush(kBandColor);
+    FillRect(dc, &band, brush);
+    DeleteObject(brush);
+    ReleaseDC(hwnd, dc);
+}
+
+void OnWindowPosChanged(HWND hwnd, const WINDOWPOS* pos) {
+    if (!(pos->flags & SWP_NOMOVE) && IsWindowVisible(hwnd) && !IsIconic(hwnd)) {
+        g_phone.origin = ClientOrigin(hwnd);
+        g_phone.originSet = true;
+    }
+    PlaceSoftKeyBar(hwnd);
+}
+
+// A window coming back to the front follows a phone screen that was moved
+// while another window was on top.
+void OnActivate(HWND hwnd, WPARAM wParam) {
+    if (LOWORD(wParam) == WA_INACTIVE || IsIconic(hwnd) || !IsWindowVisible(hwnd)) return;
+    POINT now = ClientOrigin(hwnd);
+    POINT want = PhoneOrigin();
+    if (now.x == want.x && now.y == want.y) return;
+    RECT win;
+    GetWindowRect(hwnd, &win);
+    SetWindowPos(hwnd, nullptr, win.left + want.x - now.x, win.top + want.y - now.y, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+LRESULT CALLBACK PhoneWindowProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    switch (msg) {
+    case WM_NCCALCSIZE:       return OnNcCalcSize(hwnd, wParam, lParam);
+    case WM_NCPAINT:          OnNcPaint(hwnd, wParam, lParam); return 0;
+    case WM_WINDOWPOSCHANGED: {
+        LRESULT r = DefSubclassProc(hwnd, msg, wParam, lParam);
+        OnWindowPosChanged(hwnd, (const WINDOWPOS*)lParam);
+        return r;
+    }
+    case WM_ACTIVATE: {
+        LRESULT r = DefSubclassProc(hwnd, msg, wParam, lParam);
+        OnActivate(hwnd, wParam);
+        return r;
+    }
+    case WM_NCDESTROY:
+        RemoveWindowSubclass(hwnd, PhoneWindowProc, kPhoneSubclassId);
+        RemovePropW(hwnd, kPhoneProp);
+        break;
+    }
+    return DefSubclassProc(hwnd, msg, wParam, lParam);
+}
+
+}  // namespace
+
+void EnsureScreenScale() {
+    if (ScreenDpiX() == 0) InitScreenScale(0);
+}
+
+int SoftKeyBarHeight() {
+    EnsureScreenScale();
+    return ScaleY(26);
+}
+
+void GetPhoneScreenRect(RECT* rc) {
+    EnsureScreenScale();
+    POINT origin = PhoneOrigin();
+    SetRect(rc, origin.x, origin.y, origin.x + ScaleX(240), origin.y + ScaleY(320));
+}
+
+bool IsOnPhoneScreen(HWND hwnd) { return hwnd && GetPropW(hwnd, kPhoneProp) != nullptr; }
+
+void FitToPhoneScreen(HWND hwnd) {
+    if (!IsWindow(hwnd) || (GetWindowLongW(hwnd, GWL_STYLE) & WS_CHILD)) return;
+    RECT phone;
+    GetPhoneScreenRect(&phone);
+
+    LONG style = GetWindowLongW(hwnd, GWL_STYLE);
+    style = (style | WS_CAPTION | WS_SYSMENU) & ~(WS_THICKFRAME | WS_MAXIMIZEBOX | WS_MINIMIZEBOX | WS_MAXIMIZE);
+    SetWindowLongW(hwnd, GWL_STYLE, style);
+    if (!IsOnPhoneScreen(hwnd)) {
+        SetPropW(hwnd, kPhoneProp, (HANDLE)1);
+        SetWindowSubclass(hwnd, PhoneWindowProc, kPhoneSubclassId, 0);
+    }
+
+    RECT win = phone;
+    win.bottom -= SoftKeyBarHeight();
+    AdjustWindowRectEx(&win, style, GetMenu(hwnd) != nullptr, GetWindowLongW(hwnd, GWL_EXSTYLE));
+    win.bottom += SoftKeyBarHeight();
+    SetWindowPos(hwnd, nullptr, win.left, win.top, win.right - win.left, win.bottom - win.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+    PlaceSoftKeyBar(hwnd);
+}

@@ -1,0 +1,33 @@
+// Shared between the files of platform/ only.
+#pragma once
+#include <windows.h>
+
+// Messages the keyboard hook posts to a soft-key bar (outside the toolbar's
+// WM_USER range): wParam = the virtual key, lParam = 1 for key up, 0 for key down.
+const UINT kMsgBarKey = WM_APP + 0x5A0;
+// Posted by the bar to itself to open button wParam's popup once the click
+// that asked for it has been handled.
+const UINT kMsgBarOpenPopup = WM_APP + 0x5A1;
+
+// Window property of a bar's parent holding the bar's handle.
+extern const wchar_t kBarProp[];
+
+// Called by the phone-screen code when the parent moved, was shown or hidden.
+void PlaceSoftKeyBar(HWND parent);
+
+// True while a popup opened from a soft key is on screen (the hook leaves the
+// keys to the menu then).
+bool SoftKeyMenuIsOpen();
+
+// Installs the thread's keyboard hook that turns F1, F2 and Esc into soft-key
+// and Back presses (once per thread).
+void InstallSoftKeyHook();
+
+// True for an edit box the user can type into.
+bool IsEditableEdit(HWND hwnd);
+
+// Erases what Backspace would erase in an edit box.
+void EraseBackInEdit(HWND edit);
+
+// Fills the phone-screen size defaults (the density) on first use.
+void EnsureScreenScale();
