@@ -43,6 +43,7 @@ struct ColorPickerState {
     WNDPROC fieldBaseProc;
     bool started;  // WM_INITDIALOG ran: a result of -1 is DefaultColor, not a failure
     bool ending;   // set once the result is chosen: focus changes no longer edit the colour
+    bool warning;  // the too-large message is up: the focus it takes is no edit
 } g_colorPicker;
 
 CColorPicker& Picker() { return *g_colorPicker.picker; }
@@ -145,7 +146,9 @@ bool TakeNumberField(HWND hwnd, CColorPicker& p, int channel) {
     GetWindowTextW(p.fields[channel], text, 257);
     long value = _wtol(text);
     if (value > 255) {
+        g_colorPicker.warning = true;
         MessageBoxW(hwnd, p.text[ColorTextTooLarge], p.text[ColorTextTooLargeCaption], MB_OK);
+        g_colorPicker.warning = false;
         SendMessageW(p.fields[channel], EM_UNDO, 0, 0);
         return false;
     }
@@ -378,7 +381,7 @@ void OnFieldNotify(HWND hwnd, CColorPicker& p, HWND field, int code) {
     }
     if (code != EN_KILLFOCUS) return;
     SipShowIM(SIPF_OFF);
-    if (g_colorPicker.ending) return;
+    if (g_colorPicker.ending || g_colorPicker.warning) return;
     int channel = NumberFieldChannel(p, field);
     if (channel >= 0)
         TakeNumberField(hwnd, p, channel);

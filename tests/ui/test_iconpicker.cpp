@@ -1,0 +1,308 @@
+// The icon picker driven through its real dialog over a folder of TGA files
+// written here: scan order, the size limit at 96 and 192 dpi, the cache that
+// is never rescanned, and what confirm and cancel do to the caller's icon.
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "LangIds.h"
+#include "app/ScreenScale.h"
+#include "base/AppGlobals.h"
+#include "mainview/PlanarImage.h"
+#include "settings/AppSettings.h"
+#include "settings/IconPicker.h"
+#include "tests/framework/ZvTest.h"
+#include "tests/harness/UiHarness.h"
+
+namespace {
+
+const wchar_t kIconsRoot[] = L"\\zvtest-icons\\";
+const wchar_t kMissingRoot[] = L"\\zvtest-icons-missing\\";
+const int kList = IconPicker::kIconListId;
+const int kProgramImageStrip = 163;  // passed through by the callers, unused by the picker
+
+struct Rgb {
+    BYTE r, g, b;
+};
+const Rgb kGreen = {0, 200, 0};
+const Rgb kRed = {220, 0, 0};
+const Rgb kBlue = {0, 0, 230};
+const Rgb kGrey = {90, 90, 90};
+
+// An uncompressed true-colour TGA filled with one colour: 18-byte header,
+// then bottom-up rows of blue, green, red (and alpha at 32 bits).
+void WriteTga(const std::wstring& path, int width, int height, int bits, Rgb c, BYTE imageType = 2) {
+    std::vector<BYTE> bytes(18, 0);
+    bytes[2] = imageType;
+    bytes[12] = (BYTE)(width & 0xFF);
+    bytes[13] = (BYTE)(width >> 8);
+    bytes[14] = (BYTE)(height & 0xFF);
+    bytes[15] = (BYTE)(height >> 8);
+    bytes[16] = (BYTE)bits;
+    bytes[17] = bits == 32 ? 8 : 0;
+    for (int i = 0; i < width * height; ++i) {
+        bytes.push_back(c.b);
+        bytes.push_back(c.g);
+        bytes.push_back(c.r);
+        if (bits == 32) bytes.push_back(255);
+    }
+    HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    DWORD written = 0;
+    WriteFile(file, bytes.data(), (DWORD)bytes.size(), &written, nullptr);
+    CloseHandle(file);
+}
+
+void RemoveTree(const std::wstring& folder) {
+    WIN32_FIND_DATAW found;
+    HANDLE search = FindFirstFileW((folder + L"*").c_str(), &found);
+    if (search != INVALID_HANDLE_VALUE) {
+        do {
+            std::wstring name = found.cFileName;
+            if (name == L"." || name == L"..") continue;
+            if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) RemoveTree(folder + name + L"\\");
+            else DeleteFileW((folder + name).c_str());
+        } while (FindNextFileW(search, &found));
+        FindClose(search);
+    }
+    RemoveDirectoryW(folder.c_str());
+}
+
+// The icons folder of these tests, on drive C: of the test prefix, and the
+// settings and cache put back afterwards. Scan order: the subfolder's icon,
+// then the folder's own files by name; big.tga counts only at 192 dpi and
+// mapped.tga (colour-mapped) never.
+struct IconFolderFixture {
+    wchar_t oldDirectory[MAX_PATH];
+    CeString oldFolder;
+
+    IconFolderFixture() {
+        GetCurrentDirectoryW(MAX_PATH, oldDirectory);
+        SetCurrentDirectoryW(L"C:\\");
+        oldFolder = g_appSettings.IconsFolder.value;
+        std::wstring root = kIconsRoot;
+        RemoveTree(root);
+        CreateDirectoryW(root.c_str(), nullptr);
+        CreateDirectoryW((root + L"sub").c_str(), nullptr);
+        WriteTga(root + L"a.tga", 16, 16, 32, kRed);
+        WriteTga(root + L"big.tga", 32, 32, 32, kGrey);
+        WriteTga(root + L"c.tga", 12, 12, 24, kBlue);
+        WriteTga(root + L"mapped.tga", 16, 16, 24, kGrey, 1);
+        WriteTga(root + L"sub\\b.tga", 16, 16, 32, kGreen);
+        WriteTga(root + L"sub\\notes.txt", 4, 4, 24, kGrey);
+        g_appSettings.IconsFolder.Set(kIconsRoot);
+        IconPicker::ReleaseIconCache();
+    }
+    ~IconFolderFixture() {
+        IconPicker::ReleaseIconCache();
+        g_appSettings.IconsFolder.Set(oldFolder.c_str());
+        RemoveTree(kIconsRoot);
+        SetCurrentDirectoryW(oldDirectory);
+    }
+};
+
+bool IsSolid(const PlanarImage& image, int width, int height, Rgb c) {
+    if (!image.IsDrawable() || image.width != width || image.height != height) return false;
+    for (int i = 0; i < width * height; ++i)
+        if (image.red[i] != c.r || image.green[i] != c.g || image.blue[i] != c.b || image.alpha[i] != 255)
+            return false;
+    return true;
+}
+
+void MakeSolid(PlanarImage& image, int size, Rgb c) {
+    image.Allocate(size, size);
+    for (int i = 0; i < size * size; ++i) {
+        image.red[i] = c.r;
+        image.green[i] = c.g;
+        image.blue[i] = c.b;
+        image.alpha[i] = 255;
+    }
+}
+
+bool RunPicker(ui::Script& script, PlanarImage& image, const char* file, int line) {
+    bool confirmed = false;
+    ui::RunModal(
+        script,
+        [&] {
+            confirmed = IconPicker::Run(nullptr, hLangModule, (INT_PTR)hInstance, kProgramImageStrip, 0, image);
+            return (INT_PTR)confirmed;
+        },
+        file, line);
+    return confirmed;
+}
+
+// True when some pixel of the preview band's middle row has this colour.
+bool BandShows(ui::Dlg& d, Rgb c) {
+    RECT client = d.ClientRect();
+    int y = client.bottom - ScaleY(14);
+    HDC dc = GetDC(d.hwnd);
+    bool found = false;
+    for (int x = 0; x < client.right && !found; ++x) found = GetPixel(dc, x, y) == RGB(c.r, c.g, c.b);
+    ReleaseDC(d.hwnd, dc);
+    return found;
+}
+
+}  // namespace
+
+TEST_CASE(Ui_Icon_ScanPutsSubfoldersFirstAndSkipsLargeImages) {
+    IconFolderFixture fixture;
+    int scans = IconPicker::IconScanCount();
+    PlanarImage image;
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.ListCount(kList), 3);
+        CHECK_EQ(d.ListFocused(kList), -1);
+        CHECK(d.Visible(kList));
+        RECT list = d.ClientRect(kList), client = d.ClientRect();
+        CHECK_EQ(list.bottom, client.bottom - ScaleY(28));
+        d.SoftKey(ui::Right);
+    });
+    CHECK(!RunPicker(s, image, ZV_HERE));
+    CHECK_EQ(IconPicker::IconScanCount(), scans + 1);
+    CHECK_EQ(IconPicker::CachedIconCount(), (size_t)3);
+    if (IconPicker::CachedIconCount() == 3) {
+        CHECK(IsSolid(IconPicker::CachedIcon(0), 16, 16, kGreen));
+        CHECK(IsSolid(IconPicker::CachedIcon(1), 16, 16, kRed));
+        CHECK(IsSolid(IconPicker::CachedIcon(2), 12, 12, kBlue));
+    }
+    CHECK(image.IsEmpty());
+}
+
+TEST_CASE(Ui_Icon_SecondRunUsesTheCache) {
+    IconFolderFixture fixture;
+    PlanarImage image;
+    ui::Script first;
+    first.Step([](ui::Dlg& d) { d.Back(); });
+    RunPicker(first, image, ZV_HERE);
+    int scans = IconPicker::IconScanCount();
+
+    // An icon added now does not show: the folder is not read again.
+    WriteTga(std::wstring(kIconsRoot) + L"new.tga", 16, 16, 32, kGrey);
+    ui::Script second;
+    second.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.ListCount(kList), 3);
+        d.Back();
+    });
+    RunPicker(second, image, ZV_HERE);
+    CHECK_EQ(IconPicker::IconScanCount(), scans);
+    CHECK_EQ(IconPicker::CachedIconCount(), (size_t)3);
+}
+
+TEST_CASE(Ui_Icon_LargeIconListedAtHighDensity) {
+    IconFolderFixture fixture;
+    int oldX = ScreenDpiX(), oldY = ScreenDpiY();
+    SetScreenDensity(192, 192);
+    PlanarImage image;
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.ListCount(kList), 4);
+        d.TapCell(kList, 2, 0);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.ListFocused(kList), 2);
+        CHECK(BandShows(d, kGrey));
+        d.SoftKey(ui::Left);
+    });
+    CHECK(RunPicker(s, image, ZV_HERE));
+    CHECK(IsSolid(image, 32, 32, kGrey));
+    SetScreenDensity(oldX, oldY);
+}
+
+TEST_CASE(Ui_Icon_ConfirmReplacesTheCallersIcon) {
+    IconFolderFixture fixture;
+    PlanarImage image;
+    MakeSolid(image, 16, kGrey);
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        CHECK(BandShows(d, kGrey));  // the caller's icon at the start
+        d.Key(VK_HOME);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.ListFocused(kList), 0);
+        CHECK(BandShows(d, kGreen));
+        d.Key(VK_RIGHT);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.ListFocused(kList), 1);
+        CHECK(BandShows(d, kRed));
+        CHECK(!BandShows(d, kGreen));
+        d.SoftKey(ui::Left);
+    });
+    CHECK(RunPicker(s, image, ZV_HERE));
+    CHECK(IsSolid(image, 16, 16, kRed));
+    // The cache keeps its own copy.
+    CHECK(IsSolid(IconPicker::CachedIcon(1), 16, 16, kRed));
+    CHECK(IconPicker::CachedIcon(1).red != image.red);
+
+    // A tap chooses too, and Enter confirms.
+    ui::Script tap;
+    tap.Step([](ui::Dlg& d) { d.TapCell(kList, 2, 0); });
+    tap.Step([](ui::Dlg& d) {
+        CHECK(BandShows(d, kBlue));
+        d.Enter();
+    });
+    CHECK(RunPicker(tap, image, ZV_HERE));
+    CHECK(IsSolid(image, 12, 12, kBlue));
+}
+
+TEST_CASE(Ui_Icon_CancelLeavesTheCallersIcon) {
+    IconFolderFixture fixture;
+    PlanarImage image;
+    MakeSolid(image, 16, kGrey);
+    unsigned char* planes = image.red;
+    ui::Script back;
+    back.Step([](ui::Dlg& d) { d.TapCell(kList, 1, 0); });
+    back.Step([](ui::Dlg& d) {
+        CHECK(BandShows(d, kRed));
+        d.Back();
+    });
+    CHECK(!RunPicker(back, image, ZV_HERE));
+    CHECK(image.red == planes);
+    CHECK(IsSolid(image, 16, 16, kGrey));
+
+    ui::Script softKey;
+    softKey.Step([](ui::Dlg& d) { d.TapCell(kList, 0, 0); });
+    softKey.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.SoftKeyCommand(ui::Right), (int)IDC_CANCEL);
+        d.SoftKey(ui::Right);
+    });
+    CHECK(!RunPicker(softKey, image, ZV_HERE));
+    CHECK(image.red == planes);
+    CHECK(IsSolid(image, 16, 16, kGrey));
+}
+
+TEST_CASE(Ui_Icon_ConfirmWithoutChoiceKeepsTheIcon) {
+    IconFolderFixture fixture;
+    PlanarImage image;
+    MakeSolid(image, 16, kBlue);
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.SoftKeyCommand(ui::Left), (int)IDC_OK);
+        d.SoftKey(ui::Left);
+    });
+    CHECK(RunPicker(s, image, ZV_HERE));
+    CHECK(IsSolid(image, 16, 16, kBlue));
+
+    // No icon at all stays no icon.
+    PlanarImage none;
+    ui::Script empty;
+    empty.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    CHECK(RunPicker(empty, none, ZV_HERE));
+    CHECK(none.IsEmpty());
+}
+
+TEST_CASE(Ui_Icon_MissingFolderGivesAnEmptyGrid) {
+    IconFolderFixture fixture;
+    g_appSettings.IconsFolder.Set(kMissingRoot);
+    PlanarImage image;
+    MakeSolid(image, 16, kRed);
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.ListCount(kList), 0);
+        d.Key(VK_DOWN);
+        d.SoftKey(ui::Left);
+    });
+    CHECK(RunPicker(s, image, ZV_HERE));
+    CHECK(IsSolid(image, 16, 16, kRed));
+    CHECK_EQ(IconPicker::CachedIconCount(), (size_t)0);
+}
