@@ -1,3 +1,17 @@
 #include <windows.h>
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) { return 0; }
+#include "app/Startup.h"
+#include "platform/aygshell.h"
+
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR lpCmdLine, int nCmdShow) {
+    // Paths are kept as on the device, rooted at "\": they name the drive
+    // the program was started from.
+    MakeProgramDriveCurrent();
+    if (!InitInstance(instance, nCmdShow, lpCmdLine)) return 0;
+    MSG msg;
+    while (GetMessageW(&msg, nullptr, 0, 0)) {
+        TranslateMessage(&msg);
+        DispatchMessageW(&msg);
+    }
+    return (int)msg.wParam;
+}

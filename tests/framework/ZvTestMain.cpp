@@ -91,6 +91,9 @@ int wmain(int argc, wchar_t** argv) {
     hLangModule = LoadBesideMe(L"LangEng.dll");
     hImageModule = LoadBesideMe(L"ZVLowDpiRes.dll");
     InitScreenScale(0);
+    // Device paths (rooted at a backslash) name the current drive: keep what the
+    // tests write inside the Wine prefix's own drive.
+    SetCurrentDirectoryW(L"C:\\");
     int run = 0, failedCases = 0;
     for (const zvtest::Case& c : zvtest::Registry()) {
         bool wanted = argc < 2;

@@ -1,0 +1,35 @@
+// Program start: the single-instance rule, the resource modules, the sample
+// files, the file associations and the main window.
+#pragma once
+#include <windows.h>
+
+#include "base/TextBuffer.h"
+
+extern const wchar_t kMainWindowClass[];  // "ZorvelConsole"
+extern const wchar_t kMainWindowTitle[];  // "Zorvel"
+
+// Device paths are rooted at "\" without a drive letter: they name the
+// drive the program was started from, which this makes the current one.
+void MakeProgramDriveCurrent();
+
+// Returns TRUE when the main window exists, FALSE when the program is to end.
+BOOL InitInstance(HINSTANCE instance, int nCmdShow, LPWSTR lpCmdLine);
+
+ATOM RegisterMainWindowClass(HINSTANCE instance, WNDPROC wndProc, HICON icon, const wchar_t* className);
+
+// The command line the program was started with, unchanged.
+extern TextBuffer g_commandLineFile;
+
+// A list file's name ends in 'l' ('.zvl'); a template's ('.zvt') does not.
+bool IsListFileName(const TextBuffer& path);
+// The characters after the last "\" up to the first "." after it.
+void FileTitleFromPath(const TextBuffer& path, wchar_t* out);
+
+// Whether a language module of this file title writes dates with dots.
+bool LanguageUsesDottedDates(const wchar_t* languageModulePath);
+
+// Installs one sample file: the copy whose suffix fits the screen ("_qvga" on
+// a low-density screen, "_vga" otherwise) becomes the plain file unless the
+// user already has one; the other copy is removed.
+void PlaceSampleFile(const wchar_t* folder, const wchar_t* fileName, bool lowDensity);
+void PlaceSampleFiles(const wchar_t* listsPath, const wchar_t* templatePath, bool lowDensity);

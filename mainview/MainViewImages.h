@@ -1,0 +1,8 @@
+// The main view's program-wide images.
+#pragma once
+#include "mainview/PlanarImage.h"
+
+extern PlanarImage g_categoryImage;     // a category in the tree
+extern PlanarImage g_defaultListImage;  // a list without an icon of its own
+extern PlanarImage g_rootImage;         // the lists folder itself
+extern PlanarImage g_scratchImage;      // reused while reading list icons

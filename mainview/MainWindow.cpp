@@ -1,0 +1,106 @@
+#include "mainview/MainWindow.h"
+
+#include "app/Startup.h"
+#include "base/AppGlobals.h"
+#include "mainview/CommandLineFile.h"
+#include "mainview/MainViewImages.h"
+#include "platform/aygshell.h"
+#include "settings/AppSettings.h"
+#include "LangIds.h"
+
+HWND g_hMainMenuBar;
+
+namespace {
+SHACTIVATEINFO g_activateInfo = [] {
+    SHACTIVATEINFO info = {};
+    info.cbSize = sizeof info;
+    return info;
+}();
+const wchar_t kProgramVersion[] = L"1.7";
+
+void CreateMenuBar(HWND hwnd) {
+    SHMENUBARINFO info = {};
+    info.cbSize = sizeof info;
+    info.hwndParent = hwnd;
+    info.dwFlags = SHCMBF_HMENU;
+    info.nToolBarId = IDM_MAIN_MENUBAR;
+    info.hInstRes = hLangModule;
+    g_hMainMenuBar = SHCreateMenuBar(&info) ? info.hwndMB : nullptr;
+    if (g_hMainMenuBar) {
+        // Back reaches the window as WM_HOTKEY instead of its default action.
+        SendMessageW(g_hMainMenuBar, SHCMBM_OVERRIDEKEY, VK_ESCAPE,
+                     MAKELPARAM(SHMBOF_NODEFAULT | SHMBOF_NOTIFY, SHMBOF_NODEFAULT | SHMBOF_NOTIFY));
+    }
+}
+
+LRESULT OnCreate(HWND hwnd) {
+    g_hMainMenuBar = nullptr;
+    g_appSettings.LoadSettings();
+    CreateMenuBar(hwnd);
+    if (g_commandLineFile.length > 0) {
+        OpenCommandLineFile(hwnd, g_commandLineFile);
+        DestroyWindow(hwnd);
+    }
+    return 0;
+}
+
+LRESULT OnDestroy() {
+    if (g_hMainMenuBar) DestroyWindow(g_hMainMenuBar);
+    g_hMainMenuBar = nullptr;
+    g_defaultListImage.Release();
+    if (hImageModule) FreeLibrary(hImageModule);
+    hImageModule = nullptr;
+    if (hLangModule) FreeLibrary(hLangModule);
+    hLangModule = nullptr;
+    PostQuitMessage(0);
+    return 0;
+}
+
+LRESULT OnPaint(HWND hwnd) {
+    PAINTSTRUCT ps;
+    BeginPaint(hwnd, &ps);
+    EndPaint(hwnd, &ps);
+    return 0;
+}
+
+void ShowAbout(HWND hwnd) {
+    wchar_t text[256];
+    wsprintfW(text, L"Zorvel %s\n%S", kProgramVersion, __DATE__);
+    MessageBoxW(hwnd, text, kMainWindowTitle, MB_OK | MB_ICONINFORMATION);
+}
+
+LRESULT OnCommand(HWND hwnd, UINT id) {
+    switch (id) {
+    case IDM_EXIT: DestroyWindow(hwnd); break;
+    case IDM_ABOUT: ShowAbout(hwnd); break;
+    }
+    return 0;
+}
+
+LRESULT OnHotKey(WPARAM wParam, LPARAM lParam) {
+    if (HIWORD(lParam) == VK_ESCAPE) SHSendBackToFocusWindow(WM_HOTKEY, wParam, lParam);
+    return 0;
+}
+}  // namespace
+
+LRESULT CALLBACK MainWndProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
+    switch (msg) {
+    case WM_CREATE: return OnCreate(hwnd);
+    case WM_DESTROY: return OnDestroy();
+    case WM_ACTIVATE: SHHandleWMActivate(hwnd, wParam, lParam, &g_activateInfo, 0); return 0;
+    case WM_PAINT: return OnPaint(hwnd);
+    case WM_SETTINGCHANGE: SHHandleWMSettingChange(hwnd, wParam, lParam, &g_activateInfo); return 0;
+    case WM_COMMAND: return OnCommand(hwnd, LOWORD(wParam));
+    case WM_TIMER: KillTimer(hwnd, wParam); return 0;
+    case WM_HOTKEY: return OnHotKey(wParam, lParam);
+    }
+    return DefWindowProcW(hwnd, msg, wParam, lParam);
+}
+
+HWND CreateMainWindow(HINSTANCE instance) {
+    // The device style (visible, clip siblings, the class bit 0x0800) plus a
+    // desktop caption so that the user can move and close the phone screen.
+    const DWORD style = 0x14000800 | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
+    return CreateWindowExW(0, kMainWindowClass, kMainWindowTitle, style, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
+                           CW_USEDEFAULT, nullptr, nullptr, instance, nullptr);
+}

@@ -1,0 +1,28 @@
+#!/bin/bash
+# Builds Zorvel, installs it into the private Wine prefix under build/ and
+# starts it on its sample lists. Without a display it runs under Xvfb,
+# writes build/screenshot.png and stops.
+set -e
+cd "$(dirname "$0")"
+tools/deps.sh
+cmake -S . -B build -DCMAKE_BUILD_TYPE=Release
+cmake --build build -j"$(nproc)"
+tools/wine-run.sh build build/bin/ZorvelSetup.exe
+if [ -n "$DISPLAY" ] && [ -z "$ZV_SCREENSHOT" ]; then
+  exec tools/wine-run.sh build 'C:\Program Files\Quenta\Zorvel\Zorvel.exe' "$@"
+fi
+# No display: run on the build's own Xvfb, take a screenshot, stop.
+unset DISPLAY
+tools/wine-run.sh build 'C:\Program Files\Quenta\Zorvel\Zorvel.exe' "$@" &
+pid=$!
+display=":$(cat build/xvfb.display)"
+for _ in $(seq 100); do
+  xdotool search --name '^Zorvel$' >/dev/null 2>&1 && break
+  DISPLAY=$display xdotool search --name '^Zorvel$' >/dev/null 2>&1 && break
+  sleep 0.1
+done
+sleep 1
+xwd -root -display "$display" -silent | convert xwd:- -crop 400x480+0+0 +repage build/screenshot.png
+echo "Screenshot: build/screenshot.png"
+WINEPREFIX="$PWD/build/wine" wineserver -k 2>/dev/null || true
+wait $pid 2>/dev/null || true

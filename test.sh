@@ -1,0 +1,11 @@
+#!/bin/bash
+# Builds Zorvel and runs every test under Wine (UI tests under Xvfb).
+set -e
+cd "$(dirname "$0")"
+tools/deps.sh
+cmake -S . -B build -DCMAKE_BUILD_TYPE=Release
+cmake --build build -j"$(nproc)"
+status=0
+(cd build && ctest --output-on-failure --timeout 900) || status=$?
+WINEPREFIX="$PWD/build/wine" wineserver -k 2>/dev/null || true
+exit $status
