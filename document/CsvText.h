@@ -24,7 +24,7 @@
 enum class CsvStatus {
     Ok,             // export written / list written
     CannotCreate,   // export target could not be created (8166)
-    CannotOpen,     // import source could not be opened (8169)
+    CannotOpen,     // import source could not be opened, or too large (8169)
     Declined,       // the list exists and the user did not answer Yes (8183)
     ListNotWritten, // the new list file could not be created (8093)
 };
@@ -47,18 +47,24 @@ struct CsvTable {
     std::vector<std::vector<std::wstring>> rows;
 };
 
+// Import limits: a file may be large, but the list it makes must stay
+// reasonable, since a one-character row costs a whole item.
+constexpr size_t kMaxImportRows = 1000000;
+constexpr size_t kMaxImportCells = 4000000;  // rows x fields
+
 // Parses import text (after the byte-order mark, one wchar_t per character).
 void parseCsvText(const wchar_t* text, size_t length, CsvTable& table);
-// Reads an import file: with FF FE as UTF-16LE, otherwise one byte per
-// character (each byte is taken as the character of that code). False when
-// the file cannot be opened.
-bool readCsvFile(const wchar_t* path, CsvTable& table);
-// Turns a table into a list document: view state -1/0, no icon, every
+// Reads an import file into text: with FF FE as UTF-16LE, otherwise one
+// byte per character (each byte taken as the character of that code).
+// False when the file cannot be opened or read.
+bool readCsvFileText(const wchar_t* path, std::wstring& text);
+// Turns import text into a list document: view state -1/0, no icon, every
 // columnWidth = clientWidth / field count, cells converted by their field's
 // type (dates as month-day-year text, choices by their texts, an empty
 // Selection as 11); missing cells are empty (choice 0, Selection 11);
-// cells past the field count are dropped.
-void csvTableToDocument(const CsvTable& table, int clientWidth, ListDocument& doc);
+// cells past the field count are dropped. False (document empty) when the
+// text holds more than kMaxImportRows rows or kMaxImportCells cells.
+bool csvTextToDocument(const wchar_t* text, size_t length, int clientWidth, ListDocument& doc);
 // The list path of an import: categoryPath + "\" + file name without its
 // extension + ".zvl", doubled backslashes collapsed.
 CeString importListPath(const wchar_t* textPath, const wchar_t* categoryPath);

@@ -1,28 +1,30 @@
-// String IDs of the language module used by the document code. Kept here,
-// named, until the shared language-module header lists them all.
+// String IDs of the language module used by the document code, by their
+// roles here, taken from the shared language-module header.
 #pragma once
 #include <windows.h>
 
+#include "LangIds.h"
+
 namespace docstr {
-constexpr UINT kErrorCaption = 8068;
-constexpr UINT kYes = 8089;
-constexpr UINT kNo = 8090;
-constexpr UINT kListNotCreated = 8093;
-constexpr UINT kWrongVersion = 8096;
-constexpr UINT kFirstTypeName = 8111;      // 8111 + FieldType, nine names
-constexpr UINT kFirstSelection = 8124;     // Selection 0..10: 8124..8134
-constexpr UINT kPriorityHigh = 8135;       // Priority 1
-constexpr UINT kPriorityNormal = 8136;     // Priority 0
-constexpr UINT kPriorityLow = 8137;        // Priority 2
-constexpr UINT kFirstDateMode = 8138;      // date default modes 0..4: 8138..8142
-constexpr UINT kTimeModeNow = 8143;        // time default mode 0
-constexpr UINT kUnchecked = 8144;          // Check 0
-constexpr UINT kChecked = 8145;            // Check 1
-constexpr UINT kExportNotCreated = 8166;
-constexpr UINT kExportDone = 8167;
-constexpr UINT kExportDoneCaption = 8168;
-constexpr UINT kImportNotOpened = 8169;
-constexpr UINT kListExists = 8183;         // holds one "%s": the list name
-constexpr UINT kListExistsCaption = 8184;
-constexpr UINT kFirstExtraSelection = 8187;  // Selection 11..13: 8187..8189
+constexpr UINT kErrorCaption = IDS_ERROR_CAPTION;
+constexpr UINT kYes = IDS_YES;
+constexpr UINT kNo = IDS_NO;
+constexpr UINT kListNotCreated = IDS_SAVE_FAILED;
+constexpr UINT kWrongVersion = IDS_LIST_VERSION_BAD;
+constexpr UINT kFirstTypeName = IDS_TYPE_BASE;           // + FieldType, nine names
+constexpr UINT kFirstSelection = IDS_SELECTION_BASE;     // Selection 0..10
+constexpr UINT kPriorityHigh = IDS_PRIORITY_HIGH;        // Priority 1
+constexpr UINT kPriorityNormal = IDS_PRIORITY_NORMAL;    // Priority 0
+constexpr UINT kPriorityLow = IDS_PRIORITY_LOW;          // Priority 2
+constexpr UINT kFirstDateMode = IDS_DATE_MODE_BASE;      // date default modes 0..4
+constexpr UINT kTimeModeNow = IDS_TIME_MODE_NOW;         // time default mode 0
+constexpr UINT kUnchecked = IDS_CHECK_CLEAR;             // Check 0
+constexpr UINT kChecked = IDS_CHECK_SET;                 // Check 1
+constexpr UINT kExportNotCreated = IDS_EXPORT_CREATE_FAILED;
+constexpr UINT kExportDone = IDS_EXPORT_DONE_TEXT;
+constexpr UINT kExportDoneCaption = IDS_EXPORT_DONE_CAPTION;
+constexpr UINT kImportNotOpened = IDS_IMPORT_OPEN_FAILED;
+constexpr UINT kListExists = IDS_LIST_EXISTS_TEXT;         // one "%s": the list name
+constexpr UINT kListExistsCaption = IDS_LIST_EXISTS_CAPTION;
+constexpr UINT kFirstExtraSelection = IDS_SELECTION_EMPTY;  // Selection 11..13
 }  // namespace docstr

@@ -103,6 +103,9 @@ struct ByteReader {
     // returns the bytes actually copied.
     size_t Bytes(void* out, size_t count);
     void Skip(size_t count) { pos += count < Remaining() ? count : Remaining(); }
+    // Reads an 8-byte chunk header; false (and the position at the end) when
+    // fewer than 8 bytes are left.
+    bool ChunkHeader(uint32_t& chunkSize, uint32_t& tag);
 };
 
 // Builds a byte image of a file.

@@ -79,14 +79,17 @@ int DrawImage(const PlanarImage& image, HDC dc, int x, int y, int width = -1, in
               int srcY = 0, int clipWidth = -1, int clipHeight = -1);
 
 // A 24-bit bottom-up DIB section holding a copy of a screen rectangle while
-// an image is blended into it. Rows are `stride` pixels long (a multiple of
-// 4), 3 bytes per pixel. Frees its bitmap on destruction.
+// an image is blended into it, 3 bytes per pixel (blue, green, red). The
+// header's image size counts `stride` pixels a row (the width rounded up to
+// a multiple of 4); the rows themselves are `rowBytes` long, as GDI lays out
+// a 24-bit DIB. Frees its bitmap on destruction.
 struct ScreenPatch {
     HBITMAP bitmap = nullptr;
     unsigned char* bits = nullptr;
     int width = 0;
     int height = 0;
-    int stride = 0;  // in pixels
+    int stride = 0;    // in pixels
+    int rowBytes = 0;  // (width * 3) rounded up to 4 bytes
 
     ScreenPatch() = default;
     ~ScreenPatch();
@@ -98,6 +101,6 @@ struct ScreenPatch {
     // Copies the section back to the same rectangle of `dc`.
     void Restore(HDC dc, int x, int y) const;
     unsigned char* Pixel(int column, int rowFromBottom) const {
-        return bits + (size_t(rowFromBottom) * stride + column) * 3;
+        return bits + size_t(rowFromBottom) * size_t(rowBytes) + size_t(column) * 3;
     }
 };

@@ -1,0 +1,34 @@
+// Whole-file reading and writing for the document code: one ReadFile of the
+// entire file, one WriteFile of a built buffer. Private to document/.
+#pragma once
+#include <windows.h>
+
+#include <vector>
+
+#include "document/ListFile.h"
+
+// Closes a file handle when it goes out of scope.
+struct FileHandle {
+    HANDLE handle;
+    explicit FileHandle(HANDLE h) : handle(h) {}
+    ~FileHandle() {
+        if (Valid()) CloseHandle(handle);
+    }
+    FileHandle(const FileHandle&) = delete;
+    FileHandle& operator=(const FileHandle&) = delete;
+    bool Valid() const { return handle != INVALID_HANDLE_VALUE && handle != nullptr; }
+};
+
+// Largest file the readers load. A real list of 100,000 items is about
+// 30 MB; anything far beyond is refused rather than read.
+constexpr long long kMaxDocumentFileSize = 256LL * 1024 * 1024;
+
+// Reads the whole file (GENERIC_READ, share read, OPEN_EXISTING).
+// CannotOpen when it cannot be opened, read or is too large.
+FileStatus ReadWholeFile(const wchar_t* path, std::vector<unsigned char>& bytes);
+// Reads from the current position to the end of an open file.
+bool ReadRestOfFile(HANDLE file, std::vector<unsigned char>& bytes);
+// Writes `count` bytes with one WriteFile; false when fewer were written.
+bool WriteAll(HANDLE file, const void* data, size_t count);
+// Creates the file (GENERIC_WRITE, `share`, CREATE_ALWAYS) and writes it.
+FileStatus WriteWholeFile(const wchar_t* path, const ByteWriter& out, DWORD share);

@@ -1,0 +1,186 @@
+// The list and template parser, written once for any byte source: the
+// in-memory ByteReader of ListFile.h and the one-call-per-read file reader
+// of ListFileUnbuffered.cpp. Private to document/.
+//
+// A source provides: bool ChunkHeader(uint32_t& size, uint32_t& tag) (false
+// at the end of the data), size_t Bytes(void*, size_t) (zero-fills what is
+// missing, returns what was read), void Skip(size_t), bool AtEnd(),
+// size_t Remaining().
+#pragma once
+#include <cstring>
+
+#include "document/ListFile.h"
+#include "document/ValueText.h"
+
+namespace listparse {
+
+// The bytes of a text payload, cut to `capacity` characters (with the
+// terminator) and stopped at the first NUL; the rest of the payload is
+// skipped. Returns the length.
+template <class Source>
+int ReadText(Source& in, uint32_t size, wchar_t* out, int capacity) {
+    size_t chars = size / 2;
+    size_t take = chars < size_t(capacity - 1) ? chars : size_t(capacity - 1);
+    size_t got = in.Bytes(out, take * 2);
+    in.Skip(size - got);
+    size_t n = 0;
+    size_t have = got / 2;
+    while (n < have && out[n]) ++n;
+    out[n] = 0;
+    return (int)n;
+}
+
+// A fixed-size payload read into `out` (zeros where the payload is short),
+// the excess skipped.
+template <class Source>
+void ReadFixed(Source& in, uint32_t size, void* out, size_t outSize) {
+    std::memset(out, 0, outSize);
+    size_t take = size < outSize ? size : outSize;
+    size_t got = in.Bytes(out, take);
+    in.Skip(size - got);
+}
+
+template <class Source>
+int32_t ReadInt(Source& in, uint32_t size) {
+    int32_t v = 0;
+    ReadFixed(in, size, &v, sizeof v);
+    return v;
+}
+
+// The icon: 8-byte size payload, then four plane chunks whatever their tags.
+// Planes larger than the data left in the file are not allocated; an icon
+// whose planes are incomplete is dropped.
+template <class Source>
+void ReadIcon(Source& in, uint32_t size, PlanarImage& icon) {
+    int32_t dims[2];
+    ReadFixed(in, size, dims, sizeof dims);
+    icon.Release();
+    int w = dims[0], h = dims[1];
+    bool usable = w > 0 && h > 0 && w <= kMaxImageSide && h <= kMaxImageSide &&
+                  size_t(w) * size_t(h) * 4 <= in.Remaining();
+    if (usable && !icon.Allocate(w, h)) usable = false;
+    size_t planeSize = usable ? size_t(w) * size_t(h) : 0;
+    unsigned char* planes[4] = {icon.red, icon.green, icon.blue, icon.alpha};
+    bool complete = usable;
+    for (int p = 0; p < 4; ++p) {
+        uint32_t planeBytes = 0, tag = 0;
+        if (!in.ChunkHeader(planeBytes, tag)) {
+            complete = false;
+            break;
+        }
+        size_t take = planeBytes < planeSize ? planeBytes : planeSize;
+        size_t got = usable ? in.Bytes(planes[p], take) : 0;
+        if (got < planeSize) complete = false;
+        in.Skip(planeBytes - got);
+    }
+    if (!complete) icon.Release();
+}
+
+template <class Source>
+void ReadHeaderChunks(Source& in, FieldDef* fields, int fieldCount, PlanarImage& icon, ViewState& view) {
+    uint32_t size = 0, tag = 0;
+    // List-wide chunks, up to the first field start.
+    for (;;) {
+        if (!in.ChunkHeader(size, tag)) return;
+        if (tag == kTagFieldStart) break;
+        if (tag == kTagIcon) {
+            ReadIcon(in, size, icon);
+        } else if (tag == kTagViewState) {
+            ReadFixed(in, size, &view, sizeof view);
+        } else {
+            in.Skip(size);
+        }
+    }
+    // Field definitions, each ended by 1234.
+    for (int f = 0; f < fieldCount; ++f) {
+        FieldDef& field = fields[f];
+        field.defaultText[0] = 0;
+        field.columnState = 0;
+        for (;;) {
+            if (!in.ChunkHeader(size, tag)) return;
+            if (tag == kTagFieldEnd) break;
+            switch (tag) {
+            case kTagColumnWidth: field.columnWidth = ReadInt(in, size); break;
+            case kTagFieldType: field.type = FieldType(ReadInt(in, size)); break;
+            case kTagDefaultText: ReadText(in, size, field.defaultText, kFieldTextCapacity); break;
+            case kTagFieldName: ReadText(in, size, field.name, kFieldTextCapacity); break;
+            case kTagDateMode: field.dateDefaultMode = ReadInt(in, size); break;
+            case kTagTimeMode: field.timeDefaultMode = ReadInt(in, size); break;
+            case kTagDefaultChoice: field.defaultChoice = ReadInt(in, size); break;
+            case kTagFieldStart: break;  // the start marker carries nothing
+            default: in.Skip(size); break;
+            }
+        }
+    }
+}
+
+// One value chunk into `value`; the tag becomes the stored type.
+template <class Source>
+void ReadValue(Source& in, uint32_t size, uint32_t tag, FieldValue& value, const TextLayout& layout) {
+    value.storedType = FieldType(int32_t(tag));
+    switch (tag) {
+    case 0:
+    case 1:
+    case 7:
+        ReadFixed(in, size, &value.time, sizeof value.time);
+        buildDisplayText(value, value.storedType, layout);
+        break;
+    case 2:
+    case 4:
+    case 6:
+    case 8:
+        value.choice = ReadInt(in, size);
+        buildDisplayText(value, value.storedType, layout);
+        break;
+    case 3:
+    case 5: {
+        wchar_t text[CellText::kCapacity];
+        int n = ReadText(in, size, text, CellText::kCapacity);
+        value.text.Assign(text, n);
+        break;
+    }
+    default:
+        in.Skip(size);  // unknown: skipped, text left as it was
+        break;
+    }
+}
+
+// Items until the count is reached or the data is exhausted: a header count
+// never makes more items than the file holds.
+template <class Source>
+void ReadItems(Source& in, ListDocument& doc, uint32_t itemCount, const TextLayout& layout) {
+    const int fieldCount = doc.fieldCount();
+    for (uint32_t index = 0; index < itemCount && !in.AtEnd(); ++index) {
+        doc.items.emplace_back();
+        ListItem& item = doc.items.back();
+        item.fieldCount = fieldCount;
+        item.ordinal = (int32_t)index;
+        item.serial = doc.nextSerial++;
+        item.values.resize(size_t(fieldCount));
+        uint32_t size = 0, tag = 0;
+        bool have = in.ChunkHeader(size, tag);
+        if (have && tag == kTagBackColor) {
+            item.backColor = (COLORREF)ReadInt(in, size);
+            have = in.ChunkHeader(size, tag);
+        } else {
+            item.backColor = kNoBackColor;
+        }
+        for (int i = 0; i < fieldCount; ++i) {
+            FieldValue& value = item.values[size_t(i)];
+            if (i > 0) have = in.ChunkHeader(size, tag);
+            if (!have) {
+                // The file ended inside the item: the rest stays empty.
+                value.storedType = doc.fields[size_t(i)].type;
+                continue;
+            }
+            ReadValue(in, size, tag, value, layout);
+        }
+    }
+}
+
+// Version text "1.7" with its terminator, exactly.
+inline bool IsCurrentVersion(const wchar_t version[4]) {
+    return version[0] == L'1' && version[1] == L'.' && version[2] == L'7' && version[3] == 0;
+}
+
+}  // namespace listparse
