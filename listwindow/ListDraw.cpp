@@ -1,0 +1,190 @@
+// Owner drawing of the list window's rows and the header's sort mark.
+#include <windows.h>
+#include <commctrl.h>
+
+#include "ImageIds.h"
+#include "app/ScreenScale.h"
+#include "base/AppGlobals.h"
+#include "listwindow/ListWindowState.h"
+#include "program/ProgramIds.h"
+#include "settings/AppSettings.h"
+
+namespace {
+
+constexpr COLORREF kTransparentGreen = RGB(0, 255, 0);
+constexpr UINT kTextFlags = DT_END_ELLIPSIS | DT_NOPREFIX | DT_SINGLELINE | DT_VCENTER;
+
+ListWindowState& S() { return g_listWindow; }
+
+COLORREF SettingOr(const CNumericSetting& setting, int systemColor) {
+    return IsDefaultColor(setting.value) ? GetSysColor(systemColor) : (COLORREF)setting.value;
+}
+
+void Fill(HDC dc, const RECT& rect, COLORREF color) {
+    SetBkColor(dc, color);
+    ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &rect, nullptr, 0, nullptr);
+}
+
+// The widest text seen in a column is what Auto-size fits it to.
+void RaiseMeasuredWidth(int column, int width) {
+    ListDocument& doc = S().doc;
+    if (column < 0 || column >= doc.fieldCount()) return;
+    FieldDef& field = doc.fields[(size_t)column];
+    if (width > field.columnState) field.columnState = width;
+}
+
+int TextWidth(HDC dc, const wchar_t* text) {
+    RECT r = {0, 0, 0, 0};
+    DrawTextW(dc, text, -1, &r, DT_CALCRECT | DT_NOPREFIX | DT_SINGLELINE);
+    return r.right - r.left;
+}
+
+// Header names count towards the measured widths once after load and after
+// each choice of a sort column (the sort mark needs room too).
+void MeasureHeaderWidths(HDC dc) {
+    ListWindowState& s = S();
+    for (int i = 0; i < s.doc.fieldCount(); ++i) {
+        const FieldDef& field = s.doc.fields[(size_t)i];
+        int width = TextWidth(dc, field.name);
+        if (i == s.doc.sortColumn && field.name[0]) width += ScaleX(20);
+        RaiseMeasuredWidth(i, width);
+    }
+    s.headerWidthsPending = 0;
+}
+
+void DrawCheckBox(HDC dc, const RECT& cell, bool checked) {
+    const CheckBitmap& box = checked ? S().checkedBox : S().clearBox;
+    if (!box.bitmap.Get()) return;
+    HDC memory = CreateCompatibleDC(dc);
+    if (!memory) return;
+    {
+        DcSelection select(memory, box.bitmap.Get());
+        int width = cell.right - cell.left;
+        int x = cell.left + width / 2 - box.size.cx / 2;
+        int y = cell.top + (S().fontHeight - box.size.cy) / 2 + 1;
+        TransparentImage(dc, x, y, box.size.cx, box.size.cy, memory, 0, 0, box.size.cx, box.size.cy,
+                         kTransparentGreen);
+    }
+    DeleteDC(memory);
+}
+
+void DrawPriority(HDC dc, const RECT& cell, int value) {
+    const PlanarImage* image = value == 1 ? &S().priorityHigh : value == 2 ? &S().priorityLow : nullptr;
+    if (!image || !image->IsDrawable()) return;
+    int width = cell.right - cell.left;
+    DrawImage(*image, dc, cell.left + width / 2 - ScaleX(6), cell.top + ScaleY(1));
+}
+
+void DrawTextCell(HDC dc, const RECT& cell, const FieldValue& value, int column, bool centred) {
+    RECT rect = cell;
+    if (!centred) rect.left += ScaleX(6);
+    DrawTextW(dc, value.text.c_str(), value.text.Length(), &rect, kTextFlags | (centred ? DT_CENTER : 0));
+    RaiseMeasuredWidth(column, TextWidth(dc, value.text.c_str()));
+}
+
+void DrawCell(HDC dc, const RECT& cell, const ListItem& item, int column) {
+    const FieldValue& value = item.values[(size_t)column];
+    switch (value.storedType) {
+    case FieldType::Check:
+        if (column == 0) SelectObject(dc, value.choice ? S().checkedFont.Get() : S().listFont.Get());
+        DrawCheckBox(dc, cell, value.choice != 0);
+        break;
+    case FieldType::Priority: DrawPriority(dc, cell, value.choice); break;
+    case FieldType::Number:
+    case FieldType::Selection: DrawTextCell(dc, cell, value, column, true); break;
+    default: DrawTextCell(dc, cell, value, column, false); break;
+    }
+}
+
+void DrawRow(const DRAWITEMSTRUCT* draw) {
+    ListWindowState& s = S();
+    int row = (int)draw->itemID;
+    if (row < 0 || (size_t)row >= s.rows.size()) return;
+    const ListItem& item = *s.rows[(size_t)row];
+    HDC dc = draw->hDC;
+    int saved = SaveDC(dc);
+    SelectObject(dc, s.listFont.Get());
+    SetBkMode(dc, TRANSPARENT);
+    if (s.headerWidthsPending) MeasureHeaderWidths(dc);
+
+    RECT rowRect = draw->rcItem;
+    int focused = (int)SendMessageW(s.listView, LVM_GETNEXTITEM, (WPARAM)-1, LVNI_FOCUSED);
+    if (row == focused) {
+        // A focused row shows the highlight, never its own row colour.
+        Fill(dc, rowRect, GetSysColor(COLOR_HIGHLIGHT));
+        SetTextColor(dc, GetSysColor(COLOR_HIGHLIGHTTEXT));
+    } else {
+        Fill(dc, rowRect, SettingOr(g_appSettings.ListViewBack, COLOR_WINDOW));
+        SetTextColor(dc, SettingOr(g_appSettings.ListViewText, COLOR_WINDOWTEXT));
+        if (item.backColor != kNoBackColor) Fill(dc, rowRect, item.backColor);
+    }
+    SetBkMode(dc, TRANSPARENT);
+
+    RECT client;
+    GetClientRect(s.listView, &client);
+    RECT cell = rowRect;
+    int columns = s.doc.fieldCount();
+    if (columns > (int)item.values.size()) columns = (int)item.values.size();
+    for (int i = 0; i < columns; ++i) {
+        int width = (int)SendMessageW(s.listView, LVM_GETCOLUMNWIDTH, i, 0);
+        cell.right = cell.left + width;
+        if (cell.right > client.left && cell.left < client.right) DrawCell(dc, cell, item, i);
+        cell.left = cell.right;
+    }
+    RestoreDC(dc, saved);
+}
+
+HBITMAP LoadSortBitmap(UINT id) {
+    HBITMAP bitmap = nullptr;
+    if (hImageModule)
+        bitmap = (HBITMAP)LoadImageW(hImageModule, MAKEINTRESOURCEW(id), IMAGE_BITMAP, 0, 0, LR_LOADMAP3DCOLORS);
+    if (!bitmap) bitmap = (HBITMAP)LoadImageW(hInstance, MAKEINTRESOURCEW(id), IMAGE_BITMAP, 0, 0, LR_LOADMAP3DCOLORS);
+    return bitmap;
+}
+
+}  // namespace
+
+LRESULT OnDrawItem(const DRAWITEMSTRUCT* draw) {
+    // A row that is selected while the list has no focus is left to the
+    // list view; everything else is drawn here.
+    if (draw->CtlType == ODT_LISTVIEW && draw->itemAction == ODA_DRAWENTIRE && draw->itemState != ODS_SELECTED)
+        DrawRow(draw);
+    return TRUE;
+}
+
+void UpdateSortMark() {
+    ListWindowState& s = S();
+    if (!s.header) return;
+    int count = (int)SendMessageW(s.header, HDM_GETITEMCOUNT, 0, 0);
+    static wchar_t blank[] = L" ";
+    for (int i = 0; i < count; ++i) {
+        HDITEMW item = {};
+        item.mask = HDI_FORMAT | HDI_BITMAP;
+        if (i < s.doc.fieldCount() && !s.doc.fields[(size_t)i].name[0]) {
+            item.mask |= HDI_TEXT;
+            item.pszText = blank;
+        }
+        HDITEMW current = {};
+        current.mask = HDI_FORMAT | HDI_BITMAP;
+        SendMessageW(s.header, HDM_GETITEMW, i, (LPARAM)&current);
+        item.fmt = current.fmt | HDF_STRING;
+        HBITMAP old = current.hbm;
+        if (i == s.doc.sortColumn) {
+            item.fmt |= HDF_BITMAP | HDF_BITMAP_ON_RIGHT;
+            item.hbm = LoadSortBitmap(s.doc.sortDescending ? IDB_SORT_UP : IDB_SORT_DOWN);
+        } else {
+            item.fmt &= ~(HDF_BITMAP | HDF_BITMAP_ON_RIGHT);
+            item.hbm = nullptr;
+        }
+        SendMessageW(s.header, HDM_SETITEMW, i, (LPARAM)&item);
+        if (old) DeleteObject(old);
+    }
+}
+
+const wchar_t* CellTextOf(int row, int column) {
+    ListWindowState& s = S();
+    if (row < 0 || (size_t)row >= s.rows.size()) return L"";
+    const ListItem& item = *s.rows[(size_t)row];
+    if (column < 0 || (size_t)column >= item.values.size()) return L"";
+    return item.values[(size_t)column].text.c_str();
+}

@@ -1,0 +1,99 @@
+#include "listwindow/ListSort.h"
+
+#include <oleauto.h>
+
+#include <algorithm>
+#include <cwchar>
+#include <vector>
+
+#include "document/ValueText.h"
+
+SortKind sortKindOf(FieldType type) {
+    switch (type) {
+    case FieldType::Date:
+    case FieldType::Time:
+    case FieldType::DateTime: return SortKind::Moment;
+    case FieldType::Priority: return SortKind::Rank;
+    case FieldType::Number: return SortKind::Number;
+    case FieldType::Check: return SortKind::Check;
+    default: return SortKind::Text;
+    }
+}
+
+namespace {
+
+using ItemIterator = std::list<ListItem>::iterator;
+
+struct SortEntry {
+    double key;            // every kind but Text
+    const wchar_t* text;   // Text
+    uint32_t serial;
+    ItemIterator item;
+};
+
+bool SameIgnoringCase(const wchar_t* a, const wchar_t* b) {
+    return CompareStringW(LOCALE_SYSTEM_DEFAULT, NORM_IGNORECASE, a, -1, b, -1) == CSTR_EQUAL;
+}
+
+// Priority texts rank by meaning, not by spelling: the three choice texts of
+// the language module, matched without regard to case.
+double RankOf(const wchar_t* text) {
+    if (SameIgnoringCase(text, cachedChoiceText(FieldType::Priority, 1))) return 3;  // high
+    if (SameIgnoringCase(text, cachedChoiceText(FieldType::Priority, 0))) return 2;  // normal
+    if (SameIgnoringCase(text, cachedChoiceText(FieldType::Priority, 2))) return 1;  // low
+    return 0;
+}
+
+double MomentOf(const SYSTEMTIME& time) {
+    SYSTEMTIME copy = time;
+    double moment = 0;
+    if (!SystemTimeToVariantTime(&copy, &moment)) return 0;
+    return moment;
+}
+
+double KeyOf(const FieldValue& value, SortKind kind) {
+    switch (kind) {
+    case SortKind::Moment: return MomentOf(value.time);
+    case SortKind::Rank: return RankOf(value.text.c_str());
+    case SortKind::Number: return wcstod(value.text.c_str(), nullptr);
+    case SortKind::Check: return value.choice;
+    case SortKind::Text: return 0;
+    }
+    return 0;
+}
+
+int CompareKeys(const SortEntry& a, const SortEntry& b, SortKind kind) {
+    if (kind == SortKind::Text) {
+        int r = CompareStringW(LOCALE_SYSTEM_DEFAULT, NORM_IGNORECASE, a.text, -1, b.text, -1);
+        return r == CSTR_LESS_THAN ? -1 : r == CSTR_GREATER_THAN ? 1 : 0;
+    }
+    return a.key < b.key ? -1 : a.key > b.key ? 1 : 0;
+}
+
+// Whether `a` goes before `b`.
+bool Precedes(const SortEntry& a, const SortEntry& b, SortKind kind, bool flag) {
+    int c = CompareKeys(a, b, kind);
+    bool textual = kind == SortKind::Text || kind == SortKind::Rank;
+    bool descending = textual ? !flag : flag;
+    if (c != 0) return descending ? c > 0 : c < 0;
+    bool laterFirst = textual ? flag : kind == SortKind::Moment;
+    return laterFirst ? a.serial > b.serial : a.serial < b.serial;
+}
+
+}  // namespace
+
+void sortListItems(std::list<ListItem>& items, int column, FieldType comparatorType, bool directionFlag) {
+    if (column < 0 || items.size() < 2) return;
+    SortKind kind = sortKindOf(comparatorType);
+    static const FieldValue kEmpty;
+    std::vector<SortEntry> entries;
+    entries.reserve(items.size());
+    for (ItemIterator it = items.begin(); it != items.end(); ++it) {
+        const FieldValue& value = (size_t)column < it->values.size() ? it->values[(size_t)column] : kEmpty;
+        entries.push_back({KeyOf(value, kind), value.text.c_str(), it->serial, it});
+    }
+    std::stable_sort(entries.begin(), entries.end(),
+                     [&](const SortEntry& a, const SortEntry& b) { return Precedes(a, b, kind, directionFlag); });
+    // Relink the nodes in the new order; no item is copied or moved in memory.
+    for (SortEntry& entry : entries) items.splice(items.end(), items, entry.item);
+}

@@ -1,0 +1,29 @@
+// Sorting the items of a list by one column. No window is involved: the
+// list window calls this and then shows the new order.
+//
+// The comparator follows the column's type: dates and times by their moment,
+// priorities by rank (high 3, normal 2, low 1, anything else 0), numbers as
+// read by wcstod, checks by value, everything else as text compared without
+// regard to case in the system locale.
+//
+// The direction flag does not mean the same on every kind of column: on text
+// and priority columns flag 1 sorts ascending and flag 0 descending, on
+// number, check and date columns flag 0 sorts ascending. Lists saved by
+// earlier versions carry flags meant this way, so the asymmetry stays.
+// Equal keys keep a fixed order by creation (serial number): text and
+// priority columns put the earlier item first with flag 0 and the later one
+// first with flag 1; number and check columns always the earlier one first;
+// date columns always the later one first.
+#pragma once
+#include <list>
+
+#include "document/ListDocument.h"
+
+enum class SortKind { Moment, Rank, Number, Check, Text };
+
+SortKind sortKindOf(FieldType type);
+
+// Reorders `items` by cell `column` with the comparator of `comparatorType`
+// and the direction flag. A stable merge sort; items whose cell is missing
+// sort as empty.
+void sortListItems(std::list<ListItem>& items, int column, FieldType comparatorType, bool directionFlag);

@@ -1,0 +1,130 @@
+// The list window's one state record and the functions its files share.
+// The window is modal, so one list is open at a time and the state is one
+// global record, cleared at set-up and released at WM_DESTROY.
+#pragma once
+#include <windows.h>
+#include <commctrl.h>
+
+#include <vector>
+
+#include "document/ListDocument.h"
+#include "listwindow/ListWindow.h"
+#include "mainview/PlanarImage.h"
+#include "platform/aygshell.h"
+
+// Control ID of the list view (tests and tools find it by this number).
+constexpr int kListViewControlId = 300;
+
+// Owns one GDI object and deletes it when replaced or released.
+class GdiObject {
+public:
+    GdiObject() = default;
+    ~GdiObject() { Reset(); }
+    GdiObject(const GdiObject&) = delete;
+    GdiObject& operator=(const GdiObject&) = delete;
+    void Reset(HGDIOBJ object = nullptr) {
+        if (m_object) DeleteObject(m_object);
+        m_object = object;
+    }
+    HGDIOBJ Get() const { return m_object; }
+    HFONT Font() const { return (HFONT)m_object; }
+    HBITMAP Bitmap() const { return (HBITMAP)m_object; }
+
+private:
+    HGDIOBJ m_object = nullptr;
+};
+
+// Selects an object into a DC for one scope and puts the old one back.
+class DcSelection {
+public:
+    DcSelection(HDC dc, HGDIOBJ object) : m_dc(dc), m_old(object ? SelectObject(dc, object) : nullptr) {}
+    ~DcSelection() {
+        if (m_old) SelectObject(m_dc, m_old);
+    }
+    DcSelection(const DcSelection&) = delete;
+    DcSelection& operator=(const DcSelection&) = delete;
+
+private:
+    HDC m_dc;
+    HGDIOBJ m_old;
+};
+
+// One check-box bitmap kept for the window's lifetime, with its size.
+struct CheckBitmap {
+    GdiObject bitmap;
+    SIZE size = {};
+};
+
+struct ListWindowState {
+    ListOpenRequest* request = nullptr;
+    HWND dialog = nullptr;
+    HWND listView = nullptr;
+    HWND header = nullptr;
+    HWND menuBar = nullptr;
+    HMENU softKeyMenu = nullptr;  // popup of the second soft key
+    SHACTIVATEINFO activateInfo = {};
+
+    // The working copy of the list: fields, items in display order, icon and
+    // sort state. `rows` indexes the items in the same order, so row i of the
+    // (virtual) list view is rows[i].
+    ListDocument doc;
+    std::vector<ListItem*> rows;
+
+    BYTE modified = 0;
+    BYTE headerWidthsPending = 1;
+
+    // Fonts made from the font settings: the list font, the bold title font
+    // and the struck-out font of checked rows. fontHeight is the list font's
+    // LOGFONT height, the unit of the title strip's layout.
+    GdiObject listFont;
+    GdiObject titleFont;
+    GdiObject checkedFont;
+    int fontHeight = 0;
+
+    PlanarImage defaultIcon;   // image 188: lists without their own icon
+    PlanarImage priorityHigh;  // image 172: Priority value 1
+    PlanarImage priorityLow;   // image 173: Priority value 2
+    CheckBitmap checkedBox;    // bitmap 175
+    CheckBitmap clearBox;      // bitmap 176
+};
+
+extern ListWindowState g_listWindow;
+// Set by the first Down key in any list window and never cleared while the
+// program runs: until then the colour letters B, G, R and Y do nothing.
+extern BYTE g_colorKeysArmed;
+
+// ---- ListWindow.cpp --------------------------------------------------------
+// Rebuilds the row index from the item list and shows it: the view loses its
+// selection and focus and starts at the top, as after a fresh fill.
+void FillRows();
+// Rebuilds the row index and sets the row count, keeping selection and scroll.
+void SyncRowCount();
+// Invalidates the title strip (its counter).
+void InvalidateTitle();
+// The item at the list view's selection mark, or null when there is none.
+ListItem* SelectedItem();
+// Whether field 0 is a check field (a check list).
+bool IsCheckList();
+
+// ---- ListDraw.cpp ----------------------------------------------------------
+LRESULT OnDrawItem(const DRAWITEMSTRUCT* draw);
+// Puts the sort mark on the sort column's header and takes it off the others.
+void UpdateSortMark();
+// Text of one cell for the list view's own use (LVN_GETDISPINFO).
+const wchar_t* CellTextOf(int row, int column);
+
+// ---- ListCommands.cpp ------------------------------------------------------
+void OnCommand(HWND hwnd, UINT id, UINT code);
+void OnContextMenu(HWND hwnd, int x, int y);
+// Edit, Delete and the row-colour popup need a selection: enabled or grayed.
+void EnableSelectionEntries(HMENU menu);
+// Toggles a check cell. `fromAction` chooses the texts of the Action command
+// (checked 8092, cleared 8091); Enter and taps write them the other way round.
+void ToggleCheckCell(int row, int column, bool fromAction);
+// Sorts by column `column` as the sort menu (fromMenu) or a column click does.
+void SortByColumn(int column, bool fromMenu);
+// Sorts again by the present column and direction, then refills the rows.
+void Resort();
+
+// ---- ListNotify.cpp --------------------------------------------------------
+LRESULT OnNotify(HWND hwnd, const NMHDR* header);

@@ -1,0 +1,139 @@
+#include "tests/ui/test_listwindow_support.h"
+
+#include <commctrl.h>
+
+#include "base/AppGlobals.h"
+#include "listwindow/ListWindowState.h"
+
+namespace lwtest {
+
+Cell Choice(int v) {
+    Cell c;
+    c.choice = v;
+    return c;
+}
+
+Cell Txt(const std::wstring& s) {
+    Cell c;
+    c.text = s;
+    return c;
+}
+
+Cell When(int year, int month, int day, int hour, int minute) {
+    Cell c;
+    c.time.wYear = (WORD)year;
+    c.time.wMonth = (WORD)month;
+    c.time.wDay = (WORD)day;
+    c.time.wHour = (WORD)hour;
+    c.time.wMinute = (WORD)minute;
+    return c;
+}
+
+static bool IsChoice(int type) { return type == 2 || type == 4 || type == 6 || type == 8; }
+static bool IsMoment(int type) { return type == 0 || type == 1 || type == 7; }
+
+std::vector<unsigned char> ListBytes(const ListSpec& spec) {
+    Bytes out;
+    // Header: the version in an 8-byte slot, field count, item count.
+    std::wstring version = spec.version;
+    version.resize(4, L'\0');
+    out.Wide(version, false);
+    out.U32((uint32_t)spec.fields.size()).U32((uint32_t)spec.items.size());
+    out.Chunk(1010, 8).U32((uint32_t)spec.sortColumn).U32((uint32_t)spec.sortFlag);
+    for (const FieldSpec& f : spec.fields) {
+        out.Chunk(4321, 0);
+        out.U32Chunk(1001, (uint32_t)f.width);
+        out.TextChunk(1004, f.name);
+        out.U32Chunk(1002, (uint32_t)f.type);
+        if (IsChoice(f.type)) out.U32Chunk(1009, (uint32_t)f.defaultChoice);
+        if (f.type != 2 && f.type != 6 && f.type != 8) out.TextChunk(1003, f.defaultText);
+        out.U32Chunk(1005, 0);
+        out.U32Chunk(1006, 0);
+        out.Chunk(1234, 0);
+    }
+    for (const ItemSpec& item : spec.items) {
+        if (item.backColor != 0xFFFFFFFF) out.U32Chunk(120, item.backColor);
+        for (size_t i = 0; i < spec.fields.size(); ++i) {
+            int type = spec.fields[i].type;
+            const Cell& c = item.cells[i];
+            if (IsChoice(type)) {
+                out.U32Chunk((uint32_t)type, (uint32_t)c.choice);
+            } else if (IsMoment(type)) {
+                out.Chunk((uint32_t)type, 16);
+                const WORD* w = &c.time.wYear;
+                for (int k = 0; k < 8; ++k) out.U16(w[k]);
+            } else {
+                out.TextChunk((uint32_t)type, c.text);
+            }
+        }
+    }
+    return out.b;
+}
+
+std::wstring TestFolder() {
+    std::wstring folder = L"\\zvlisttests\\";
+    CreateDirectoryW(folder.c_str(), nullptr);
+    WIN32_FIND_DATAW data;
+    HANDLE find = FindFirstFileW((folder + L"*").c_str(), &data);
+    if (find != INVALID_HANDLE_VALUE) {
+        do {
+            if (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) continue;
+            std::wstring path = folder + data.cFileName;
+            SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+            DeleteFileW(path.c_str());
+        } while (FindNextFileW(find, &data));
+        FindClose(find);
+    }
+    return folder;
+}
+
+void WriteFileBytes(const std::wstring& path, const std::vector<unsigned char>& bytes) {
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+    HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return;
+    DWORD written = 0;
+    if (!bytes.empty()) WriteFile(file, bytes.data(), (DWORD)bytes.size(), &written, nullptr);
+    CloseHandle(file);
+}
+
+std::vector<unsigned char> ReadFileBytes(const std::wstring& path) {
+    std::vector<unsigned char> bytes;
+    HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return bytes;
+    DWORD size = GetFileSize(file, nullptr);
+    bytes.resize(size);
+    DWORD read = 0;
+    if (size) ReadFile(file, bytes.data(), size, &read, nullptr);
+    bytes.resize(read);
+    CloseHandle(file);
+    return bytes;
+}
+
+bool FileExists(const std::wstring& path) { return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
+
+INT_PTR RunList(ui::Script& script, const std::wstring& path, ListOpenRequest& request, const char* file, int line) {
+    request = ListOpenRequest();
+    request.module = hInstance;
+    lstrcpynW(request.path, path.c_str(), MAX_PATH);
+    request.saved = 0xEE;  // neither answer: shows whether the window wrote it
+    return ui::RunModal(script, [&] { return RunListWindow(nullptr, request); }, file, line);
+}
+
+std::vector<std::wstring> Column(ui::Dlg& d, int col) {
+    std::vector<std::wstring> texts;
+    int count = d.ListCount(kListViewControlId);
+    for (int row = 0; row < count; ++row) texts.push_back(d.ListText(kListViewControlId, row, col));
+    return texts;
+}
+
+void SelectRow(ui::Dlg& d, int row) {
+    HWND list = d.Item(kListViewControlId);
+    LVITEMW item = {};
+    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    item.state = LVIS_SELECTED | LVIS_FOCUSED;
+    SendMessageW(list, LVM_SETITEMSTATE, (WPARAM)row, (LPARAM)&item);
+    SendMessageW(list, LVM_SETSELECTIONMARK, 0, row);
+    SetFocus(list);
+}
+
+}  // namespace lwtest

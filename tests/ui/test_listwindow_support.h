@@ -1,0 +1,99 @@
+// Shared by the list window's UI tests: list files built byte by byte from
+// the file layout (never by the writer under test), and a runner that opens
+// the real list window on one.
+#pragma once
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "listwindow/ListWindow.h"
+#include "tests/harness/UiHarness.h"
+
+namespace lwtest {
+
+// The layout's building blocks, little-endian, text UTF-16LE with its NUL.
+struct Bytes {
+    std::vector<unsigned char> b;
+
+    Bytes& U32(uint32_t v) {
+        for (int i = 0; i < 4; ++i) b.push_back((unsigned char)(v >> (8 * i)));
+        return *this;
+    }
+    Bytes& U16(uint16_t v) {
+        b.push_back((unsigned char)v);
+        b.push_back((unsigned char)(v >> 8));
+        return *this;
+    }
+    Bytes& Wide(const std::wstring& s, bool withNul) {
+        for (wchar_t c : s) U16((uint16_t)c);
+        if (withNul) U16(0);
+        return *this;
+    }
+    Bytes& Chunk(uint32_t tag, uint32_t size) { return U32(size).U32(tag); }
+    Bytes& U32Chunk(uint32_t tag, uint32_t v) { return Chunk(tag, 4).U32(v); }
+    Bytes& TextChunk(uint32_t tag, const std::wstring& s) {
+        Chunk(tag, uint32_t((s.size() + 1) * 2));
+        return Wide(s, true);
+    }
+};
+
+// One field as the file holds it.
+struct FieldSpec {
+    std::wstring name;
+    int type;
+    int width = 60;
+    int defaultChoice = 0;
+    std::wstring defaultText;
+};
+
+inline FieldSpec Field(const std::wstring& name, int type, int width = 60) {
+    FieldSpec f;
+    f.name = name;
+    f.type = type;
+    f.width = width;
+    return f;
+}
+
+// One cell: a choice, a text or a moment, by the field's type.
+struct Cell {
+    int choice = 0;
+    std::wstring text;
+    SYSTEMTIME time = {};
+};
+Cell Choice(int v);
+Cell Txt(const std::wstring& s);
+Cell When(int year, int month, int day, int hour = 0, int minute = 0);
+
+struct ItemSpec {
+    std::vector<Cell> cells;
+    uint32_t backColor = 0xFFFFFFFF;
+};
+
+struct ListSpec {
+    std::wstring version = L"1.7";
+    int sortColumn = -1;
+    int sortFlag = 0;
+    std::vector<FieldSpec> fields;
+    std::vector<ItemSpec> items;
+};
+
+// The whole file for `spec` as the layout defines it.
+std::vector<unsigned char> ListBytes(const ListSpec& spec);
+
+// A folder of its own for the list tests ("\zvlisttests\"), emptied.
+std::wstring TestFolder();
+void WriteFileBytes(const std::wstring& path, const std::vector<unsigned char>& bytes);
+std::vector<unsigned char> ReadFileBytes(const std::wstring& path);
+bool FileExists(const std::wstring& path);
+
+// Writes `spec` to `path` and runs the list window on it under `script`.
+INT_PTR RunList(ui::Script& script, const std::wstring& path, ListOpenRequest& request, const char* file, int line);
+
+// Texts of column `col` of every row, top to bottom.
+std::vector<std::wstring> Column(ui::Dlg& d, int col);
+// Selects and focuses row `row` as the navigation keys would.
+void SelectRow(ui::Dlg& d, int row);
+
+}  // namespace lwtest
