@@ -50,11 +50,9 @@ struct SoftKeyMenuState {
     std::vector<NumberedEntry> numbered;
 } g_menu;
 
-BarState* StateOf(HWND bar) {
-    DWORD_PTR data = 0;
-    if (!GetWindowSubclass(bar, nullptr, kBarSubclassId, &data)) return nullptr;
-    return (BarState*)data;
-}
+const wchar_t kBarStateProp[] = L"ZvSoftKeyBarState";
+
+BarState* StateOf(HWND bar) { return bar ? (BarState*)GetPropW(bar, kBarStateProp) : nullptr; }
 
 std::wstring StripMnemonics(const std::wstring& text) {
     std::wstring out;
@@ -288,9 +286,12 @@ void LayoutButtons(HWND bar) {
     }
 }
 
+LRESULT CALLBACK BarProc(HWND bar, UINT msg, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR);
+
 void OnBarDestroy(HWND bar) {
     BarState* st = StateOf(bar);
-    RemoveWindowSubclass(bar, nullptr, kBarSubclassId);
+    RemoveWindowSubclass(bar, BarProc, kBarSubclassId);
+    RemovePropW(bar, kBarStateProp);
     if (!st) return;
     if (IsWindow(st->parent) && GetPropW(st->parent, kBarProp) == bar) RemovePropW(st->parent, kBarProp);
     if (st->menu) DestroyMenu(st->menu);
@@ -431,7 +432,8 @@ BOOL CreateSoftKeyBar(SHMENUBARINFO* pmbi, HMENU menu) {
     st->hiddenWithParent = !(pmbi->dwFlags & SHCMBF_HIDDEN);
     if (pmbi->dwFlags & SHCMBF_COLORBK) st->background = pmbi->clrBk;
     st->font = CreateBarFont();
-    SetWindowSubclass(bar, BarProc, kBarSubclassId, (DWORD_PTR)st);
+    SetPropW(bar, kBarStateProp, st);
+    SetWindowSubclass(bar, BarProc, kBarSubclassId, 0);
 
     SendMessageW(bar, TB_SETPARENT, (WPARAM)bar, 0);
     SendMessageW(bar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);

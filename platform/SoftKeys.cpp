@@ -13,9 +13,20 @@ namespace {
 struct SoftKeyHookState {
     HHOOK hook;
     DWORD thread;
+    // Which bar took the press of F1, F2, Esc: its release goes there too, and
+    // a release whose press went elsewhere (to an open menu) is dropped.
+    HWND pressedOn[3];
+    bool pressedInMenu[3];
 } g_hook;
 
-bool IsPhoneKey(WPARAM vk) { return vk == VK_F1 || vk == VK_F2 || vk == VK_ESCAPE; }
+int PhoneKeyIndex(WPARAM vk) {
+    switch (vk) {
+    case VK_F1:     return 0;
+    case VK_F2:     return 1;
+    case VK_ESCAPE: return 2;
+    default:        return -1;
+    }
+}
 
 // The bar of the window the key was typed into, or of one of its parents.
 HWND BarForKeyTarget(HWND target) {
@@ -31,19 +42,30 @@ HWND BarForKeyTarget(HWND target) {
 bool RouteKey(MSG* msg) {
     bool down = msg->message == WM_KEYDOWN || msg->message == WM_SYSKEYDOWN;
     bool up = msg->message == WM_KEYUP || msg->message == WM_SYSKEYUP;
-    if ((!down && !up) || !IsPhoneKey(msg->wParam) || !msg->hwnd) return false;
+    int key = PhoneKeyIndex(msg->wParam);
+    if ((!down && !up) || key < 0 || !msg->hwnd) return false;
 
+    if (up) {
+        HWND bar = g_hook.pressedOn[key];
+        bool inMenu = g_hook.pressedInMenu[key];
+        g_hook.pressedOn[key] = nullptr;
+        g_hook.pressedInMenu[key] = false;
+        if (bar && IsWindow(bar)) PostMessageW(bar, kMsgBarKey, msg->wParam, 1);
+        return bar || inMenu;
+    }
     if (SoftKeyMenuIsOpen()) {
-        // An open soft-key menu keeps Back (one level up) and arrows; a soft
-        // key closes it, as on the phone.
+        // An open soft-key menu keeps Back (one level up); a soft key closes
+        // it, as on the phone.
+        g_hook.pressedInMenu[key] = true;
         if (msg->wParam == VK_ESCAPE) return false;
-        if (down) EndMenu();
+        EndMenu();
         return true;
     }
     HWND bar = BarForKeyTarget(msg->hwnd);
     if (!bar) return false;
-    bool repeat = down && (msg->lParam & (1 << 30)) != 0;
-    if (!repeat) PostMessageW(bar, kMsgBarKey, msg->wParam, up ? 1 : 0);
+    bool repeat = (msg->lParam & (1 << 30)) != 0;
+    if (!repeat) PostMessageW(bar, kMsgBarKey, msg->wParam, 0);
+    g_hook.pressedOn[key] = bar;
     return true;
 }
 

@@ -111,6 +111,9 @@ public:
     // Time allowed for each waiting step and for the dialog to end after the
     // last step (milliseconds, default 3000).
     Script& Timeout(DWORD ms);
+    // For tests of the harness itself: problems of the run (timeouts, unused
+    // or impossible answers) go to LastRunProblems() instead of failing.
+    Script& ExpectProblems();
 
     // Used by the runner.
     struct Entry {
@@ -121,6 +124,7 @@ public:
     std::vector<Entry> steps;
     std::vector<int> answers;
     DWORD timeoutMs = 3000;
+    bool expectProblems = false;
 };
 
 // Runs `open` (which shows a modal dialog and returns its result) while the
@@ -136,6 +140,9 @@ bool RunWindow(Script& script, HWND hwnd, const char* file = __builtin_FILE(), i
 
 // Message boxes seen by the last RunModal / RunWindow, in order.
 const std::vector<MessageBoxRecord>& MessageBoxes();
+
+// Problems of the last run of a script with ExpectProblems().
+const std::vector<std::string>& LastRunProblems();
 
 // Pumps the thread's messages until the queue is idle (for checks after
 // creating a window outside a script).

@@ -1,0 +1,549 @@
+// The UI test harness: a thread timer runs the script's steps inside whatever
+// modal loop is running, a CBT hook answers message boxes, and a watchdog
+// closes what a stuck run left open.
+#include "tests/harness/UiHarness.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <deque>
+#include <set>
+
+#include "platform/Platform.h"
+#include "tests/framework/ZvTest.h"
+
+namespace ui {
+namespace {
+
+const UINT kTickMs = 10;
+const DWORD kCloseGraceMs = 300;
+const int kMessageBoxTextId = 0xFFFF;
+const int kMessageBoxIconId = 0x0440;
+const wchar_t kAnsweredProp[] = L"ZvHarnessAnswered";
+
+struct RunState {
+    Script* script = nullptr;
+    const char* file = "";
+    int line = 0;
+    size_t next = 0;              // index of the next step
+    DWORD phaseStart = 0;         // when the current wait began
+    bool finished = false;        // every step ran (RunWindow: and the queue was idle)
+    bool aborting = false;        // closing what the run left open
+    DWORD abortStart = 0;
+    std::set<HWND> before;        // top-level windows that existed before the run
+    std::deque<int> answers;
+    bool inTick = false;
+};
+
+struct HarnessState {
+    RunState* run = nullptr;
+    HHOOK cbtHook = nullptr;
+    std::vector<MessageBoxRecord> boxes;
+    std::vector<std::string> problems;
+} g_harness;
+
+void Report(const RunState& run, const std::string& why);
+
+std::wstring ClassOf(HWND hwnd) {
+    wchar_t buf[64] = L"";
+    GetClassNameW(hwnd, buf, 64);
+    return buf;
+}
+
+std::wstring TextOf(HWND hwnd) {
+    if (!hwnd) return L"";
+    int n = GetWindowTextLengthW(hwnd);
+    std::wstring s(n + 1, L'\0');
+    GetWindowTextW(hwnd, &s[0], n + 1);
+    s.resize(wcslen(s.c_str()));
+    return s;
+}
+
+bool IsMessageBox(HWND hwnd) {
+    if (ClassOf(hwnd) != L"#32770") return false;
+    HWND text = GetDlgItem(hwnd, kMessageBoxTextId);
+    return text && ClassOf(text) == L"Static";
+}
+
+std::vector<HWND> ThreadWindows() {
+    std::vector<HWND> out;
+    EnumThreadWindows(
+        GetCurrentThreadId(),
+        [](HWND hwnd, LPARAM lp) -> BOOL {
+            ((std::vector<HWND>*)lp)->push_back(hwnd);
+            return TRUE;
+        },
+        (LPARAM)&out);
+    return out;
+}
+
+bool IsBar(HWND hwnd) { return ClassOf(hwnd) == TOOLBARCLASSNAMEW; }
+
+// The window steps act on: the active one, else the topmost visible and
+// enabled top-level window of the thread (menus, bars and boxes aside).
+HWND FrontWindow() {
+    HWND active = GetActiveWindow();
+    if (active && IsWindowVisible(active) && !IsMessageBox(active)) return active;
+    for (HWND w : ThreadWindows()) {
+        if (!IsWindowVisible(w) || !IsWindowEnabled(w) || IsMessageBox(w) || IsBar(w)) continue;
+        if (ClassOf(w) == L"#32768") continue;
+        return w;
+    }
+    return nullptr;
+}
+
+bool MessageBoxUp() {
+    for (HWND w : ThreadWindows())
+        if (IsMessageBox(w)) return true;
+    return false;
+}
+
+// ---------------------------------------------------------------------------
+// Message boxes
+// ---------------------------------------------------------------------------
+bool HasButton(HWND box, int id) {
+    HWND b = GetDlgItem(box, id);
+    return b && (GetWindowLongW(b, GWL_STYLE) & WS_VISIBLE);
+}
+
+UINT ButtonSet(HWND box) {
+    bool ok = HasButton(box, IDOK), cancel = HasButton(box, IDCANCEL), yes = HasButton(box, IDYES),
+         no = HasButton(box, IDNO), retry = HasButton(box, IDRETRY), abort = HasButton(box, IDABORT),
+         tryAgain = HasButton(box, IDTRYAGAIN);
+    if (abort && retry) return MB_ABORTRETRYIGNORE;
+    if (yes && no && cancel) return MB_YESNOCANCEL;
+    if (yes && no) return MB_YESNO;
+    if (tryAgain) return MB_CANCELTRYCONTINUE;
+    if (retry && cancel) return MB_RETRYCANCEL;
+    if (ok && cancel) return MB_OKCANCEL;
+    return MB_OK;
+}
+
+int FirstButton(UINT set) {
+    switch (set) {
+    case MB_OKCANCEL:          return IDOK;
+    case MB_YESNO:             return IDYES;
+    case MB_YESNOCANCEL:       return IDYES;
+    case MB_RETRYCANCEL:       return IDRETRY;
+    case MB_ABORTRETRYIGNORE:  return IDABORT;
+    case MB_CANCELTRYCONTINUE: return IDCANCEL;
+    default:                   return IDOK;
+    }
+}
+
+UINT IconOf(HWND box) {
+    HWND icon = GetDlgItem(box, kMessageBoxIconId);
+    HICON shown = icon ? (HICON)SendMessageW(icon, STM_GETICON, 0, 0) : nullptr;
+    if (!shown) return 0;
+    struct { LPCWSTR id; UINT style; } icons[] = {{IDI_EXCLAMATION, MB_ICONEXCLAMATION},
+                                                  {IDI_QUESTION, MB_ICONQUESTION},
+                                                  {IDI_ASTERISK, MB_ICONINFORMATION},
+                                                  {IDI_HAND, MB_ICONERROR}};
+    for (auto& i : icons)
+        if (LoadIconW(nullptr, i.id) == shown) return i.style;
+    return 0;
+}
+
+void AnswerMessageBox(HWND box) {
+    if (GetPropW(box, kAnsweredProp)) return;
+    SetPropW(box, kAnsweredProp, (HANDLE)1);
+    MessageBoxRecord rec;
+    rec.text = TextOf(GetDlgItem(box, kMessageBoxTextId));
+    rec.caption = TextOf(box);
+    rec.buttons = ButtonSet(box);
+    rec.icon = IconOf(box);
+    int answer = FirstButton(rec.buttons);
+    RunState* run = g_harness.run;
+    if (run && !run->answers.empty()) {
+        int wanted = run->answers.front();
+        run->answers.pop_front();
+        if (HasButton(box, wanted)) answer = wanted;
+        else
+            Report(*run, "scripted answer " + std::to_string(wanted) + " is not a button of the message box " +
+                             zvtest::Show(rec.text) + " (" + ButtonSetName(rec.buttons) + ")");
+    }
+    rec.answer = answer;
+    g_harness.boxes.push_back(rec);
+    PostMessageW(box, WM_COMMAND, MAKEWPARAM(answer, BN_CLICKED), (LPARAM)GetDlgItem(box, answer));
+}
+
+LRESULT CALLBACK CbtHook(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HCBT_ACTIVATE && IsMessageBox((HWND)wParam)) AnswerMessageBox((HWND)wParam);
+    return CallNextHookEx(g_harness.cbtHook, code, wParam, lParam);
+}
+
+void InstallHooks() {
+    if (!g_harness.cbtHook) g_harness.cbtHook = SetWindowsHookExW(WH_CBT, CbtHook, nullptr, GetCurrentThreadId());
+}
+
+// ---------------------------------------------------------------------------
+// The runner
+// ---------------------------------------------------------------------------
+bool QueueBusy() { return HIWORD(GetQueueStatus(QS_POSTMESSAGE | QS_INPUT | QS_SENDMESSAGE)) != 0; }
+
+std::vector<HWND> WindowsOfRun(const RunState& run) {
+    std::vector<HWND> out;
+    for (HWND w : ThreadWindows())
+        if (!run.before.count(w) && IsWindowVisible(w) && !IsBar(w)) out.push_back(w);
+    return out;
+}
+
+void Report(const RunState& run, const std::string& why) {
+    if (run.script->expectProblems) g_harness.problems.push_back(why);
+    else zvtest::Fail(run.file, run.line, why);
+}
+
+void StartAbort(RunState& run, const std::string& why) {
+    Report(run, why);
+    run.aborting = true;
+    run.abortStart = GetTickCount();
+    EndMenu();
+    for (HWND w : WindowsOfRun(run)) PostMessageW(w, WM_COMMAND, MAKEWPARAM(IDCANCEL, 0), 0);
+}
+
+// After the grace time, whatever the run opened is ended by force.
+void ContinueAbort(RunState& run) {
+    if (GetTickCount() - run.abortStart < kCloseGraceMs) return;
+    EndMenu();
+    for (HWND w : WindowsOfRun(run)) {
+        if (ClassOf(w) == L"#32770") EndDialog(w, -1);
+        else DestroyWindow(w);
+    }
+    run.finished = true;
+}
+
+std::string StepName(const RunState& run, size_t index) {
+    std::string s = "step " + std::to_string(index + 1);
+    const std::wstring& what = run.script->steps[index].what;
+    if (!what.empty()) s += " (" + zvtest::Show(what) + ")";
+    return s;
+}
+
+void Tick(RunState& run, bool modeless) {
+    if (run.aborting) {
+        ContinueAbort(run);
+        return;
+    }
+    if (run.finished || MessageBoxUp() || QueueBusy()) return;
+    Script& script = *run.script;
+    DWORD now = GetTickCount();
+    if (run.next >= script.steps.size()) {
+        if (modeless) run.finished = true;
+        else if (now - run.phaseStart > script.timeoutMs)
+            StartAbort(run, "the dialog did not end within " + std::to_string(script.timeoutMs) +
+                                " ms after the last step; closed by the harness");
+        return;
+    }
+    Dlg d;
+    d.hwnd = FrontWindow();
+    Script::Entry& step = script.steps[run.next];
+    if (step.until) {
+        if (!d.hwnd || !step.until(d)) {
+            if (now - run.phaseStart > script.timeoutMs)
+                StartAbort(run, StepName(run, run.next) + " still waiting after " + std::to_string(script.timeoutMs) +
+                                    " ms; closed by the harness");
+            return;
+        }
+    } else {
+        if (!d.hwnd) {
+            if (now - run.phaseStart > script.timeoutMs)
+                StartAbort(run, "no window for " + StepName(run, run.next));
+            return;
+        }
+        step.run(d);
+    }
+    ++run.next;
+    run.phaseStart = GetTickCount();
+}
+
+void CALLBACK TimerProc(HWND, UINT, UINT_PTR, DWORD) {
+    RunState* run = g_harness.run;
+    if (!run || run->inTick) return;
+    run->inTick = true;
+    Tick(*run, false);
+    run->inTick = false;
+}
+
+void CALLBACK ModelessTimerProc(HWND, UINT, UINT_PTR, DWORD) {
+    RunState* run = g_harness.run;
+    if (!run || run->inTick) return;
+    run->inTick = true;
+    Tick(*run, true);
+    run->inTick = false;
+}
+
+void BeginRun(RunState& run, Script& script, const char* file, int line) {
+    InstallHooks();
+    run.script = &script;
+    run.file = file;
+    run.line = line;
+    run.answers.assign(script.answers.begin(), script.answers.end());
+    run.phaseStart = GetTickCount();
+    for (HWND w : ThreadWindows()) run.before.insert(w);
+    g_harness.boxes.clear();
+    g_harness.problems.clear();
+    g_harness.run = &run;
+}
+
+void EndRun(RunState& run) {
+    g_harness.run = nullptr;
+    if (!run.aborting && run.next < run.script->steps.size())
+        Report(run, "the window ended before " + StepName(run, run.next) + " ran (" +
+                         std::to_string(run.script->steps.size() - run.next) + " step(s) left)");
+    if (!run.answers.empty())
+        Report(run, std::to_string(run.answers.size()) + " scripted message-box answer(s) were not used");
+}
+
+LPARAM KeyLParam(UINT vk, bool up) {
+    UINT scan = MapVirtualKeyW(vk, MAPVK_VK_TO_VSC);
+    LPARAM lp = 1 | ((LPARAM)(scan & 0xFF) << 16);
+    if (up) lp |= (LPARAM)0xC0000000;
+    return lp;
+}
+
+}  // namespace
+
+// ---------------------------------------------------------------------------
+// Dlg: input
+// ---------------------------------------------------------------------------
+static HWND KeyTarget(HWND hwnd) {
+    HWND focus = GetFocus();
+    return focus ? focus : hwnd;
+}
+
+void Dlg::KeyDown(UINT vk) { PostMessageW(KeyTarget(hwnd), WM_KEYDOWN, vk, KeyLParam(vk, false)); }
+void Dlg::KeyUp(UINT vk) { PostMessageW(KeyTarget(hwnd), WM_KEYUP, vk, KeyLParam(vk, true)); }
+void Dlg::Key(UINT vk) {
+    KeyDown(vk);
+    KeyUp(vk);
+}
+void Dlg::Char(wchar_t ch) { PostMessageW(KeyTarget(hwnd), WM_CHAR, ch, 1); }
+void Dlg::Type(const wchar_t* text) {
+    for (const wchar_t* p = text; *p; ++p) Char(*p);
+}
+void Dlg::SoftKey(SoftKeySide side) { Key(side == Left ? VK_F1 : VK_F2); }
+void Dlg::Back() { Key(VK_ESCAPE); }
+void Dlg::Enter() { Key(VK_RETURN); }
+void Dlg::Command(UINT id) { PostMessageW(hwnd, WM_COMMAND, MAKEWPARAM(id, 0), 0); }
+
+void Dlg::Tap(HWND target, int x, int y) {
+    if (!target) return;
+    LPARAM at = MAKELPARAM(x, y);
+    PostMessageW(target, WM_LBUTTONDOWN, MK_LBUTTON, at);
+    PostMessageW(target, WM_LBUTTONUP, 0, at);
+    // An up-down control keeps its hot state after a click without a
+    // mouse-leave and then steps twice on the next arrow key.
+    PostMessageW(target, WM_MOUSELEAVE, 0, 0);
+}
+void Dlg::Tap(int ctrlId, int x, int y) { Tap(Item(ctrlId), x, y); }
+void Dlg::TapCenter(int ctrlId) {
+    RECT rc = ClientRect(ctrlId);
+    Tap(ctrlId, rc.right / 2, rc.bottom / 2);
+}
+void Dlg::TapCell(int listId, int row, int col) {
+    HWND list = Item(listId);
+    RECT rc = {};
+    rc.top = col;
+    rc.left = LVIR_BOUNDS;
+    if (!SendMessageW(list, LVM_GETSUBITEMRECT, row, (LPARAM)&rc)) return;
+    if (col == 0) rc.right = rc.left + (int)SendMessageW(list, LVM_GETCOLUMNWIDTH, 0, 0);
+    Tap(list, (rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2);
+}
+void Dlg::SetFocusTo(int ctrlId) { SetFocus(Item(ctrlId)); }
+
+// ---------------------------------------------------------------------------
+// Dlg: reading
+// ---------------------------------------------------------------------------
+HWND Dlg::Item(int ctrlId) const { return ctrlId ? GetDlgItem(hwnd, ctrlId) : hwnd; }
+HWND Dlg::Focus() const { return GetFocus(); }
+int Dlg::FocusId() const {
+    HWND f = GetFocus();
+    return f ? GetDlgCtrlID(f) : 0;
+}
+std::wstring Dlg::Text(int ctrlId) const { return TextOf(Item(ctrlId)); }
+bool Dlg::Enabled(int ctrlId) const { return IsWindowEnabled(Item(ctrlId)) != FALSE; }
+bool Dlg::Visible(int ctrlId) const { return IsWindowVisible(Item(ctrlId)) != FALSE; }
+bool Dlg::Checked(int ctrlId) const { return SendMessageW(Item(ctrlId), BM_GETCHECK, 0, 0) == BST_CHECKED; }
+RECT Dlg::ClientRect(int ctrlId) const {
+    RECT rc = {};
+    GetClientRect(Item(ctrlId), &rc);
+    return rc;
+}
+
+int Dlg::ListCount(int listId) const { return (int)SendMessageW(Item(listId), LVM_GETITEMCOUNT, 0, 0); }
+std::wstring Dlg::ListText(int listId, int row, int col) const {
+    wchar_t buf[1024] = L"";
+    LVITEMW item = {};
+    item.iSubItem = col;
+    item.pszText = buf;
+    item.cchTextMax = 1024;
+    SendMessageW(Item(listId), LVM_GETITEMTEXTW, row, (LPARAM)&item);
+    return buf;
+}
+int Dlg::ListSelectionMark(int listId) const { return (int)SendMessageW(Item(listId), LVM_GETSELECTIONMARK, 0, 0); }
+int Dlg::ListFocused(int listId) const {
+    return (int)SendMessageW(Item(listId), LVM_GETNEXTITEM, (WPARAM)-1, LVNI_FOCUSED);
+}
+
+HWND Dlg::MenuBar() const { return FindSoftKeyBar(hwnd); }
+
+static int ButtonIndex(HWND bar, SoftKeySide side) {
+    int count = (int)SendMessageW(bar, TB_BUTTONCOUNT, 0, 0);
+    if (count <= 0) return -1;
+    return side == Left ? 0 : count - 1;
+}
+
+std::wstring Dlg::SoftKeyText(SoftKeySide side) const {
+    HWND bar = MenuBar();
+    TBBUTTON button = {};
+    int index = ButtonIndex(bar, side);
+    if (index < 0 || !SendMessageW(bar, TB_GETBUTTON, index, (LPARAM)&button)) return L"";
+    wchar_t buf[256] = L"";
+    SendMessageW(bar, TB_GETBUTTONTEXTW, button.idCommand, (LPARAM)buf);
+    return buf;
+}
+int Dlg::SoftKeyCommand(SoftKeySide side) const {
+    HWND bar = MenuBar();
+    TBBUTTON button = {};
+    int index = ButtonIndex(bar, side);
+    if (index < 0 || !SendMessageW(bar, TB_GETBUTTON, index, (LPARAM)&button)) return 0;
+    return button.idCommand;
+}
+HMENU Dlg::SoftKeyMenu(SoftKeySide side) const {
+    HWND bar = MenuBar();
+    int index = ButtonIndex(bar, side);
+    if (index < 0) return nullptr;
+    TBBUTTONINFOW info = {};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_BYINDEX | TBIF_LPARAM;
+    if (SendMessageW(bar, TB_GETBUTTONINFOW, index, (LPARAM)&info) < 0) return nullptr;
+    return (HMENU)info.lParam;
+}
+bool Dlg::MenuOpen() const {
+    for (HWND w : ThreadWindows())
+        if (IsWindowVisible(w) && ClassOf(w) == L"#32768") return true;
+    return false;
+}
+std::vector<std::wstring> Dlg::MenuTexts(HMENU menu) {
+    std::vector<std::wstring> out;
+    int count = menu ? GetMenuItemCount(menu) : 0;
+    for (int pos = 0; pos < count; ++pos) {
+        wchar_t buf[512] = L"";
+        MENUITEMINFOW mii = {};
+        mii.cbSize = sizeof mii;
+        mii.fMask = MIIM_FTYPE | MIIM_STRING;
+        mii.dwTypeData = buf;
+        mii.cch = 511;
+        GetMenuItemInfoW(menu, pos, TRUE, &mii);
+        out.push_back((mii.fType & MFT_SEPARATOR) ? std::wstring(L"-") : std::wstring(buf));
+    }
+    return out;
+}
+
+// ---------------------------------------------------------------------------
+// Script
+// ---------------------------------------------------------------------------
+Script& Script::Step(StepFn fn) {
+    steps.push_back({std::move(fn), nullptr, L""});
+    return *this;
+}
+Script& Script::WaitFor(const wchar_t* className, const wchar_t* title) {
+    std::wstring cls = className ? className : L"";
+    std::wstring ttl = title ? title : L"";
+    bool anyTitle = title == nullptr;
+    Entry e;
+    e.until = [cls, ttl, anyTitle](Dlg& d) {
+        HWND w = GetActiveWindow();
+        if (!w || !IsWindowVisible(w)) return false;
+        if (!cls.empty() && ClassOf(w) != cls) return false;
+        if (!anyTitle && TextOf(w) != ttl) return false;
+        d.hwnd = w;
+        return true;
+    };
+    e.what = L"wait for " + cls + (anyTitle ? L"" : L" \"" + ttl + L"\"");
+    steps.push_back(std::move(e));
+    return *this;
+}
+Script& Script::WaitUntil(std::function<bool(Dlg&)> cond) {
+    Entry e;
+    e.until = std::move(cond);
+    e.what = L"wait until";
+    steps.push_back(std::move(e));
+    return *this;
+}
+Script& Script::Answer(int id) {
+    answers.push_back(id);
+    return *this;
+}
+Script& Script::Timeout(DWORD ms) {
+    timeoutMs = ms;
+    return *this;
+}
+Script& Script::ExpectProblems() {
+    expectProblems = true;
+    return *this;
+}
+
+// ---------------------------------------------------------------------------
+// Running
+// ---------------------------------------------------------------------------
+INT_PTR RunModal(Script& script, const std::function<INT_PTR()>& open, const char* file, int line) {
+    RunState run;
+    BeginRun(run, script, file, line);
+    UINT_PTR timer = SetTimer(nullptr, 0, kTickMs, TimerProc);
+    INT_PTR result = open();
+    KillTimer(nullptr, timer);
+    EndRun(run);
+    Pump();
+    return result;
+}
+
+bool RunWindow(Script& script, HWND hwnd, const char* file, int line) {
+    RunState run;
+    BeginRun(run, script, file, line);
+    UINT_PTR timer = SetTimer(nullptr, 0, kTickMs, ModelessTimerProc);
+    DWORD start = GetTickCount();
+    DWORD limit = script.timeoutMs * (DWORD)(script.steps.size() + 1);
+    MSG msg;
+    while (!run.finished && IsWindow(hwnd)) {
+        if (GetTickCount() - start > limit && !run.aborting) {
+            StartAbort(run, "the window script did not finish within " + std::to_string(limit) + " ms");
+        }
+        BOOL got = GetMessageW(&msg, nullptr, 0, 0);
+        if (got <= 0) break;  // WM_QUIT from the window's exit is taken here, not left for later tests
+        TranslateMessage(&msg);
+        DispatchMessageW(&msg);
+    }
+    KillTimer(nullptr, timer);
+    EndRun(run);
+    Pump();
+    return IsWindow(hwnd) != FALSE;
+}
+
+const std::vector<MessageBoxRecord>& MessageBoxes() { return g_harness.boxes; }
+const std::vector<std::string>& LastRunProblems() { return g_harness.problems; }
+
+void Pump() {
+    InstallHooks();
+    MSG msg;
+    for (int i = 0; i < 10000 && PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE); ++i) {
+        if (msg.message == WM_QUIT) continue;
+        TranslateMessage(&msg);
+        DispatchMessageW(&msg);
+    }
+}
+
+const char* ButtonSetName(UINT buttons) {
+    switch (buttons) {
+    case MB_OK:                return "MB_OK";
+    case MB_OKCANCEL:          return "MB_OKCANCEL";
+    case MB_YESNO:             return "MB_YESNO";
+    case MB_YESNOCANCEL:       return "MB_YESNOCANCEL";
+    case MB_RETRYCANCEL:       return "MB_RETRYCANCEL";
+    case MB_ABORTRETRYIGNORE:  return "MB_ABORTRETRYIGNORE";
+    case MB_CANCELTRYCONTINUE: return "MB_CANCELTRYCONTINUE";
+    default:                   return "MB_?";
+    }
+}
+
+}  // namespace ui

@@ -1,0 +1,560 @@
+// The phone shell on the desktop: screen size, the soft-key bar and its
+// messages, the keys (soft keys, Back, digits in menus), and the harness
+// itself (message boxes, stuck dialogs).
+#include <windows.h>
+#include <commctrl.h>
+
+#include <string>
+#include <vector>
+
+#include "LangIds.h"
+#include "app/ScreenScale.h"
+#include "base/AppGlobals.h"
+#include "platform/Platform.h"
+#include "platform/aygshell.h"
+#include "tests/framework/ZvTest.h"
+#include "tests/harness/UiHarness.h"
+
+namespace {
+
+const int kEditId = 100;
+const int kButtonId = 101;
+const UINT kCmdDone = 40069;      // left soft key
+const UINT kMenuButtonId = 2;     // right soft key: a popup
+const UINT kCmdAlpha = 501, kCmdBeta = 502, kCmdGamma = 504, kCmdDelta = 505;
+const UINT kCmdAskYesNo = 600;    // shows a yes/no question
+const UINT kCmdTellOk = 601;      // shows an error with OK
+
+// How the test dialog is set up, and what it saw.
+struct TestDialog {
+    DWORD initFlags = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
+    bool overrideBack = true;
+    bool ignoreCancel = false;     // a dialog that cannot be closed
+    HINSTANCE langMenuModule = nullptr; // when set: SHCreateMenuBar with menu 40078 of this module
+    HWND bar = nullptr;
+    HWND edit = nullptr;
+    std::vector<UINT> commands;
+    std::vector<LPARAM> hotkeys;
+    std::vector<int> boxResults;
+    RECT clientAtInit = {};
+} g_test;
+
+// Done | Menu (Alpha, Beta, More > (Gamma, Delta)).
+HMENU BuildTestMenu() {
+    HMENU more = CreatePopupMenu();
+    AppendMenuW(more, MF_STRING, kCmdGamma, L"Gamma");
+    AppendMenuW(more, MF_STRING, kCmdDelta, L"Delta");
+    HMENU popup = CreatePopupMenu();
+    AppendMenuW(popup, MF_STRING, kCmdAlpha, L"&Alpha");
+    AppendMenuW(popup, MF_STRING, kCmdBeta, L"Beta");
+    AppendMenuW(popup, MF_SEPARATOR, 0, nullptr);
+    AppendMenuW(popup, MF_POPUP, (UINT_PTR)more, L"More");
+    HMENU bar = CreateMenu();
+    AppendMenuW(bar, MF_STRING, kCmdDone, L"Done");
+    MENUITEMINFOW mii = {};
+    mii.cbSize = sizeof mii;
+    mii.fMask = MIIM_ID | MIIM_SUBMENU | MIIM_STRING;
+    mii.wID = kMenuButtonId;
+    mii.hSubMenu = popup;
+    mii.dwTypeData = (LPWSTR)L"Menu";
+    InsertMenuItemW(bar, 1, TRUE, &mii);
+    return bar;
+}
+
+BOOL OnInitDialog(HWND hwnd) {
+    SHINITDLGINFO init = {SHIDIM_FLAGS, hwnd, g_test.initFlags};
+    SHInitDialog(&init);
+    SHMENUBARINFO mb = {};
+    mb.cbSize = sizeof mb;
+    mb.hwndParent = hwnd;
+    mb.dwFlags = SHCMBF_HMENU;
+    if (g_test.langMenuModule) {
+        mb.nToolBarId = IDM_OK_CANCEL_MENUBAR;
+        mb.hInstRes = g_test.langMenuModule;
+        SHCreateMenuBar(&mb);
+    } else {
+        CreateSoftKeyBar(&mb, BuildTestMenu());
+    }
+    g_test.bar = mb.hwndMB;
+    if (g_test.bar && g_test.overrideBack)
+        SendMessageW(g_test.bar, SHCMBM_OVERRIDEKEY, VK_ESCAPE,
+                     MAKELPARAM(SHMBOF_NODEFAULT | SHMBOF_NOTIFY, SHMBOF_NODEFAULT | SHMBOF_NOTIFY));
+    GetClientRect(hwnd, &g_test.clientAtInit);
+    // Laid out over the whole client area, as the program's dialogs are.
+    RECT rc = g_test.clientAtInit;
+    g_test.edit = CreateWindowExW(0, L"edit", L"", WS_CHILD | WS_VISIBLE | WS_BORDER | WS_TABSTOP, 0, 0, rc.right, 24,
+                                  hwnd, (HMENU)(INT_PTR)kEditId, nullptr, nullptr);
+    CreateWindowExW(0, L"button", L"Button", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, rc.bottom - 24, rc.right, 24,
+                    hwnd, (HMENU)(INT_PTR)kButtonId, nullptr, nullptr);
+    SetFocus(g_test.edit);
+    return FALSE;
+}
+
+void OnCommand(HWND hwnd, UINT id) {
+    g_test.commands.push_back(id);
+    if (id == kCmdAskYesNo)
+        g_test.boxResults.push_back(MessageBoxW(hwnd, L"Save the list?", L"Zorvel", MB_YESNO | MB_ICONQUESTION));
+    else if (id == kCmdTellOk)
+        g_test.boxResults.push_back(MessageBoxW(hwnd, L"Cannot open the file", L"Error", MB_ICONEXCLAMATION));
+    else if (id == kCmdDone) EndDialog(hwnd, 1);
+    else if (id == IDCANCEL && !g_test.ignoreCancel) EndDialog(hwnd, 2);
+}
+
+INT_PTR CALLBACK TestDlgProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
+    switch (msg) {
+    case WM_INITDIALOG: return OnInitDialog(hwnd);
+    case WM_COMMAND:
+        if (lParam) return FALSE;  // control notifications are not commands
+        OnCommand(hwnd, LOWORD(wParam));
+        return TRUE;
+    case WM_HOTKEY:
+        g_test.hotkeys.push_back(lParam);
+        if (HIWORD(lParam) == VK_ESCAPE) SHSendBackToFocusWindow(msg, wParam, lParam);
+        return TRUE;
+    case WM_DESTROY:
+        if (g_test.bar) DestroyWindow(g_test.bar);
+        g_test.bar = nullptr;
+        return TRUE;
+    }
+    return FALSE;
+}
+
+// An empty dialog template with a caption, size 0: SHInitDialog sizes it.
+struct EmptyTemplate {
+    DLGTEMPLATE dlg;
+    WORD menu, cls, title;
+    WORD pad;
+};
+
+INT_PTR RunTestDialog(HWND owner = nullptr) {
+    static EmptyTemplate t;
+    t.dlg.style = WS_POPUP | WS_CAPTION | WS_VISIBLE | DS_MODALFRAME;
+    g_test.commands.clear();
+    g_test.hotkeys.clear();
+    g_test.boxResults.clear();
+    return DialogBoxIndirectParamW(GetModuleHandleW(nullptr), &t.dlg, owner, TestDlgProc, 0);
+}
+
+void ResetTestDialog() { g_test = TestDialog(); }
+
+RECT ScreenRectOf(HWND hwnd) {
+    RECT rc;
+    GetWindowRect(hwnd, &rc);
+    return rc;
+}
+
+RECT ClientScreenRect(HWND hwnd) {
+    RECT rc;
+    GetClientRect(hwnd, &rc);
+    MapWindowPoints(hwnd, nullptr, (POINT*)&rc, 2);
+    return rc;
+}
+
+// Screen density for one test, restored afterwards.
+struct DensityScope {
+    int x = ScreenDpiX(), y = ScreenDpiY();
+    DensityScope(int dpi) { SetScreenDensity(dpi, dpi); }
+    ~DensityScope() { SetScreenDensity(x, y); }
+};
+
+void CheckPhoneLayout(HWND dlg, int dpi, const char* file, int line) {
+    RECT phone;
+    GetPhoneScreenRect(&phone);
+    int barH = SoftKeyBarHeight();
+    CHECK_EQ_AT(phone.right - phone.left, 240 * dpi / 96, file, line);
+    CHECK_EQ_AT(phone.bottom - phone.top, 320 * dpi / 96, file, line);
+    RECT client = ClientScreenRect(dlg);
+    CHECK_EQ_AT(client.left, phone.left, file, line);
+    CHECK_EQ_AT(client.top, phone.top, file, line);
+    CHECK_EQ_AT(client.right, phone.right, file, line);
+    CHECK_EQ_AT(client.bottom, phone.bottom - barH, file, line);
+    RECT bar = ScreenRectOf(FindSoftKeyBar(dlg));
+    CHECK_EQ_AT(bar.left, phone.left, file, line);
+    CHECK_EQ_AT(bar.top, client.bottom, file, line);
+    CHECK_EQ_AT(bar.right, phone.right, file, line);
+    CHECK_EQ_AT(bar.bottom, phone.bottom, file, line);
+    CHECK_AT(IsWindowVisible(FindSoftKeyBar(dlg)), file, line);
+}
+
+}  // namespace
+
+TEST_CASE(Ui_Platform_FullScreenDialogCoversThePhoneScreen) {
+    for (int dpi : {96, 192}) {
+        DensityScope density(dpi);
+        ResetTestDialog();
+        ui::Script s;
+        s.Step([dpi](ui::Dlg& d) {
+            CheckPhoneLayout(d.hwnd, dpi, ZV_HERE);
+            // The content was laid out in the whole client area, above the bar.
+            CHECK_EQ(g_test.clientAtInit.right, 240 * dpi / 96);
+            CHECK_EQ(g_test.clientAtInit.bottom, 320 * dpi / 96 - SoftKeyBarHeight());
+            LONG style = GetWindowLongW(d.hwnd, GWL_STYLE);
+            CHECK((style & WS_CAPTION) == WS_CAPTION);
+            CHECK(style & WS_SYSMENU);
+            d.SoftKey(ui::Left);
+        });
+        CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
+    }
+    CHECK_EQ(SoftKeyBarHeight(), ScaleY(26));
+}
+
+TEST_CASE(Ui_Platform_SoftKeysSendCommandsAndOpenNumberedMenus) {
+    ResetTestDialog();
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.SoftKeyText(ui::Left), L"Done");
+        CHECK_EQ(d.SoftKeyText(ui::Right), L"Menu");
+        CHECK_EQ(d.SoftKeyCommand(ui::Left), (int)kCmdDone);
+        CHECK_EQ(d.SoftKeyCommand(ui::Right), (int)kMenuButtonId);
+        d.SoftKey(ui::Right);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK(d.MenuOpen());
+        std::vector<std::wstring> want = {L"&1 Alpha", L"&2 Beta", L"-", L"&3 More"};
+        CHECK(ui::Dlg::MenuTexts(d.SoftKeyMenu(ui::Right)) == want);
+        d.Char('2');
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK(!d.MenuOpen());
+        CHECK(g_test.commands == std::vector<UINT>{kCmdBeta});
+        // The entries are shown numbered only while the menu is open.
+        std::vector<std::wstring> want = {L"&Alpha", L"Beta", L"-", L"More"};
+        CHECK(ui::Dlg::MenuTexts(d.SoftKeyMenu(ui::Right)) == want);
+        d.SoftKey(ui::Right);
+    });
+    s.Step([](ui::Dlg& d) { d.Char('3'); });  // opens the nested popup
+    s.Step([](ui::Dlg& d) {
+        HMENU more = GetSubMenu(d.SoftKeyMenu(ui::Right), 3);
+        std::vector<std::wstring> want = {L"&1 Gamma", L"&2 Delta"};
+        CHECK(ui::Dlg::MenuTexts(more) == want);
+        d.Char('2');
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK(g_test.commands == (std::vector<UINT>{kCmdBeta, kCmdDelta}));
+        // A soft key pressed while its menu is open closes the menu.
+        d.SoftKey(ui::Right);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK(d.MenuOpen());
+        d.SoftKey(ui::Right);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK(!d.MenuOpen());
+        CHECK_EQ(g_test.commands.size(), 2u);
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
+    CHECK(g_test.commands == (std::vector<UINT>{kCmdBeta, kCmdDelta, kCmdDone}));
+}
+
+TEST_CASE(Ui_Platform_TappingASoftKeyActsLikeTheKey) {
+    ResetTestDialog();
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        HWND bar = d.MenuBar();
+        RECT rc;
+        SendMessageW(bar, TB_GETITEMRECT, 1, (LPARAM)&rc);
+        CHECK(rc.left >= ScaleX(100));  // the right key sits on the right half
+        d.Tap(bar, (rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK(d.MenuOpen());
+        d.Key(VK_ESCAPE);  // Back inside a menu closes it
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK(!d.MenuOpen());
+        CHECK(g_test.hotkeys.empty());
+        HWND bar = d.MenuBar();
+        RECT rc;
+        SendMessageW(bar, TB_GETITEMRECT, 0, (LPARAM)&rc);
+        d.Tap(bar, (rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2);
+    });
+    CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
+    CHECK(g_test.commands == std::vector<UINT>{kCmdDone});
+}
+
+TEST_CASE(Ui_Platform_OverriddenBackArrivesAsHotKeyAndErasesOneCharacter) {
+    ResetTestDialog();
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.FocusId(), kEditId);
+        d.Type(L"abc");
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.Text(kEditId), L"abc");
+        d.Back();
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.Text(kEditId), L"ab");
+        CHECK(g_test.hotkeys == (std::vector<LPARAM>{MAKELPARAM(0, VK_ESCAPE), MAKELPARAM(MOD_KEYUP, VK_ESCAPE)}));
+        CHECK(g_test.commands.empty());  // Back did not close the dialog
+        d.Back();
+        d.Back();
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.Text(kEditId), L"");
+        d.Back();  // nothing left to erase: still no closing
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK(g_test.commands.empty());
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
+}
+
+TEST_CASE(Ui_Platform_BackWithoutOverrideErasesInEditElseCancels) {
+    ResetTestDialog();
+    g_test.overrideBack = false;
+    ui::Script s;
+    s.Step([](ui::Dlg& d) { d.Type(L"xy"); });
+    s.Step([](ui::Dlg& d) { d.Back(); });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.Text(kEditId), L"x");
+        CHECK(g_test.hotkeys.empty());
+        CHECK(g_test.commands.empty());
+        d.SetFocusTo(kButtonId);
+        d.Back();
+    });
+    CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)2);
+    CHECK(g_test.commands == std::vector<UINT>{(UINT)IDCANCEL});
+}
+
+TEST_CASE(Ui_Platform_ButtonInfoAndSubMenusRoundTrip) {
+    ResetTestDialog();
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        HWND bar = d.MenuBar();
+        CHECK_EQ(bar, g_test.bar);
+        // The list window's way to the right key's popup.
+        TBBUTTONINFOW info = {};
+        info.cbSize = sizeof info;
+        info.dwMask = TBIF_BYINDEX | TBIF_LPARAM;
+        CHECK_EQ(SendMessageW(bar, TB_GETBUTTONINFOW, 1, (LPARAM)&info), (LRESULT)1);
+        HMENU popup = (HMENU)SendMessageW(bar, SHCMBM_GETSUBMENU, 0, kMenuButtonId);
+        CHECK(popup != nullptr);
+        CHECK_EQ((HMENU)info.lParam, popup);
+        CHECK_EQ(GetSubMenu((HMENU)SendMessageW(bar, SHCMBM_GETMENU, 0, 0), 1), popup);
+        CHECK_EQ((HMENU)SendMessageW(bar, SHCMBM_GETSUBMENU, 0, kCmdDone), (HMENU) nullptr);
+
+        // Relabelling as the templates manager does: the string goes into the
+        // bar's pool with TB_ADDSTRING, then onto the button.
+        wchar_t pool[] = L"Select\0";
+        CHECK(SendMessageW(bar, TB_ADDSTRING, 0, (LPARAM)pool) >= 0);
+        TBBUTTONINFOW text = {};
+        text.cbSize = sizeof text;
+        text.dwMask = TBIF_TEXT;
+        text.pszText = (LPWSTR)L"Select";
+        CHECK(SendMessageW(bar, TB_SETBUTTONINFOW, kCmdDone, (LPARAM)&text) != 0);
+        text.pszText = (LPWSTR)L"Options";
+        CHECK(SendMessageW(bar, TB_SETBUTTONINFOW, kMenuButtonId, (LPARAM)&text) != 0);
+        CHECK_EQ(d.SoftKeyText(ui::Left), L"Select");
+        CHECK_EQ(d.SoftKeyText(ui::Right), L"Options");
+
+        // Replacing the popup hands back the old one.
+        HMENU other = CreatePopupMenu();
+        AppendMenuW(other, MF_STRING, kCmdGamma, L"Gamma");
+        CHECK_EQ((HMENU)SendMessageW(bar, SHCMBM_SETSUBMENU, kMenuButtonId, (LPARAM)other), popup);
+        CHECK_EQ((HMENU)SendMessageW(bar, SHCMBM_GETSUBMENU, 0, kMenuButtonId), other);
+        CHECK_EQ(SendMessageW(bar, SHCMBM_SETSUBMENU, kMenuButtonId, (LPARAM)popup), (LRESULT)other);
+        DestroyMenu(other);
+
+        // Relabelled keys still send their commands.
+        d.SoftKey(ui::Right);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK(d.MenuOpen());
+        d.Char('1');
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK(g_test.commands == std::vector<UINT>{kCmdAlpha});
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
+}
+
+TEST_CASE(Ui_Platform_MessageBoxesAreAnsweredAndRecorded) {
+    ResetTestDialog();
+    ui::Script s;
+    s.Answer(IDNO);
+    s.Step([](ui::Dlg& d) { d.Command(kCmdAskYesNo); });
+    s.Step([](ui::Dlg& d) { d.Command(kCmdTellOk); });
+    s.Step([](ui::Dlg& d) { d.Command(kCmdAskYesNo); });  // no scripted answer left: the first button
+    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
+    CHECK(g_test.boxResults == (std::vector<int>{IDNO, IDOK, IDYES}));
+    const std::vector<ui::MessageBoxRecord>& boxes = ui::MessageBoxes();
+    CHECK_EQ(boxes.size(), 3u);
+    if (boxes.size() == 3) {
+        CHECK_EQ(boxes[0].text, L"Save the list?");
+        CHECK_EQ(boxes[0].caption, L"Zorvel");
+        CHECK_EQ(boxes[0].buttons, (UINT)MB_YESNO);
+        CHECK_EQ(boxes[0].icon, (UINT)MB_ICONQUESTION);
+        CHECK_EQ(boxes[0].answer, IDNO);
+        CHECK_EQ(boxes[1].text, L"Cannot open the file");
+        CHECK_EQ(boxes[1].caption, L"Error");
+        CHECK_EQ(boxes[1].buttons, (UINT)MB_OK);
+        CHECK_EQ(boxes[1].icon, (UINT)MB_ICONEXCLAMATION);
+        CHECK_EQ(boxes[1].answer, IDOK);
+        CHECK_EQ(boxes[2].answer, IDYES);
+    }
+}
+
+TEST_CASE(Ui_Platform_HarnessReportsAnswersAMessageBoxCannotTake) {
+    ResetTestDialog();
+    ui::Script s;
+    s.ExpectProblems();
+    s.Answer(IDYES);  // the box only has OK
+    s.Answer(IDNO);   // never used
+    s.Step([](ui::Dlg& d) { d.Command(kCmdTellOk); });
+    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
+    CHECK(g_test.boxResults == std::vector<int>{IDOK});
+    CHECK_EQ(ui::LastRunProblems().size(), 2u);
+}
+
+TEST_CASE(Ui_Platform_StuckDialogIsClosedAndReported) {
+    ResetTestDialog();
+    g_test.ignoreCancel = true;
+    ui::Script s;
+    s.ExpectProblems().Timeout(300);
+    s.Step([](ui::Dlg& d) { d.Type(L"q"); });  // nothing here ends the dialog
+    DWORD start = GetTickCount();
+    INT_PTR r = ui::RunModal(s, [] { return RunTestDialog(); });
+    DWORD took = GetTickCount() - start;
+    CHECK_EQ(r, (INT_PTR)-1);
+    CHECK(took < 1500);
+    CHECK_EQ(ui::LastRunProblems().size(), 1u);
+    if (!ui::LastRunProblems().empty())
+        CHECK(ui::LastRunProblems()[0].find("did not end") != std::string::npos);
+    // The harness tried IDCANCEL first.
+    CHECK(!g_test.commands.empty() && g_test.commands.back() == (UINT)IDCANCEL);
+
+    // A step that waits for a window that never comes fails the same way.
+    ResetTestDialog();
+    ui::Script w;
+    w.ExpectProblems().Timeout(200);
+    w.WaitFor(L"NoSuchClass");
+    w.Step([](ui::Dlg&) {});
+    CHECK_EQ(ui::RunModal(w, [] { return RunTestDialog(); }), (INT_PTR)2);
+    CHECK_EQ(ui::LastRunProblems().size(), 1u);
+    if (!ui::LastRunProblems().empty())
+        CHECK(ui::LastRunProblems()[0].find("step 1") != std::string::npos);
+}
+
+TEST_CASE(Ui_Platform_DialogsFollowAMovedPhoneScreen) {
+    RECT before;
+    GetPhoneScreenRect(&before);
+    HWND main = CreateWindowExW(0, L"Static", L"Main", WS_VISIBLE | WS_CLIPSIBLINGS, CW_USEDEFAULT, CW_USEDEFAULT,
+                                CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, nullptr, nullptr);
+    FitToPhoneScreen(main);
+    CHECK(IsOnPhoneScreen(main));
+    CHECK_EQ(ClientScreenRect(main).top, before.top);
+    RECT win = ScreenRectOf(main);
+    SetWindowPos(main, nullptr, win.left + 30, win.top + 20, 0, 0, SWP_NOSIZE | SWP_NOZORDER);  // a user drag
+    RECT moved;
+    GetPhoneScreenRect(&moved);
+    CHECK_EQ(moved.left, before.left + 30);
+    CHECK_EQ(moved.top, before.top + 20);
+
+    ResetTestDialog();
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        CheckPhoneLayout(d.hwnd, ScreenDpiX(), ZV_HERE);
+        d.SoftKey(ui::Left);
+    });
+    ui::RunModal(s, [main] { return RunTestDialog(main); });
+    DestroyWindow(main);
+    // Put the phone screen back for the tests that follow.
+    HWND back = CreateWindowExW(0, L"Static", L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+    FitToPhoneScreen(back);
+    ShowWindow(back, SW_SHOWNA);
+    win = ScreenRectOf(back);
+    SetWindowPos(back, nullptr, win.left - 30, win.top - 20, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    DestroyWindow(back);
+    RECT after;
+    GetPhoneScreenRect(&after);
+    CHECK_EQ(after.top, before.top);
+}
+
+TEST_CASE(Ui_Platform_LanguageModuleOkCancelBar) {
+    if (!hLangModule || !FindResourceW(hLangModule, MAKEINTRESOURCEW(IDM_OK_CANCEL_MENUBAR), (LPCWSTR)RT_MENU)) {
+        std::printf("  (skipped: no language module with menu %d)\n", IDM_OK_CANCEL_MENUBAR);
+        return;
+    }
+    ResetTestDialog();
+    g_test.langMenuModule = hLangModule;
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        CHECK(!d.SoftKeyText(ui::Left).empty());
+        CHECK(!d.SoftKeyText(ui::Right).empty());
+        CHECK_EQ(d.SoftKeyCommand(ui::Left), IDC_OK);
+        CHECK_EQ(d.SoftKeyCommand(ui::Right), IDC_CANCEL);
+        d.SoftKey(ui::Right);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK(g_test.commands == std::vector<UINT>{(UINT)IDC_CANCEL});
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
+}
+
+TEST_CASE(Ui_Platform_TransparentImageFromBitmapOrDc) {
+    // Source 2x1: green (the key) and red; destination 2x1 white.
+    BITMAPINFO bi = {};
+    bi.bmiHeader.biSize = sizeof bi.bmiHeader;
+    bi.bmiHeader.biWidth = 2;
+    bi.bmiHeader.biHeight = -1;
+    bi.bmiHeader.biPlanes = 1;
+    bi.bmiHeader.biBitCount = 32;
+    DWORD* src = nullptr;
+    DWORD* dst = nullptr;
+    HBITMAP srcBmp = CreateDIBSection(nullptr, &bi, DIB_RGB_COLORS, (void**)&src, nullptr, 0);
+    HBITMAP dstBmp = CreateDIBSection(nullptr, &bi, DIB_RGB_COLORS, (void**)&dst, nullptr, 0);
+    src[0] = 0x0000FF00;
+    src[1] = 0x00FF0000;
+    HDC dc = CreateCompatibleDC(nullptr);
+    HGDIOBJ old = SelectObject(dc, dstBmp);
+    for (int pass = 0; pass < 2; ++pass) {
+        dst[0] = dst[1] = 0x00FFFFFF;
+        GdiFlush();
+        BOOL ok;
+        if (pass == 0) {
+            ok = TransparentImage(dc, 0, 0, 2, 1, srcBmp, 0, 0, 2, 1, RGB(0, 255, 0));
+        } else {
+            HDC srcDc = CreateCompatibleDC(nullptr);
+            HGDIOBJ oldSrc = SelectObject(srcDc, srcBmp);
+            ok = TransparentImage(dc, 0, 0, 2, 1, srcDc, 0, 0, 2, 1, RGB(0, 255, 0));
+            SelectObject(srcDc, oldSrc);
+            DeleteDC(srcDc);
+        }
+        GdiFlush();
+        CHECK(ok);
+        CHECK_EQ((unsigned)dst[0], 0x00FFFFFFu);  // the key colour left the destination alone
+        CHECK_EQ((unsigned)dst[1], 0x00FF0000u);
+    }
+    CHECK(!TransparentImage(dc, 0, 0, 2, 1, nullptr, 0, 0, 2, 1, 0));
+    SelectObject(dc, old);
+    DeleteDC(dc);
+    DeleteObject(srcBmp);
+    DeleteObject(dstBmp);
+}
+
+TEST_CASE(Ui_Platform_ActivationGivesTheFocusBack) {
+    HWND w = CreateWindowExW(0, L"Static", L"", WS_POPUP | WS_VISIBLE, 0, 0, 100, 100, nullptr, nullptr, nullptr,
+                             nullptr);
+    HWND edit = CreateWindowExW(0, L"edit", L"", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20, w, nullptr, nullptr, nullptr);
+    SHACTIVATEINFO sai = {};
+    sai.cbSize = sizeof sai;
+    SetFocus(edit);
+    CHECK(SHHandleWMActivate(w, WA_INACTIVE, 0, &sai, 0));
+    CHECK_EQ(sai.hwndLastFocus, edit);
+    SetFocus(w);
+    CHECK(SHHandleWMActivate(w, WA_ACTIVE, 0, &sai, 0));
+    CHECK_EQ(GetFocus(), edit);
+    CHECK(sai.fActive);
+    CHECK(SHHandleWMSettingChange(w, 0, 0, &sai));
+    CHECK(!SHHandleWMActivate(w, WA_ACTIVE, 0, nullptr, 0));
+    CHECK(SHDoneButton(w, SHDB_SHOW));
+    CHECK(SipShowIM(SIPF_OFF));
+    DestroyWindow(w);
+}
