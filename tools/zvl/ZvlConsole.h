@@ -1,0 +1,29 @@
+// Console output of zvl: UTF-8 bytes to a redirected handle, WriteConsoleW
+// to a real console; one-line error reports on stderr; the document code's
+// message boxes turned into such lines.
+#pragma once
+#include <string>
+
+// Text written to standard output (UTF-16 in, UTF-8 or console text out).
+void Out(const std::wstring& text);
+void OutUtf8(const std::string& text);
+// Standard error.
+void Err(const std::wstring& text);
+
+// "zvl: SUBJECT: reason" on stderr (the subject is left out when empty).
+// Line breaks inside the reason become blanks so that one report is one line.
+void ReportError(const std::wstring& subject, const std::wstring& reason);
+
+// Routes every message box of the document code to ReportError with
+// `subject` (usually the file being read or written). Questions are answered
+// with `answer` (IDYES or IDNO); plain boxes with IDOK.
+void CaptureDocMessages(const std::wstring& subject, int answer);
+
+// How many document messages were captured so far.
+int CapturedMessageCount();
+
+// The system's text for a Win32 error code, without its line break.
+std::wstring SystemErrorText(unsigned long code);
+
+std::string ToUtf8(const std::wstring& text);
+std::wstring FromUtf8(const std::string& text);

@@ -1,0 +1,56 @@
+#include "tools/zvl/ZvlFiles.h"
+
+#include "LangIds.h"
+#include "document/DocMessages.h"
+#include "document/ListFile.h"
+#include "tools/zvl/ZvlConsole.h"
+#include "tools/zvl/ZvlEnvironment.h"
+
+namespace {
+
+bool LoadList(const std::wstring& path, LoadedFile& file) {
+    ReadListOptions options;
+    options.makeBackup = false;  // describing a list must not touch its folder
+    options.showMessages = true; // the refusal text reaches stderr through the capture
+    int before = CapturedMessageCount();
+    FileStatus status = readListFile(path.c_str(), file.doc, options);
+    if (status == FileStatus::Ok) return true;
+    if (status == FileStatus::CannotOpen) {
+        ReportError(path, L"cannot open: " + SystemErrorText(GetLastError()));
+    } else if (CapturedMessageCount() == before) {
+        showDocMessage(nullptr, IDS_LIST_VERSION_BAD, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION);
+    }
+    return false;
+}
+
+bool LoadTemplate(const std::wstring& path, LoadedFile& file) {
+    std::unique_ptr<TemplateFieldList> fields(new TemplateFieldList);
+    ViewState view;
+    FileStatus status = readTemplateFile(path.c_str(), *fields, file.doc.icon, &view);
+    if (status == FileStatus::CannotOpen) {
+        ReportError(path, L"cannot open: " + SystemErrorText(GetLastError()));
+        return false;
+    }
+    if (status != FileStatus::Ok) {
+        showDocMessage(nullptr, IDS_TEMPLATE_VERSION_BAD, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION);
+        return false;
+    }
+    file.doc.path = path.c_str();
+    file.doc.fields.assign(fields->fields, fields->fields + fields->count);
+    file.doc.sortColumn = view.sortColumn;
+    file.doc.sortDescending = view.sortDescending != 0;
+    return true;
+}
+
+}  // namespace
+
+bool LoadFile(const std::wstring& path, LoadedFile& file) {
+    file.path = path;
+    file.kind = IsTemplatePath(path) ? FileKind::Template : FileKind::List;
+    CaptureDocMessages(path, IDNO);
+    if (FolderExists(path)) {
+        ReportError(path, L"is a folder, not a list or template file");
+        return false;
+    }
+    return file.kind == FileKind::Template ? LoadTemplate(path, file) : LoadList(path, file);
+}
