@@ -1,0 +1,602 @@
+// The resource modules as the program finds them: every numbered text, the
+// shape of every soft-key menu and the commands in it, the TGA images and
+// bitmaps of both image modules, and the program's own resources.
+#include "tests/framework/ZvTest.h"
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include <cstring>
+#include <cwchar>
+#include <string>
+#include <vector>
+
+#include "base/AppGlobals.h"
+#include "resources/ImageIds.h"
+#include "resources/LangIds.h"
+#include "resources/program/ProgramIds.h"
+
+namespace {
+
+// Every string ID of LangIds.h. IDS_SELECTION_EMPTY is left out on purpose:
+// the empty selection has no text.
+const UINT kStringIds[] = {
+    IDS_PAGE_GENERAL, IDS_PAGE_COLORS, IDS_PAGE_TEMPLATES, IDS_FOLDER_CLEAR, IDS_FOLDER_BROWSE,
+    IDS_SETTINGS_CANCEL_CAPTION, IDS_SETTINGS_CANCEL_TEXT, IDS_SETTINGS_TITLE, IDS_TAB_FONT, IDS_CANCEL,
+    IDS_DONE, IDS_TAB_FOLDERS, IDS_FONT_SIZE_LABEL, IDS_FONT_FACE_LABEL, IDS_ICONS_FOLDER_LABEL,
+    IDS_COLOR_LIST_BACK, IDS_COLOR_LIST_TEXT, IDS_COLOR_SWATCH, IDS_COLOR_CATEGORY_TEXT,
+    IDS_COLOR_LIST_NAME_TEXT, IDS_DEFAULT_COLOR, IDS_MENU, IDS_TEMPLATES_FOLDER_LABEL,
+    IDS_LEAVE_UNSAVED_TEXT, IDS_LEAVE_UNSAVED_CAPTION, IDS_NONE, IDS_UNCHECKED, IDS_CHECKED,
+    IDS_SAVE_FAILED, IDS_LIST_VERSION_BAD, IDS_ERROR_CAPTION, IDS_LISTS_FOLDER_TITLE,
+    IDS_NEW_CATEGORY_NAME, IDS_DELETE_CAPTION, IDS_DELETE_CATEGORY_TEXT, IDS_DELETE_LIST_TEXT,
+    IDS_NO_SELECTION, IDS_CATEGORY_NOT_EMPTY, IDS_IMPORT_DONE_TEXT, IDS_IMPORT_DONE_CAPTION,
+    IDS_DELETE_TEMPLATE_TEXT, IDS_NO_TEMPLATE_SELECTED, IDS_TEMPLATE_NAME_EMPTY,
+    IDS_TEMPLATE_CREATE_FAILED, IDS_DELETE_TEMPLATE_CAPTION, IDS_TEMPLATE_VERSION_BAD,
+    IDS_LIST_CREATE_FAILED, IDS_TEMPLATE_OPEN_FAILED, IDS_LIST_NAME_EMPTY, IDS_TEMPLATES_FOLDER_TITLE,
+    IDS_NEW_LIST_HEADING, IDS_LIST_EXISTS_TEXT, IDS_LIST_EXISTS_CAPTION, IDS_TEMPLATE_FIELDS_HEADING,
+    IDS_TEMPLATES_HEADING, IDS_NUMBER_INVALID, IDS_ICON_PREVIEW_LABEL, IDS_EXPORT_CREATE_FAILED,
+    IDS_EXPORT_DONE_TEXT, IDS_EXPORT_DONE_CAPTION, IDS_IMPORT_OPEN_FAILED, IDS_COLOR_TITLE,
+    IDS_COLOR_RED, IDS_COLOR_GREEN, IDS_COLOR_BLUE, IDS_COLOR_MODE_SLIDERS, IDS_COLOR_MODE_PALETTE,
+    IDS_COLOR_SELECT, IDS_COLOR_TOO_LARGE_TEXT, IDS_COLOR_TOO_LARGE_CAPTION, IDS_COLOR_PREVIEW,
+    IDS_TYPE_DATE, IDS_TYPE_TIME, IDS_TYPE_PRIORITY, IDS_TYPE_TEXT, IDS_TYPE_YESNO, IDS_TYPE_NUMBER,
+    IDS_TYPE_CHECK, IDS_TYPE_DATETIME, IDS_TYPE_SELECTION, IDS_YES, IDS_NO, IDS_PRIORITY_HIGH,
+    IDS_PRIORITY_NORMAL, IDS_PRIORITY_LOW, IDS_CHECK_CLEAR, IDS_CHECK_SET,
+    IDS_SELECTION_BASE + 0, IDS_SELECTION_BASE + 1, IDS_SELECTION_BASE + 2, IDS_SELECTION_BASE + 3,
+    IDS_SELECTION_BASE + 4, IDS_SELECTION_BASE + 5, IDS_SELECTION_BASE + 6, IDS_SELECTION_BASE + 7,
+    IDS_SELECTION_BASE + 8, IDS_SELECTION_BASE + 9, IDS_SELECTION_BASE + 10, IDS_SELECTION_12,
+    IDS_SELECTION_13, IDS_DATE_MODE_TODAY, IDS_DATE_MODE_TOMORROW, IDS_DATE_MODE_NEXT_WEEK,
+    IDS_DATE_MODE_FOUR_WEEKS, IDS_DATE_MODE_NEXT_YEAR, IDS_TIME_MODE_NOW, IDS_FILE_SELECT_UP,
+    IDS_FILE_NAME_LABEL, IDS_FILE_TYPE_LABEL, IDS_FILE_SELECT, IDS_FIELD_TYPE_LABEL,
+    IDS_FIELD_NAME_LABEL, IDS_FIELD_DEFAULT_LABEL, IDS_ABOUT_TITLE, IDS_ABOUT_PRODUCT,
+    IDS_ABOUT_VERSION, IDS_ABOUT_BUILT, IDS_ITEM_EDIT_TITLE,
+};
+
+// Texts handed to a printf-style formatter, with the conversions the code
+// passes arguments for.
+struct FormatText {
+    UINT id;
+    const char* conversions;  // one letter per conversion, in order
+};
+const FormatText kFormatTexts[] = {
+    {IDS_LIST_EXISTS_TEXT, "s"},
+    {IDS_ABOUT_VERSION, "s"},
+    {IDS_ABOUT_BUILT, "s"},
+};
+
+std::wstring Text(HINSTANCE module, UINT id) {
+    wchar_t buffer[1024];
+    int n = LoadStringW(module, id, buffer, 1024);
+    return std::wstring(buffer, n > 0 ? n : 0);
+}
+
+// The conversion letters of a printf format ("%%" is not one).
+std::string Conversions(const std::wstring& text) {
+    std::string out;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != L'%') continue;
+        size_t j = i + 1;
+        if (j < text.size() && text[j] == L'%') {
+            i = j;
+            continue;
+        }
+        while (j < text.size() && std::wcschr(L"-+ #0123456789.lhL", text[j])) ++j;
+        out += j < text.size() ? (char)text[j] : '?';
+        i = j;
+    }
+    return out;
+}
+
+bool IsFormatText(UINT id) {
+    for (const FormatText& f : kFormatTexts)
+        if (f.id == id) return true;
+    return false;
+}
+
+bool IsSelectionText(UINT id) {
+    return (id >= IDS_SELECTION_BASE && id <= IDS_SELECTION_LAST_LOW) || id == IDS_SELECTION_12 ||
+           id == IDS_SELECTION_13;
+}
+
+HINSTANCE HighDpiModule() {
+    static HINSTANCE module;
+    if (!module) {
+        wchar_t path[MAX_PATH];
+        DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
+        while (n > 0 && path[n - 1] != L'\\') --n;
+        path[n] = 0;
+        std::wstring full = std::wstring(path) + L"ZVHighDpiRes.dll";
+        module = LoadLibraryExW(full.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    }
+    return module;
+}
+
+// The program's resources: linked into the UI test program and Zorvel.exe;
+// the console tests read the build's data-only copy of them.
+HINSTANCE ProgramModule() {
+    static HINSTANCE module;
+    if (!module) {
+        wchar_t path[MAX_PATH];
+        DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
+        while (n > 0 && path[n - 1] != L'\\') --n;
+        path[n] = 0;
+        std::wstring full = std::wstring(path) + L"..\\resources\\ZvProgramRes.dll";
+        module = LoadLibraryExW(full.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    }
+    return module;
+}
+
+// Menu helpers: position of a command in a menu (or -1), popup at a position.
+int PositionOf(HMENU menu, UINT id) {
+    for (int i = 0; i < GetMenuItemCount(menu); ++i)
+        if (GetMenuItemID(menu, i) == id) return i;
+    return -1;
+}
+
+bool Contains(HMENU menu, UINT id) {
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+        HMENU sub = GetSubMenu(menu, i);
+        if (sub ? Contains(sub, id) : GetMenuItemID(menu, i) == id) return true;
+    }
+    return false;
+}
+
+// The ID that MENUEX gives a popup entry (0 for a plain MENU popup).
+UINT PopupId(HMENU menu, int pos) {
+    MENUITEMINFOW mii = {};
+    mii.cbSize = sizeof mii;
+    mii.fMask = MIIM_ID | MIIM_SUBMENU;
+    if (!GetMenuItemInfoW(menu, pos, TRUE, &mii) || !mii.hSubMenu) return 0;
+    return mii.wID;
+}
+
+// A soft-key bar: exactly two top-level entries, each a command or a popup.
+void CheckSoftKeyShape(HINSTANCE module, UINT menuId, const char* file, int line) {
+    HMENU menu = LoadMenuW(module, MAKEINTRESOURCEW(menuId));
+    CHECK_AT(menu != nullptr, file, line);
+    if (!menu) return;
+    CHECK_EQ_AT(GetMenuItemCount(menu), 2, file, line);
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+        wchar_t label[64] = L"";
+        GetMenuStringW(menu, i, label, 64, MF_BYPOSITION);
+        CHECK_AT(label[0] != 0, file, line);
+        HMENU sub = GetSubMenu(menu, i);
+        if (sub) CHECK_AT(GetMenuItemCount(sub) > 0, file, line);
+        else CHECK_AT(GetMenuItemID(menu, i) != 0 && GetMenuItemID(menu, i) != (UINT)-1, file, line);
+    }
+    DestroyMenu(menu);
+}
+
+void CheckCommands(HMENU menu, std::initializer_list<UINT> ids, const char* file, int line) {
+    for (UINT id : ids) {
+        if (!Contains(menu, id)) zvtest::Fail(file, line, "menu lacks command " + std::to_string(id));
+    }
+}
+
+struct TgaHeader {
+    int idLength, mapType, type, width, height, bits, descriptor;
+    DWORD size;
+    const unsigned char* data;
+};
+
+bool ReadTga(HINSTANCE module, UINT id, TgaHeader& out) {
+    HRSRC res = FindResourceW(module, MAKEINTRESOURCEW(id), ZV_RT_TARGA);
+    if (!res) return false;
+    HGLOBAL mem = LoadResource(module, res);
+    const unsigned char* p = mem ? (const unsigned char*)LockResource(mem) : nullptr;
+    out.size = SizeofResource(module, res);
+    if (!p || out.size < 18) return false;
+    out.idLength = p[0];
+    out.mapType = p[1];
+    out.type = p[2];
+    out.width = p[12] | p[13] << 8;
+    out.height = p[14] | p[15] << 8;
+    out.bits = p[16];
+    out.descriptor = p[17];
+    out.data = p + 18 + p[0];
+    return true;
+}
+
+// A TGA the program's decoder reads upright: uncompressed true colour, 32 bits
+// with alpha, rows top first (bit 4 of the descriptor; bit 5 is not used).
+void CheckTga(HINSTANCE module, UINT id, int size, const char* file, int line) {
+    TgaHeader h;
+    bool found = ReadTga(module, id, h);
+    if (!found) zvtest::Fail(file, line, "no TARGA resource " + std::to_string(id));
+    if (!found) return;
+    CHECK_EQ_AT(h.mapType, 0, file, line);
+    CHECK_EQ_AT(h.type, 2, file, line);
+    CHECK_EQ_AT(h.bits, 32, file, line);
+    CHECK_AT((h.descriptor & 0x10) != 0, file, line);
+    CHECK_AT((h.descriptor & 0x20) == 0, file, line);
+    CHECK_EQ_AT(h.width, size, file, line);
+    CHECK_EQ_AT(h.height, size, file, line);
+    CHECK_EQ_AT(h.size, (DWORD)(18 + h.idLength + size * size * 4), file, line);
+}
+
+int OpaqueInRow(const TgaHeader& h, int row) {
+    int n = 0;
+    for (int x = 0; x < h.width; ++x) n += h.data[(row * h.width + x) * 4 + 3] != 0;
+    return n;
+}
+
+SIZE BitmapSize(HINSTANCE module, UINT id) {
+    SIZE size = {0, 0};
+    HBITMAP bitmap = LoadBitmapW(module, MAKEINTRESOURCEW(id));
+    if (!bitmap) return size;
+    BITMAP info;
+    if (GetObjectW(bitmap, sizeof info, &info)) size = {info.bmWidth, info.bmHeight};
+    DeleteObject(bitmap);
+    return size;
+}
+
+COLORREF BitmapPixel(HINSTANCE module, UINT id, int x, int y) {
+    HBITMAP bitmap = LoadBitmapW(module, MAKEINTRESOURCEW(id));
+    if (!bitmap) return CLR_INVALID;
+    HDC dc = CreateCompatibleDC(nullptr);
+    HGDIOBJ old = SelectObject(dc, bitmap);
+    COLORREF c = GetPixel(dc, x, y);
+    SelectObject(dc, old);
+    DeleteDC(dc);
+    DeleteObject(bitmap);
+    return c;
+}
+
+void CheckBitmapSize(HINSTANCE module, UINT id, int width, int height, const char* file, int line) {
+    SIZE size = BitmapSize(module, id);
+    CHECK_EQ_AT(size.cx, (LONG)width, file, line);
+    CHECK_EQ_AT(size.cy, (LONG)height, file, line);
+}
+
+}  // namespace
+
+// ---------------------------------------------------------------------------
+// Strings
+// ---------------------------------------------------------------------------
+
+TEST_CASE(Res_EveryStringLoads) {
+    CHECK(hLangModule != nullptr);
+    for (UINT id : kStringIds) {
+        if (Text(hLangModule, id).empty()) zvtest::Fail(ZV_HERE, "string " + std::to_string(id) + " is missing");
+    }
+    // The empty selection is stored as choice 11 exactly because its text is empty.
+    CHECK_EQ(Text(hLangModule, IDS_SELECTION_EMPTY), std::wstring());
+}
+
+TEST_CASE(Res_FormatTextsHaveTheirPlaceholders) {
+    for (const FormatText& f : kFormatTexts) CHECK_EQ(Conversions(Text(hLangModule, f.id)), std::string(f.conversions));
+    CHECK_EQ(Conversions(L"A %s and %%d %.2d %ls"), std::string("sds"));
+    // Every other text is shown as it stands or has text appended with
+    // "%s \"%s\"": a stray "%" would be read as a conversion.
+    for (UINT id : kStringIds) {
+        if (IsFormatText(id) || IsSelectionText(id)) continue;
+        if (Text(hLangModule, id).find(L'%') != std::wstring::npos)
+            zvtest::Fail(ZV_HERE, "string " + std::to_string(id) + " holds a %");
+    }
+}
+
+TEST_CASE(Res_ChoiceTextsTellChoicesApart) {
+    // Import maps a text back to its choice: texts of one type must differ.
+    auto distinct = [](std::vector<UINT> ids, const char* file, int line) {
+        for (size_t i = 0; i < ids.size(); ++i)
+            for (size_t j = i + 1; j < ids.size(); ++j)
+                CHECK_AT(Text(hLangModule, ids[i]) != Text(hLangModule, ids[j]), file, line);
+    };
+    distinct({IDS_PRIORITY_NORMAL, IDS_PRIORITY_HIGH, IDS_PRIORITY_LOW}, ZV_HERE);
+    distinct({IDS_NO, IDS_YES}, ZV_HERE);
+    distinct({IDS_CHECK_CLEAR, IDS_CHECK_SET}, ZV_HERE);
+    std::vector<UINT> selection;
+    for (UINT id = IDS_SELECTION_BASE; id <= IDS_SELECTION_LAST_LOW; ++id) selection.push_back(id);
+    selection.insert(selection.end(), {IDS_SELECTION_EMPTY, IDS_SELECTION_12, IDS_SELECTION_13});
+    distinct(selection, ZV_HERE);
+    // Check all / uncheck all write texts that import reads back as check choices.
+    CHECK_EQ(Text(hLangModule, IDS_CHECKED), Text(hLangModule, IDS_CHECK_SET));
+    CHECK_EQ(Text(hLangModule, IDS_UNCHECKED), Text(hLangModule, IDS_CHECK_CLEAR));
+}
+
+TEST_CASE(Res_TypeNamesSurviveTheExportHeader) {
+    // The export header writes "(" + type name + ")"; import reads the name
+    // up to ")", TAB, ",", CR or LF and compares it with all nine.
+    std::vector<std::wstring> names;
+    for (UINT type = 0; type < 9; ++type) {
+        std::wstring name = Text(hLangModule, IDS_TYPE_BASE + type);
+        CHECK(!name.empty());
+        CHECK_EQ(name.find_first_of(L"),\t\r\n"), std::wstring::npos);
+        for (const std::wstring& earlier : names) CHECK(earlier != name);
+        names.push_back(name);
+    }
+}
+
+// ---------------------------------------------------------------------------
+// Menus
+// ---------------------------------------------------------------------------
+
+TEST_CASE(Res_SoftKeyMenusHaveTwoKeys) {
+    for (UINT id : {IDM_MAIN_MENUBAR, IDM_SETTINGS_PAGE_ONE_TAB, IDM_ITEM_EDIT_MENUBAR, IDM_SETTINGS_MENUBAR,
+                    IDM_COLOR_PICKER_MENUBAR, IDM_FILE_SELECT_MENUBAR, IDM_NEW_LIST_MENUBAR, IDM_LIST_WINDOW_MENUBAR,
+                    IDM_TEMPLATE_EDITOR_MENUBAR, IDM_OK_CANCEL_MENUBAR, IDM_TEMPLATES_MANAGER_MENUBAR})
+        CheckSoftKeyShape(hLangModule, id, ZV_HERE);
+}
+
+TEST_CASE(Res_MainMenuOffersEveryCommand) {
+    HMENU menu = LoadMenuW(hLangModule, MAKEINTRESOURCEW(IDM_MAIN_MENUBAR));
+    CHECK_EQ(GetMenuItemID(menu, 0), (UINT)IDM_OPEN);
+    CHECK(GetSubMenu(menu, 1) != nullptr);
+    CheckCommands(menu, {IDM_NEW_LIST, IDM_NEW_CATEGORY, IDM_DELETE, IDM_RENAME, IDM_SETTINGS, IDM_ABOUT,
+                         IDM_LISTS_FOLDER, IDM_EXIT, IDM_IMPORT},
+                  ZV_HERE);
+    DestroyMenu(menu);
+}
+
+TEST_CASE(Res_ContextMenusByPosition) {
+    HMENU menu = LoadMenuW(hLangModule, MAKEINTRESOURCEW(IDM_CONTEXT_MENUS));
+    CHECK(menu != nullptr);
+    if (!menu) return;
+    CHECK_EQ(GetMenuItemCount(menu), 5);
+    for (int pos : {CTX_TREE_TOP_LEVEL, CTX_TREE_IN_CATEGORY}) {
+        HMENU tree = GetSubMenu(menu, pos);
+        CHECK(tree != nullptr);
+        if (tree) CheckCommands(tree, {IDM_OPEN, IDM_NEW_LIST, IDM_IMPORT, IDM_DELETE_CTX, IDM_RENAME_CTX}, ZV_HERE);
+    }
+    CheckCommands(GetSubMenu(menu, CTX_TEMPLATES), {IDM_NEW_TEMPLATE_CTX, IDM_EDIT_TEMPLATE_CTX, IDM_DELETE_TEMPLATE_CTX},
+                  ZV_HERE);
+    // The list window enables 40042, 40043 and the entry at position 4 together.
+    HMENU items = GetSubMenu(menu, CTX_LIST_ITEMS);
+    CHECK(items != nullptr);
+    if (items) {
+        CHECK_EQ(PositionOf(items, IDM_EDIT_ITEM), 1);
+        CHECK_EQ(PositionOf(items, IDM_DELETE_ITEM), 2);
+        HMENU colours = GetSubMenu(items, LISTWIN_POS_ROW_COLOR_POPUP);
+        CHECK(colours != nullptr);
+        if (colours)
+            CheckCommands(colours, {IDM_ROW_YELLOW, IDM_ROW_RED, IDM_ROW_GREEN, IDM_ROW_BLUE, IDM_ROW_NONE, IDM_ITEM_COLOR},
+                          ZV_HERE);
+    }
+    DestroyMenu(menu);
+}
+
+TEST_CASE(Res_ListWindowMenuPositions) {
+    HMENU bar = LoadMenuW(hLangModule, MAKEINTRESOURCEW(IDM_LIST_WINDOW_MENUBAR));
+    CHECK(bar != nullptr);
+    if (!bar) return;
+    CHECK_EQ(GetMenuItemID(bar, 0), (UINT)IDM_SAVE);
+    HMENU menu = GetSubMenu(bar, 1);
+    CHECK(menu != nullptr);
+    if (!menu) return;
+    CheckCommands(menu, {IDM_ADD_ITEM, IDM_EDIT_ITEM, IDM_DELETE_ITEM, IDM_LIST_ICON, IDM_ITEM_COLOR,
+                         IDM_AUTOSIZE_COLUMNS, IDM_EXPORT, IDM_DELETE_CHECKED, IDM_CHECK_ALL, IDM_UNCHECK_ALL,
+                         IDM_ROW_YELLOW, IDM_ROW_RED, IDM_ROW_GREEN, IDM_ROW_BLUE, IDM_ROW_NONE},
+                  ZV_HERE);
+    HMENU colours = GetSubMenu(menu, LISTWIN_POS_ROW_COLOR_POPUP);
+    CHECK(colours != nullptr && Contains(colours, IDM_ROW_YELLOW));
+    // A plain list loses "Delete checked items" before the sort popup is
+    // looked up by position: the popup must stay at 5.
+    CHECK(PositionOf(menu, IDM_DELETE_CHECKED) > LISTWIN_POS_SORT_POPUP);
+    DeleteMenu(menu, IDM_DELETE_CHECKED, MF_BYCOMMAND);
+    HMENU sort = GetSubMenu(menu, LISTWIN_POS_SORT_POPUP);
+    CHECK(sort != nullptr);
+    if (sort) {
+        CHECK_EQ(GetMenuItemCount(sort), 1);
+        // The window replaces the placeholder with 1000 + i per field.
+        DeleteMenu(sort, 0, MF_BYPOSITION);
+        AppendMenuW(sort, MF_STRING, IDM_SORT_BASE, L"Name");
+        CHECK_EQ(GetMenuItemID(sort, 0), (UINT)IDM_SORT_BASE);
+    }
+    DestroyMenu(bar);
+}
+
+TEST_CASE(Res_DialogMenusCarryTheirCommands) {
+    auto load = [](HINSTANCE module, UINT id) { return LoadMenuW(module, MAKEINTRESOURCEW(id)); };
+    HMENU m = load(hLangModule, IDM_OK_CANCEL_MENUBAR);
+    CHECK_EQ(GetMenuItemID(m, 0), (UINT)IDC_OK);
+    CHECK_EQ(GetMenuItemID(m, 1), (UINT)IDC_CANCEL);
+    DestroyMenu(m);
+    m = load(hLangModule, IDM_ITEM_EDIT_MENUBAR);
+    CHECK_EQ(GetMenuItemID(m, 0), (UINT)IDOK);
+    CHECK_EQ(GetMenuItemID(m, 1), (UINT)IDCANCEL);
+    DestroyMenu(m);
+    m = load(hLangModule, IDM_TEMPLATE_EDITOR_MENUBAR);
+    CHECK_EQ(GetMenuItemID(m, 0), (UINT)IDC_OK);
+    CheckCommands(m, {IDM_ADD_FIELD, IDM_DELETE_FIELD, IDM_DELETE_ALL_FIELDS, IDM_FIELD_UP, IDM_FIELD_DOWN,
+                      IDM_TEMPLATE_ICON, IDC_CANCEL},
+                  ZV_HERE);
+    DestroyMenu(m);
+    m = load(hLangModule, IDM_NEW_LIST_MENUBAR);
+    CheckCommands(m, {IDM_CREATE_LIST, IDM_NEW_TEMPLATE_FOR_LIST}, ZV_HERE);
+    DestroyMenu(m);
+    m = load(hLangModule, IDM_TEMPLATES_MANAGER_MENUBAR);
+    CHECK_EQ(GetMenuItemID(m, 0), (UINT)IDC_OK);
+    CheckCommands(m, {IDM_NEW_TEMPLATE, IDM_EDIT_TEMPLATE, IDM_DELETE_TEMPLATE, IDM_TEMPLATES_FOLDER}, ZV_HERE);
+    DestroyMenu(m);
+    m = load(hLangModule, IDM_SETTINGS_MENUBAR);
+    CheckCommands(m, {IDC_OK, IDM_SETTINGS_ABOUT}, ZV_HERE);
+    DestroyMenu(m);
+    m = load(hLangModule, IDM_FILE_SELECT_MENUBAR);
+    CHECK_EQ(GetMenuItemID(m, 0), (UINT)IDC_FILE_SELECT_ACCEPT);
+    CHECK_EQ(GetMenuItemID(m, 1), (UINT)IDCANCEL);
+    DestroyMenu(m);
+}
+
+TEST_CASE(Res_PopupKeysCarryTheirIds) {
+    // The colour picker addresses its keys as 1 and 2 and refills popup 2.
+    HMENU m = LoadMenuW(hLangModule, MAKEINTRESOURCEW(IDM_COLOR_PICKER_MENUBAR));
+    CHECK_EQ(GetMenuItemID(m, 0), (UINT)IDOK);
+    CHECK_EQ(PopupId(m, 1), (UINT)IDM_COLOR_MENU_POPUP);
+    CheckCommands(m, {IDM_COLOR_CANCEL, IDM_COLOR_DEFAULT, IDM_COLOR_SLIDERS, IDM_COLOR_HTML, IDM_COLOR_PALETTE},
+                  ZV_HERE);
+    DestroyMenu(m);
+    // Settings pages find their keys by the commands 40051 and 123456, in
+    // both modules that hold the page menus.
+    HINSTANCE program = ProgramModule();
+    CHECK(program != nullptr);
+    struct PageMenu {
+        HINSTANCE module;
+        UINT id;
+    };
+    for (PageMenu pm : {PageMenu{hLangModule, IDM_SETTINGS_PAGE_ONE_TAB}, PageMenu{program, IDM_PROGRAM_PAGE_ONE_TAB},
+                        PageMenu{program, IDM_PROGRAM_PAGE_TABS}}) {
+        CheckSoftKeyShape(pm.module, pm.id, ZV_HERE);
+        HMENU page = LoadMenuW(pm.module, MAKEINTRESOURCEW(pm.id));
+        CHECK_EQ(GetMenuItemID(page, 0), (UINT)IDM_SAVE);
+        CHECK_EQ(PopupId(page, 1), (UINT)IDM_PAGE_MENU_POPUP);
+        DestroyMenu(page);
+    }
+}
+
+// ---------------------------------------------------------------------------
+// Images
+// ---------------------------------------------------------------------------
+
+TEST_CASE(Res_TargaImagesInBothModules) {
+    HINSTANCE high = HighDpiModule();
+    CHECK(hImageModule != nullptr);
+    CHECK(high != nullptr);
+    for (UINT id : {IDT_ROOT, IDT_DEFAULT_LIST, IDT_CATEGORY}) {
+        CheckTga(hImageModule, id, 16, ZV_HERE);
+        CheckTga(high, id, 32, ZV_HERE);
+    }
+    for (UINT id : {IDT_PRIORITY_HIGH, IDT_PRIORITY_LOW}) {
+        CheckTga(hImageModule, id, 12, ZV_HERE);
+        CheckTga(high, id, 24, ZV_HERE);
+    }
+}
+
+TEST_CASE(Res_TargaRowsAreStoredTopFirst) {
+    // The house narrows to the roof's tip at the top and stands on a wide
+    // wall: read in stored order, the first drawn row must be the narrow one.
+    for (HINSTANCE module : {hImageModule, HighDpiModule()}) {
+        TgaHeader h = {};
+        CHECK(ReadTga(module, IDT_ROOT, h));
+        if (!h.width) continue;
+        int first = 0, last = h.height - 1;
+        while (first < h.height && OpaqueInRow(h, first) == 0) ++first;
+        while (last > 0 && OpaqueInRow(h, last) == 0) --last;
+        CHECK(first < last);
+        CHECK(OpaqueInRow(h, first) < h.width / 4);
+        CHECK(OpaqueInRow(h, last) > h.width / 2);
+    }
+}
+
+TEST_CASE(Res_ImageStripPerDensity) {
+    CheckBitmapSize(hImageModule, IDB_IMAGE_STRIP, 16 * IMAGE_STRIP_COUNT, 16, ZV_HERE);
+    CheckBitmapSize(HighDpiModule(), IDB_IMAGE_STRIP, 32 * IMAGE_STRIP_COUNT, 32, ZV_HERE);
+    // Loaded the way the tree loads it: 16 wide, white as the mask.
+    HIMAGELIST list = ImageList_LoadImageW(hImageModule, MAKEINTRESOURCEW(IDB_IMAGE_STRIP), 16, 0, RGB(255, 255, 255),
+                                           IMAGE_BITMAP, 0);
+    CHECK(list != nullptr);
+    if (list) {
+        CHECK_EQ(ImageList_GetImageCount(list), IMAGE_STRIP_COUNT);
+        ImageList_Destroy(list);
+    }
+    // Corners are mask white, so the tree shows no box around an image.
+    CHECK_EQ(BitmapPixel(hImageModule, IDB_IMAGE_STRIP, 0, 0), RGB(255, 255, 255));
+}
+
+TEST_CASE(Res_DensityBitmaps) {
+    HINSTANCE high = HighDpiModule();
+    CheckBitmapSize(hImageModule, IDB_CHECKED_DENSITY, 12, 12, ZV_HERE);
+    CheckBitmapSize(hImageModule, IDB_UNCHECKED_DENSITY, 12, 12, ZV_HERE);
+    CheckBitmapSize(high, IDB_CHECKED_DENSITY, 24, 24, ZV_HERE);
+    CheckBitmapSize(high, IDB_UNCHECKED_DENSITY, 24, 24, ZV_HERE);
+    CheckBitmapSize(hImageModule, IDB_SORT_UP_DENSITY, 8, 8, ZV_HERE);
+    CheckBitmapSize(high, IDB_SORT_DOWN_DENSITY, 16, 16, ZV_HERE);
+}
+
+// ---------------------------------------------------------------------------
+// The program's own resources
+// ---------------------------------------------------------------------------
+
+TEST_CASE(Res_ProgramBitmaps) {
+    HINSTANCE program = ProgramModule();
+    CHECK(program != nullptr);
+    CheckBitmapSize(program, IDB_CHECKED, 12, 12, ZV_HERE);
+    CheckBitmapSize(program, IDB_UNCHECKED, 12, 12, ZV_HERE);
+    CheckBitmapSize(program, IDB_SMALL_SORT_MARKS, 16, 8, ZV_HERE);
+    CheckBitmapSize(program, IDB_SMALL_PRIORITY, 16, 8, ZV_HERE);
+    CheckBitmapSize(program, IDB_SORT_DOWN, 8, 8, ZV_HERE);
+    CheckBitmapSize(program, IDB_SORT_UP, 8, 8, ZV_HERE);
+    // Image lists of the small strips are keyed on pure green.
+    CHECK_EQ(BitmapPixel(program, IDB_SMALL_SORT_MARKS, 0, 0), RGB(0, 255, 0));
+    CHECK_EQ(BitmapPixel(program, IDB_SMALL_PRIORITY, 0, 0), RGB(0, 255, 0));
+    // Header marks sit on the 3-D face grey that LR_LOADMAP3DCOLORS replaces.
+    CHECK_EQ(BitmapPixel(program, IDB_SORT_UP, 0, 0), RGB(192, 192, 192));
+    CHECK_EQ(BitmapPixel(program, IDB_SORT_DOWN, 0, 0), RGB(192, 192, 192));
+    CheckTga(program, IDT_PROGRAM_PRIORITY_HIGH, 12, ZV_HERE);
+    CheckTga(program, IDT_PROGRAM_PRIORITY_LOW, 12, ZV_HERE);
+    CheckTga(program, IDT_PROGRAM_DEFAULT_LIST, 16, ZV_HERE);
+    CheckBitmapSize(program, IDB_PROGRAM_IMAGE_STRIP, 16 * IMAGE_STRIP_COUNT, 16, ZV_HERE);
+}
+
+TEST_CASE(Res_ProgramIcons) {
+    HINSTANCE program = ProgramModule();
+    CHECK(program != nullptr);
+    for (UINT id : {IDI_ZORVEL, IDI_MAIN_WINDOW}) {
+        for (int size : {16, 32, 48}) {
+            HICON icon = (HICON)LoadImageW(program, MAKEINTRESOURCEW(id), IMAGE_ICON, size, size, 0);
+            CHECK(icon != nullptr);
+            if (!icon) continue;
+            ICONINFO info = {};
+            CHECK(GetIconInfo(icon, &info));
+            BITMAP bm = {};
+            if (info.hbmColor) GetObjectW(info.hbmColor, sizeof bm, &bm);
+            CHECK_EQ(bm.bmWidth, (LONG)size);
+            if (info.hbmColor) DeleteObject(info.hbmColor);
+            if (info.hbmMask) DeleteObject(info.hbmMask);
+            DestroyIcon(icon);
+        }
+    }
+}
+
+TEST_CASE(Res_FullScreenDialogTemplate) {
+    // An empty popup: the dialogs create their own controls and SHInitDialog
+    // sizes the window to the screen. The language module holds a copy.
+    for (HINSTANCE module : {ProgramModule(), hLangModule}) {
+        HRSRC res = FindResourceW(module, MAKEINTRESOURCEW(IDD_FULLSCREEN), (LPCWSTR)RT_DIALOG);
+        CHECK(res != nullptr);
+        if (!res) continue;
+        const WORD* p = (const WORD*)LockResource(LoadResource(module, res));
+        CHECK(p != nullptr);
+        if (!p) continue;
+        CHECK_EQ(p[0], (WORD)1);       // DLGTEMPLATEEX version
+        CHECK_EQ(p[1], (WORD)0xFFFF);  // signature
+        DWORD style;
+        std::memcpy(&style, p + 6, sizeof style);
+        WORD controls = p[8];
+        CHECK((style & WS_POPUP) != 0);
+        CHECK((style & WS_CAPTION) == WS_CAPTION);
+        CHECK((style & DS_MODALFRAME) == 0);
+        CHECK_EQ(controls, (WORD)0);
+    }
+}
+
+TEST_CASE(Res_InstallerIconsAreSmallTgas) {
+    wchar_t path[MAX_PATH];
+    DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
+    while (n > 0 && path[n - 1] != L'\\') --n;
+    path[n] = 0;
+    std::wstring folder = std::wstring(path) + L"Icons\\";
+    WIN32_FIND_DATAW fd;
+    HANDLE find = FindFirstFileW((folder + L"*.tga").c_str(), &fd);
+    int count = 0;
+    if (find != INVALID_HANDLE_VALUE) {
+        do {
+            HANDLE f = CreateFileW((folder + fd.cFileName).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                   OPEN_EXISTING, 0, nullptr);
+            unsigned char h[18] = {};
+            DWORD got = 0;
+            if (f != INVALID_HANDLE_VALUE) {
+                ReadFile(f, h, sizeof h, &got, nullptr);
+                CloseHandle(f);
+            }
+            CHECK_EQ(got, (DWORD)18);
+            CHECK_EQ((int)h[2], 2);
+            CHECK_EQ((int)h[16], 32);
+            CHECK((h[17] & 0x10) != 0);
+            CHECK_EQ(h[12] | h[13] << 8, 16);
+            CHECK_EQ(h[14] | h[15] << 8, 16);
+            CHECK_EQ((DWORD)fd.nFileSizeLow, (DWORD)(18 + 16 * 16 * 4));
+            ++count;
+        } while (FindNextFileW(find, &fd));
+        FindClose(find);
+    }
+    CHECK(count >= 12);
+}
