@@ -72,12 +72,33 @@ void CreateImageLists(FileSelectDialog& dlg) {
                                                RGB(255, 255, 255), IMAGE_BITMAP, 0);
 }
 
+// Down from the name box moves into the list, as on the phone's pad.
+LRESULT CALLBACK NameEditProc(HWND edit, UINT msg, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    if (msg == WM_KEYDOWN && wParam == VK_DOWN) {
+        SetFocus(GetDlgItem(GetParent(edit), kFileSelectList));
+        return 0;
+    }
+    return DefSubclassProc(edit, msg, wParam, lParam);
+}
+
+// A tap on the path line is the dialog's to handle: a click that the line
+// itself receives is handed on in the dialog's coordinates.
+LRESULT CALLBACK PathLineProc(HWND line, UINT msg, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    if (msg == WM_LBUTTONDOWN) {
+        POINT at = {(short)LOWORD(lParam), (short)HIWORD(lParam)};
+        MapWindowPoints(line, GetParent(line), &at, 1);
+        return SendMessageW(GetParent(line), WM_LBUTTONDOWN, wParam, MAKELPARAM(at.x, at.y));
+    }
+    return DefSubclassProc(line, msg, wParam, lParam);
+}
+
 void CreateControls(FileSelectDialog& dlg) {
     if (dlg.mode == FileSelectSave) {
         dlg.nameLabel = CreateChild(dlg, L"STATIC", ResText(IDS_FILE_NAME_LABEL).c_str(), SS_LEFT | SS_NOPREFIX,
                                     kFileSelectNameLabel);
         dlg.nameEdit = CreateChild(dlg, L"EDIT", dlg.initialName, WS_BORDER | WS_TABSTOP | ES_AUTOHSCROLL,
                                    kFileSelectNameEdit);
+        SetWindowSubclass(dlg.nameEdit, NameEditProc, 0, 0);
     }
     if (dlg.mode != FileSelectFolder) {
         dlg.typeLabel = CreateChild(dlg, L"STATIC", ResText(IDS_FILE_TYPE_LABEL).c_str(), SS_LEFT | SS_NOPREFIX,
@@ -88,6 +109,7 @@ void CreateControls(FileSelectDialog& dlg) {
     // No SS_NOTIFY: a tap on the path line reaches the dialog as WM_LBUTTONDOWN.
     dlg.pathLine = CreateChild(dlg, L"STATIC", dlg.currentFolder, SS_LEFT | SS_NOPREFIX | SS_PATHELLIPSIS,
                                kFileSelectPathLine);
+    SetWindowSubclass(dlg.pathLine, PathLineProc, 0, 0);
     dlg.listView = CreateChild(dlg, WC_LISTVIEWW, L"",
                                WS_BORDER | WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS |
                                    LVS_NOCOLUMNHEADER | LVS_SHAREIMAGELISTS,
@@ -102,6 +124,40 @@ void CreateControls(FileSelectDialog& dlg) {
 
 bool AtRoot(const FileSelectDialog& dlg) { return wcscmp(dlg.currentFolder, L"\\") == 0; }
 
+int TextWidth(const FileSelectDialog& dlg, const wchar_t* text, int length) {
+    HDC dc = GetDC(dlg.dialog);
+    HGDIOBJ old = SelectObject(dc, dlg.font);
+    SIZE extent = {};
+    GetTextExtentPoint32W(dc, text, length, &extent);
+    SelectObject(dc, old);
+    ReleaseDC(dlg.dialog, dc);
+    return extent.cx;
+}
+
+}  // namespace
+
+// The path takes the line; the hint that a tap goes up is painted after it
+// when there is a folder above and room for the whole hint.
+void LayoutPathLine(FileSelectDialog& dlg) {
+    const RECT& line = dlg.pathRect;
+    int width = line.right - line.left;
+    SetRectEmpty(&dlg.pathHintRect);
+    std::wstring hint = dlg.pathHintId && !AtRoot(dlg) ? ResText(dlg.pathHintId) : std::wstring();
+    if (!hint.empty()) {
+        int gap = ScaleX(8);
+        int pathWidth = TextWidth(dlg, dlg.currentFolder, dlg.currentFolder.Length()) + ScaleX(2);
+        int hintWidth = TextWidth(dlg, hint.c_str(), (int)hint.size());
+        if (pathWidth + gap + hintWidth <= width) {
+            width = pathWidth;
+            SetRect(&dlg.pathHintRect, line.left + pathWidth + gap, line.top, line.right, line.bottom);
+        }
+    }
+    MoveWindow(dlg.pathLine, line.left, line.top + ScaleY(3), width, line.bottom - line.top - ScaleY(3), TRUE);
+    InvalidateRect(dlg.dialog, &line, TRUE);
+}
+
+namespace {
+
 // Rows of m = ScaleX(2), labels ScaleX(50) wide and ScaleX(20) high, one
 // every ScaleY(24) from ScaleY(2); the list fills the rest.
 void Layout(FileSelectDialog& dlg, int width, int height) {
@@ -109,32 +165,19 @@ void Layout(FileSelectDialog& dlg, int width, int height) {
     int m = ScaleX(2), labelWidth = ScaleX(50), rowHeight = ScaleX(20);
     int y = ScaleY(2);
     if (dlg.mode == FileSelectSave) {
-        MoveWindow(dlg.nameLabel, m, y + ScaleY(3), labelWidth, rowHeight, FALSE);
-        MoveWindow(dlg.nameEdit, m + labelWidth, y, Clamp0(width - m - (m + labelWidth)), rowHeight, FALSE);
+        MoveWindow(dlg.nameLabel, m, y + ScaleY(3), labelWidth, rowHeight, TRUE);
+        MoveWindow(dlg.nameEdit, m + labelWidth, y, Clamp0(width - m - (m + labelWidth)), rowHeight, TRUE);
         y += ScaleY(24);
     }
     if (dlg.mode != FileSelectFolder) {
-        MoveWindow(dlg.typeLabel, m, y + ScaleY(3), labelWidth, rowHeight, FALSE);
-        MoveWindow(dlg.typeField, m + labelWidth, y, Clamp0(width - m - (m + labelWidth)), rowHeight, FALSE);
+        MoveWindow(dlg.typeLabel, m, y + ScaleY(3), labelWidth, rowHeight, TRUE);
+        MoveWindow(dlg.typeField, m + labelWidth, y, Clamp0(width - m - (m + labelWidth)), rowHeight, TRUE);
         y += ScaleY(24);
     }
     SetRect(&dlg.pathRect, m, y, width - m, y + rowHeight);
-    // The hint sits at the line's right end; the path's text gets the rest.
-    std::wstring hint = dlg.pathHintId ? ResText(dlg.pathHintId) : std::wstring();
-    int hintWidth = 0;
-    if (!hint.empty()) {
-        HDC dc = GetDC(dlg.dialog);
-        HGDIOBJ old = SelectObject(dc, dlg.font);
-        SIZE extent = {};
-        GetTextExtentPoint32W(dc, hint.c_str(), (int)hint.size(), &extent);
-        SelectObject(dc, old);
-        ReleaseDC(dlg.dialog, dc);
-        hintWidth = extent.cx + ScaleX(4);
-    }
-    SetRect(&dlg.pathHintRect, dlg.pathRect.right - hintWidth, y, dlg.pathRect.right, y + rowHeight);
-    MoveWindow(dlg.pathLine, m, y + ScaleY(3), Clamp0(width - 2 * m - hintWidth), rowHeight - ScaleY(3), FALSE);
+    LayoutPathLine(dlg);
     y += ScaleY(24);
-    MoveWindow(dlg.listView, m, y, Clamp0(width - 2 * m), Clamp0(height - ScaleY(2) - y), FALSE);
+    MoveWindow(dlg.listView, m, y, Clamp0(width - 2 * m), Clamp0(height - ScaleY(2) - y), TRUE);
     RECT client;
     GetClientRect(dlg.listView, &client);
     SendMessageW(dlg.listView, LVM_SETCOLUMNWIDTH, 0, client.right);
@@ -241,13 +284,13 @@ BOOL OnPaint(FileSelectDialog& dlg) {
     PAINTSTRUCT ps;
     HDC dc = BeginPaint(dlg.dialog, &ps);
     FillRect(dc, &ps.rcPaint, (HBRUSH)GetStockObject(WHITE_BRUSH));
-    if (!AtRoot(dlg) && dlg.pathHintId) {
+    if (!IsRectEmpty(&dlg.pathHintRect)) {
         std::wstring hint = ResText(dlg.pathHintId);
         HGDIOBJ old = SelectObject(dc, dlg.font);
         SetBkMode(dc, TRANSPARENT);
         SetTextColor(dc, GetSysColor(COLOR_GRAYTEXT));
         DrawTextW(dc, hint.c_str(), (int)hint.size(), &dlg.pathHintRect,
-                  DT_RIGHT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+                  DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
         SelectObject(dc, old);
     }
     EndPaint(dlg.dialog, &ps);

@@ -126,6 +126,7 @@ void FitColumn(const FileSelectDialog& dlg) {
 void FillFileList(FileSelectDialog& dlg) {
     WaitCursor wait;
     SendMessageW(dlg.pathLine, WM_SETTEXT, 0, (LPARAM)dlg.currentFolder.c_str());
+    LayoutPathLine(dlg);
     SendMessageW(dlg.listView, WM_SETREDRAW, FALSE, 0);
     SendMessageW(dlg.listView, LVM_DELETEALLITEMS, 0, 0);
     ImageList_RemoveAll(dlg.imageList);

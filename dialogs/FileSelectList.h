@@ -26,3 +26,7 @@ void ActivateSelectedRow(FileSelectDialog& dlg);
 
 // One folder up, selecting the folder just left; the root stays the root.
 void GoUpOneFolder(FileSelectDialog& dlg);
+
+// Sizes the path line to its text and places the hint after it when it fits
+// (in FileSelectDialog.cpp, with the rest of the layout).
+void LayoutPathLine(FileSelectDialog& dlg);
