@@ -5,7 +5,7 @@
 
 void CellText::Free() noexcept {
     if (m_onHeap) {
-        delete[] m_heap;
+        delete[] Heap();
         m_onHeap = 0;
     }
 }
@@ -29,7 +29,7 @@ void CellText::Assign(const wchar_t* text, int count) {
         std::memcpy(block, text, size_t(n) * sizeof(wchar_t));
         block[n] = 0;
         Free();
-        m_heap = block;
+        SetHeap(block);
         m_onHeap = 1;
     }
     m_length = (uint16_t)n;
@@ -41,7 +41,7 @@ CellText::CellText(const CellText& other) {
 }
 
 CellText::CellText(CellText&& other) noexcept {
-    std::memcpy(m_inline, other.m_inline, sizeof m_inline);  // also moves m_heap
+    std::memcpy(m_inline, other.m_inline, sizeof m_inline);  // also moves a heap pointer
     m_length = other.m_length;
     m_onHeap = other.m_onHeap;
     other.m_onHeap = 0;

@@ -27,7 +27,7 @@ public:
     void Assign(const wchar_t* text, int count = -1);
     void Clear() { Free(); m_inline[0] = 0; m_length = 0; }
 
-    const wchar_t* c_str() const { return m_onHeap ? m_heap : m_inline; }
+    const wchar_t* c_str() const { return m_onHeap ? Heap() : m_inline; }
     operator const wchar_t*() const { return c_str(); }
     int Length() const { return m_length; }
     bool IsEmpty() const { return m_length == 0; }
@@ -35,10 +35,15 @@ public:
 private:
     static constexpr int kInline = 14;  // characters with the terminator
     void Free() noexcept;
-    union {
-        wchar_t m_inline[kInline];
-        wchar_t* m_heap;
-    };
+    // A long text's block pointer is kept in the first bytes of m_inline
+    // (copied, not aliased), so the object needs no pointer alignment.
+    wchar_t* Heap() const {
+        wchar_t* p;
+        __builtin_memcpy(&p, m_inline, sizeof p);
+        return p;
+    }
+    void SetHeap(wchar_t* p) { __builtin_memcpy(m_inline, &p, sizeof p); }
+    wchar_t m_inline[kInline];
     uint16_t m_length = 0;
     uint16_t m_onHeap = 0;
 };

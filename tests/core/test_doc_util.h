@@ -1,0 +1,65 @@
+// Helpers of the document tests: a byte builder that spells out the file
+// layouts independently of the writer under test, scratch files, and a
+// recorder that stands in for message boxes.
+#pragma once
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "document/DocMessages.h"
+#include "document/ListDocument.h"
+
+namespace doctest {
+
+using ByteVec = std::vector<unsigned char>;
+
+// Little-endian building blocks of the file formats.
+struct Bytes {
+    ByteVec v;
+    Bytes& u8(unsigned x) { v.push_back((unsigned char)x); return *this; }
+    Bytes& u16(unsigned x) { u8(x & 0xFF); return u8((x >> 8) & 0xFF); }
+    Bytes& u32(uint32_t x) { u16(x & 0xFFFF); return u16(x >> 16); }
+    Bytes& i32(int32_t x) { return u32((uint32_t)x); }
+    // UTF-16LE text without terminator.
+    Bytes& wchars(const std::wstring& s) { for (wchar_t c : s) u16(c); return *this; }
+    // UTF-16LE text with its NUL.
+    Bytes& wstr(const std::wstring& s) { wchars(s); return u16(0); }
+    Bytes& raw(const ByteVec& b) { v.insert(v.end(), b.begin(), b.end()); return *this; }
+    Bytes& append(const Bytes& b) { return raw(b.v); }
+    Bytes& chunk(uint32_t tag, const Bytes& payload) { u32((uint32_t)payload.v.size()); u32(tag); return append(payload); }
+    Bytes& chunk0(uint32_t tag) { u32(0); return u32(tag); }
+    Bytes& chunkU32(uint32_t tag, uint32_t value) { return chunk(tag, Bytes().u32(value)); }
+    Bytes& chunkText(uint32_t tag, const std::wstring& s) { return chunk(tag, Bytes().wstr(s)); }
+    Bytes& systemTime(int y, int mo, int dow, int d, int h, int mi, int s, int ms) {
+        return u16(y).u16(mo).u16(dow).u16(d).u16(h).u16(mi).u16(s).u16(ms);
+    }
+    Bytes& listHeader(int fields, int items) { wstr(L"1.7"); i32(fields); return i32(items); }
+    Bytes& templateHeader(int fields) { wstr(L"1.7"); return i32(fields); }
+    Bytes& viewState(int column, int descending) { return chunk(1010, Bytes().i32(column).i32(descending)); }
+};
+
+// A folder of its own under the temporary folder, emptied on creation.
+std::wstring ScratchDir(const wchar_t* name);
+void WriteBytes(const std::wstring& path, const ByteVec& bytes);
+ByteVec ReadBytes(const std::wstring& path);
+bool FileExists(const std::wstring& path);
+
+// Records message boxes instead of showing them, answering with `answer`.
+struct MessageRecorder {
+    struct Box {
+        std::wstring text, caption;
+        UINT style;
+    };
+    std::vector<Box> boxes;
+    int answer = IDOK;
+    MessageRecorder();
+    ~MessageRecorder();
+};
+
+// Field records for tests.
+FieldDef MakeField(const wchar_t* name, int type, const wchar_t* defaultText = L"", int defaultChoice = 0,
+                          int width = 0, int dateMode = 0, int timeMode = 0);
+
+}  // namespace doctest
