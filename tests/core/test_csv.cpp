@@ -1,0 +1,258 @@
+// Tab-separated text export and import.
+#include <string>
+
+#include "LangIds.h"
+#include "base/ResString.h"
+#include "document/CsvText.h"
+#include "document/ListFile.h"
+#include "tests/core/test_doc_util.h"
+#include "tests/framework/ZvTest.h"
+
+using namespace doctest;
+
+namespace {
+
+// UTF-16LE bytes of a text, as the export writes them.
+Bytes Utf16(const std::wstring& s) { return Bytes().wchars(s); }
+
+std::wstring TypeName(int type) { return ResText(IDS_TYPE_BASE + type); }
+
+ListDocument SampleList() {
+    ListDocument doc;
+    doc.fields.push_back(MakeField(L"Name", 3));
+    doc.fields.push_back(MakeField(L"When", 0));
+    doc.fields.push_back(MakeField(L"", 6));
+    for (int i = 0; i < 2; ++i) {
+        ListItem item;
+        item.fieldCount = 3;
+        item.values.resize(3);
+        item.values[0].storedType = FieldType::Text;
+        item.values[0].text = i ? L"b\tc" : L"abc";  // a TAB inside goes out as it is
+        item.values[1].storedType = FieldType::Date;
+        item.values[1].text = L"03/01/2007";
+        item.values[2].storedType = FieldType::Check;
+        item.values[2].text = ResText(8145).c_str();
+        doc.items.push_back(item);
+    }
+    return doc;
+}
+
+std::wstring SampleHeader() {
+    return L"(" + TypeName(3) + L")Name\t(" + TypeName(0) + L")When\t(" + TypeName(6) + L")";
+}
+
+}  // namespace
+
+TEST_CASE(Csv_ExportLayout) {
+    ListDocument doc = SampleList();
+    Bytes want;
+    want.u8(0xFF).u8(0xFE).append(Utf16(SampleHeader()));
+    want.append(Utf16(L"\r\nabc\t03/01/2007\t" + ResText(8145) + L"\t"));
+    want.append(Utf16(L"\r\nb\tc\t03/01/2007\t" + ResText(8145) + L"\t"));
+    CHECK_BYTES(buildCsvBytes(doc), want.v);
+
+    // A value of an unknown stored type is left out of its row.
+    doc.items.front().values[1].storedType = FieldType(31);
+    Bytes want2;
+    want2.u8(0xFF).u8(0xFE).append(Utf16(SampleHeader()));
+    want2.append(Utf16(L"\r\nabc\t" + ResText(8145) + L"\t"));
+    want2.append(Utf16(L"\r\nb\tc\t03/01/2007\t" + ResText(8145) + L"\t"));
+    CHECK_BYTES(buildCsvBytes(doc), want2.v);
+}
+
+TEST_CASE(Csv_ExportEmptyListIsMarkAndHeader) {
+    ListDocument doc = SampleList();
+    doc.items.clear();
+    Bytes want;
+    want.u8(0xFF).u8(0xFE).append(Utf16(SampleHeader()));
+    CHECK_BYTES(buildCsvBytes(doc), want.v);
+}
+
+TEST_CASE(Csv_ExportToFileMessages) {
+    std::wstring dir = ScratchDir(L"export");
+    std::wstring path = dir + L"\\out.CSV";
+    WriteBytes(path, ByteVec(5000, 'x'));  // an older, longer file is replaced
+    ListDocument doc = SampleList();
+    MessageRecorder boxes;
+    CHECK(exportCsvToFile(doc, path.c_str()) == CsvStatus::Ok);
+    CHECK_BYTES(ReadBytes(path), buildCsvBytes(doc));
+    CHECK(exportCsvToFile(doc, (dir + L"\\no folder\\x.CSV").c_str()) == CsvStatus::CannotCreate);
+    CHECK_EQ((int)boxes.boxes.size(), 2);
+    if (boxes.boxes.size() == 2) {
+        CHECK_EQ(boxes.boxes[0].text, ResText(IDS_EXPORT_DONE_TEXT));
+        CHECK_EQ(boxes.boxes[0].caption, ResText(IDS_EXPORT_DONE_CAPTION));
+        CHECK_EQ(boxes.boxes[0].style, (UINT)MB_ICONEXCLAMATION);
+        CHECK_EQ(boxes.boxes[1].text, ResText(IDS_EXPORT_CREATE_FAILED));
+        CHECK_EQ(boxes.boxes[1].caption, ResText(IDS_ERROR_CAPTION));
+    }
+}
+
+TEST_CASE(Csv_HeaderTokens) {
+    std::wstring text = L"(Unknown)Price\tPlain name\t(" + TypeName(0) + L")When\t(" + TypeName(8) + L"\t(" +
+                        TypeName(5) + L")a,b\r\n";
+    CsvTable table;
+    parseCsvText(text.data(), text.size(), table);
+    CHECK_EQ((int)table.fields.size(), 6);
+    if (table.fields.size() != 6) return;
+    CHECK(table.fields[0].type == FieldType::Text);
+    CHECK_EQ(table.fields[0].name, L"Price");
+    CHECK(table.fields[1].type == FieldType::Text);
+    CHECK_EQ(table.fields[1].name, L"Plain name");
+    CHECK(table.fields[2].type == FieldType::Date);
+    CHECK_EQ(std::wstring(table.fields[2].defaultText), ResText(IDS_DATE_MODE_TODAY));
+    CHECK_EQ(table.fields[3].defaultText, L"");
+    // "(" + name without ")": the token ends at the TAB, the name is empty.
+    CHECK(table.fields[3].type == FieldType::Selection);
+    CHECK_EQ(table.fields[3].name, L"");
+    // A comma separates cells too.
+    CHECK(table.fields[4].type == FieldType::Number);
+    CHECK_EQ(table.fields[4].name, L"a");
+    CHECK_EQ(table.fields[5].name, L"b");
+    CHECK_EQ((int)table.rows.size(), 0);
+}
+
+TEST_CASE(Csv_RowTokens) {
+    std::wstring text = L"A\tB\tC\r\n1\t2\t3\t\r\nx,y\r\n\r\nlast\t";
+    CsvTable table;
+    parseCsvText(text.data(), text.size(), table);
+    CHECK_EQ((int)table.rows.size(), 4);
+    if (table.rows.size() != 4) return;
+    CHECK_EQ((int)table.rows[0].size(), 3);  // the trailing TAB ends the row
+    CHECK(table.rows[0][2] == L"3");
+    CHECK_EQ((int)table.rows[1].size(), 2);
+    CHECK(table.rows[1][1] == L"y");
+    CHECK_EQ((int)table.rows[2].size(), 1);  // an empty line is one empty cell
+    CHECK(table.rows[2][0].empty());
+    CHECK_EQ((int)table.rows[3].size(), 1);
+    CHECK(table.rows[3][0] == L"last");
+}
+
+TEST_CASE(Csv_CellsConvertedByFieldType) {
+    std::wstring text = L"(" + TypeName(0) + L")D\t(" + TypeName(8) + L")S\t(" + TypeName(4) + L")Y\t(" +
+                        TypeName(1) + L")T\r\n12.25.2007\t\t" + ResText(IDS_YES) + L"\t10:30\t\r\n25.12.2007\tnope\r\n";
+    ListDocument doc;
+    CHECK(csvTextToDocument(text.data(), text.size(), 240, doc));
+    CHECK_EQ(doc.fieldCount(), 4);
+    CHECK_EQ(doc.fields[0].columnWidth, 60);
+    CHECK_EQ(doc.itemCount(), 2);
+    if (doc.itemCount() != 2) return;
+    const ListItem& a = doc.items.front();
+    CHECK_EQ(a.values[0].time.wYear, 2007);
+    CHECK_EQ(a.values[0].time.wMonth, 12);
+    CHECK_EQ(a.values[0].time.wDay, 25);
+    CHECK_EQ(a.values[1].choice, 11);  // an empty Selection
+    CHECK_EQ(a.values[2].choice, 1);
+    CHECK_EQ(a.values[3].time.wHour, 0);  // the time of day is not read back
+    CHECK_EQ(a.backColor, kNoBackColor);
+    const ListItem& b = doc.items.back();
+    CHECK_EQ(b.values[0].time.wMonth, 25);
+    CHECK_EQ(b.values[0].time.wDay, 12);
+    CHECK_EQ(b.values[1].choice, 0);  // unknown text
+    // Missing cells are empty: YesNo 0, Selection would be 11.
+    CHECK_EQ(b.values[2].choice, 0);
+    CHECK(b.values[3].storedType == FieldType::Time);
+}
+
+TEST_CASE(Csv_ImportWithoutMarkReadsBytes) {
+    std::wstring dir = ScratchDir(L"bytes");
+    std::wstring path = dir + L"\\plain.txt";
+    ByteVec bytes = {'N', 'a', 'm', 'e', '\r', '\n', 'c', 'a', 'f', 0xE9, '\t', '\r', '\n'};
+    WriteBytes(path, bytes);
+    std::wstring text;
+    CHECK(readCsvFileText(path.c_str(), text));
+    CHECK_EQ((int)text.size(), 13);
+    CHECK(text[9] == 0xE9);
+    ByteVec marked = {0xFF, 0xFE, 'A', 0, 0x42, 0x26};
+    WriteBytes(path, marked);
+    CHECK(readCsvFileText(path.c_str(), text));
+    CHECK(text == std::wstring(L"A\x2642"));
+}
+
+TEST_CASE(Csv_ImportWritesListAndAsksBeforeReplacing) {
+    std::wstring dir = ScratchDir(L"import");
+    std::wstring source = dir + L"\\Groceries.CSV";
+    Bytes csv;
+    csv.u8(0xFF).u8(0xFE).append(Utf16(L"(" + TypeName(3) + L")Item\t(" + TypeName(8) + L")Shop\r\nmilk\t\t"));
+    WriteBytes(source, csv.v);
+    MessageRecorder boxes;
+    CeString listPath;
+    CHECK(importCsvFile(source.c_str(), (dir + L"\\").c_str(), 241, nullptr, &listPath) == CsvStatus::Ok);
+    std::wstring expectedPath = dir + L"\\Groceries.zvl";
+    CHECK_EQ(std::wstring(listPath.c_str()), expectedPath);
+    Bytes want;
+    want.listHeader(2, 1).viewState(-1, 0);
+    want.chunk0(4321).chunkU32(1001, 120).chunkText(1004, L"Item").chunkU32(1002, 3).chunkText(1003, L"");
+    want.chunkU32(1005, 0).chunkU32(1006, 0).chunk0(1234);
+    want.chunk0(4321).chunkU32(1001, 120).chunkText(1004, L"Shop").chunkU32(1002, 8).chunkU32(1009, 0);
+    want.chunkU32(1005, 0).chunkU32(1006, 0).chunk0(1234);
+    want.chunkText(3, L"milk").chunkU32(8, 11);
+    CHECK_BYTES(ReadBytes(expectedPath), want.v);
+    CHECK_EQ((int)boxes.boxes.size(), 0);
+
+    // The list exists: No keeps it, Yes replaces it.
+    WriteBytes(expectedPath, Bytes().u8(7).v);
+    boxes.answer = IDNO;
+    CHECK(importCsvFile(source.c_str(), dir.c_str(), 241) == CsvStatus::Declined);
+    CHECK_EQ((int)ReadBytes(expectedPath).size(), 1);
+    CHECK_EQ((int)boxes.boxes.size(), 1);
+    if (boxes.boxes.size() == 1) {
+        std::wstring question = ResText(IDS_LIST_EXISTS_TEXT);
+        size_t at = question.find(L"%s");
+        if (at != std::wstring::npos) question.replace(at, 2, L"Groceries");
+        CHECK_EQ(boxes.boxes[0].text, question);
+        CHECK_EQ(boxes.boxes[0].caption, ResText(IDS_LIST_EXISTS_CAPTION));
+        CHECK((boxes.boxes[0].style & MB_YESNO) == MB_YESNO);
+    }
+    boxes.answer = IDYES;
+    CHECK(importCsvFile(source.c_str(), dir.c_str(), 241) == CsvStatus::Ok);
+    CHECK_BYTES(ReadBytes(expectedPath), want.v);
+}
+
+TEST_CASE(Csv_ImportFailures) {
+    std::wstring dir = ScratchDir(L"importfail");
+    MessageRecorder boxes;
+    CHECK(importCsvFile((dir + L"\\missing.CSV").c_str(), dir.c_str(), 240) == CsvStatus::CannotOpen);
+    WriteBytes(dir + L"\\a.CSV", Bytes().wchars(L"x").v);
+    CHECK(importCsvFile((dir + L"\\a.CSV").c_str(), (dir + L"\\no such folder").c_str(), 240) ==
+          CsvStatus::ListNotWritten);
+    CHECK_EQ((int)boxes.boxes.size(), 2);
+    if (boxes.boxes.size() == 2) {
+        CHECK_EQ(boxes.boxes[0].text, ResText(IDS_IMPORT_OPEN_FAILED));
+        CHECK_EQ(boxes.boxes[0].style, (UINT)MB_OK);
+        CHECK_EQ(boxes.boxes[1].text, ResText(IDS_SAVE_FAILED));
+        CHECK_EQ(boxes.boxes[1].style, (UINT)MB_OK);
+    }
+}
+
+TEST_CASE(Csv_RoundTripLosesTimeOfDay) {
+    ListDocument doc;
+    doc.fields.push_back(MakeField(L"At", 7));
+    doc.fields.push_back(MakeField(L"Level", 2));
+    ListItem item;
+    item.fieldCount = 2;
+    item.values.resize(2);
+    item.values[0].storedType = FieldType::DateTime;
+    item.values[0].time.wYear = 2007;
+    item.values[0].time.wMonth = 3;
+    item.values[0].time.wDay = 1;
+    item.values[0].time.wHour = 9;
+    item.values[0].time.wMinute = 5;
+    TextLayout mdy;
+    buildDisplayText(item.values[0], FieldType::DateTime, mdy);
+    item.values[1].storedType = FieldType::Priority;
+    item.values[1].choice = 2;
+    buildDisplayText(item.values[1], FieldType::Priority, mdy);
+    doc.items.push_back(item);
+    ByteVec bytes = buildCsvBytes(doc);
+    std::wstring text;
+    for (size_t i = 2; i + 1 < bytes.size(); i += 2) text += wchar_t(bytes[i] | (bytes[i + 1] << 8));
+    ListDocument back;
+    CHECK(csvTextToDocument(text.data(), text.size(), 100, back));
+    CHECK_EQ(back.fieldCount(), 2);
+    CHECK(back.fields[0].type == FieldType::DateTime);
+    CHECK_EQ(back.fields[0].name, L"At");
+    const FieldValue& v = back.items.front().values[0];
+    CHECK_EQ(v.time.wDay, 1);
+    CHECK_EQ(v.time.wHour, 0);
+    CHECK_EQ(back.items.front().values[1].choice, 2);
+}
