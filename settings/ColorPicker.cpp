@@ -207,11 +207,14 @@ void EndPicker(HWND hwnd, int result) {
 LRESULT CALLBACK PaletteButtonProc(HWND button, UINT msg, WPARAM wParam, LPARAM lParam) {
     const MSG* key = (const MSG*)lParam;
     if (msg == WM_GETDLGCODE && key && key->message == WM_KEYDOWN) {
-        int id = GetDlgCtrlID(button);
+        // Keys typed ahead may still name the button the focus just left.
+        HWND focus = GetFocus();
+        HWND from = GetParent(focus) == GetParent(button) && GetDlgCtrlID(focus) < kPaletteSize ? focus : button;
+        int id = GetDlgCtrlID(from);
         HWND dialog = GetParent(button);
         switch (key->wParam) {
         case VK_RETURN:
-            SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), (LPARAM)button);
+            SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), (LPARAM)from);
             return DLGC_WANTMESSAGE;
         case VK_UP:
             SetFocus(Picker().palette[(id + kPaletteSize - kPaletteColumns) % kPaletteSize]);
@@ -348,6 +351,11 @@ BOOL OnInitDialog(HWND hwnd, CColorPicker* picker) {
     CreateMenuBar(hwnd, p);
     SplitColor(p);
     CreateControls(hwnd, p);
+    // The menu bar has already fitted the dialog to the screen, before the
+    // controls existed: place them now (later sizes come with WM_SIZE).
+    RECT client;
+    GetClientRect(hwnd, &client);
+    LayoutColorPicker(p, client.right);
     FillFields(p);
     SetWindowTextW(hwnd, p.text[ColorTextTitle]);
 

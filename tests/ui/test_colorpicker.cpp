@@ -137,10 +137,11 @@ TEST_CASE(Ui_Color_HtmlFieldKeepsChannelsThatDoNotParse) {
     junk.Step([](ui::Dlg& d) {
         SelectAllIn(d, IDC_COLOR_HTML_FIELD);
         d.Type(L"zz");
-        d.Key(VK_TAB);
+        d.Command(IDM_COLOR_SLIDERS);  // leaving the field reads it
     });
     junk.Step([](ui::Dlg& d) {
         CHECK_EQ(d.Text(IDC_COLOR_HTML_FIELD), L"123456");
+        CheckChannels(d, 0x12, 0x34, 0x56, ZV_HERE);
         d.SoftKey(ui::Left);
     });
     CHECK_EQ(RunPicker(junk, TRUE, ColorModeHtml, RGB(0x12, 0x34, 0x56), ZV_HERE), (int)RGB(0x12, 0x34, 0x56));
@@ -204,7 +205,7 @@ TEST_CASE(Ui_Color_ConfirmWithRefusedNumberStays) {
 TEST_CASE(Ui_Color_PaletteKeysWrapByRows) {
     ui::Script s;
     s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.FocusId(), 0);
+        CHECK(d.Focus() == GetDlgItem(d.hwnd, 0));  // palette button 0
         CHECK(d.Visible(49));
         CHECK(!d.Visible(IDC_COLOR_RED_SLIDER));
         d.SetFocusTo(7);
@@ -224,6 +225,14 @@ TEST_CASE(Ui_Color_PaletteKeysWrapByRows) {
         CHECK_EQ(d.FocusId(), 43);
         d.SetFocusTo(45);
         d.Key(VK_DOWN);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.FocusId(), 5);
+        d.Key(VK_RIGHT);  // left and right step through the buttons
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.FocusId(), 6);
+        d.Key(VK_LEFT);
     });
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(d.FocusId(), 5);
@@ -355,4 +364,69 @@ TEST_CASE(Ui_Color_MenuChecksTheCurrentMode) {
     });
     s.Step([](ui::Dlg& d) { d.Command(IDM_COLOR_CANCEL); });
     CHECK_EQ(RunPicker(s, TRUE, ColorModePalette, RGB(0, 0, 0), ZV_HERE), ColorPickerCancelled);
+}
+
+namespace {
+
+RECT ChildRect(ui::Dlg& d, int id) {
+    RECT r;
+    GetWindowRect(GetDlgItem(d.hwnd, id), &r);  // Item(0) is the dialog itself
+    MapWindowPoints(nullptr, d.hwnd, (POINT*)&r, 2);
+    return r;
+}
+
+void CheckRect(const RECT& r, int x, int y, int w, int h, const char* file, int line) {
+    CHECK_EQ_AT(r.left, (LONG)x, file, line);
+    CHECK_EQ_AT(r.top, (LONG)y, file, line);
+    CHECK_EQ_AT(r.right - r.left, (LONG)w, file, line);
+    CHECK_EQ_AT(r.bottom - r.top, (LONG)h, file, line);
+}
+
+// Set ZV_SHOT_PAUSE_MS to keep the dialog on screen for a screenshot.
+DWORD ShotPause() {
+    wchar_t value[16];
+    return GetEnvironmentVariableW(L"ZV_SHOT_PAUSE_MS", value, 16) ? (DWORD)_wtoi(value) : 0;
+}
+
+void AddShotPause(ui::Script& s) {
+    DWORD pause = ShotPause();
+    if (!pause) return;
+    s.Timeout(pause + 5000);
+    DWORD* until = new DWORD(0);
+    s.Step([until, pause](ui::Dlg&) { *until = GetTickCount() + pause; });
+    s.WaitUntil([until](ui::Dlg&) { return GetTickCount() >= *until; });
+}
+
+}  // namespace
+
+// The cells, rows and fields are placed from the screen density: 240 x 320
+// phone pixels at 96 dpi, twice that at 192.
+TEST_CASE(Ui_Color_LayoutFollowsDensity) {
+    int oldX = ScreenDpiX(), oldY = ScreenDpiY();
+    const int densities[2] = {96, 192};
+    for (int dpi : densities) {
+        SetScreenDensity(dpi, dpi);
+        int k = dpi / 96;
+        ui::Script s;
+        s.Step([k](ui::Dlg& d) {
+            RECT client = d.ClientRect();
+            CHECK_EQ(client.right, (LONG)(240 * k));
+            // gap = (240 - 160 - 20) / 10 = 6, step 22, first column at 13.
+            CheckRect(ChildRect(d, 0), 13 * k, 5 * k, 16 * k, 16 * k, ZV_HERE);
+            CheckRect(ChildRect(d, 11), 35 * k, 26 * k, 16 * k, 16 * k, ZV_HERE);
+            CheckRect(ChildRect(d, 49), 211 * k, 89 * k, 16 * k, 16 * k, ZV_HERE);
+            CheckRect(ChildRect(d, IDC_COLOR_RED_SLIDER + 1), 40 * k, 40 * k, 144 * k, 20 * k, ZV_HERE);
+            CheckRect(ChildRect(d, IDC_COLOR_RED_FIELD + 2), 190 * k, 70 * k, 40 * k, 20 * k, ZV_HERE);
+            CheckRect(ChildRect(d, IDC_COLOR_HTML_FIELD), 41 * k, 10 * k, 189 * k, 20 * k, ZV_HERE);
+            CHECK(StripShows(d, RGB(0x33, 0x66, 0x99)));
+        });
+        AddShotPause(s);
+        s.Step([](ui::Dlg& d) { d.Command(IDM_COLOR_SLIDERS); });
+        AddShotPause(s);
+        s.Step([](ui::Dlg& d) { d.Command(IDM_COLOR_HTML); });
+        AddShotPause(s);
+        s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+        CHECK_EQ(RunPicker(s, TRUE, ColorModePalette, RGB(0x33, 0x66, 0x99), ZV_HERE), (int)RGB(0x33, 0x66, 0x99));
+    }
+    SetScreenDensity(oldX, oldY);
 }
