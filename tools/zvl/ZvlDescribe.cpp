@@ -17,8 +17,12 @@ std::wstring DefaultDescription(const FieldDef& field) {
     switch (field.type) {
     case FieldType::Text:
     case FieldType::Number: return field.defaultText;
-    case FieldType::Priority:
     case FieldType::YesNo:
+        // The field editor keeps the chosen entry's text; its stored choice
+        // is inverted, so the text is what the user picked.
+        if (field.defaultText[0]) return field.defaultText;
+        return choiceText(field.type, field.defaultChoice).c_str();
+    case FieldType::Priority:
     case FieldType::Check:
     case FieldType::Selection: return choiceText(field.type, field.defaultChoice).c_str();
     case FieldType::Date: return dateDefaultModeText(field.dateDefaultMode).c_str();

@@ -52,5 +52,14 @@ bool LoadFile(const std::wstring& path, LoadedFile& file) {
         ReportError(path, L"is a folder, not a list or template file");
         return false;
     }
+    // The readers take a file that cannot be opened for one of another
+    // version (its header reads as empty); say what really went wrong.
+    HANDLE probe = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                               FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (probe == INVALID_HANDLE_VALUE) {
+        ReportError(path, L"cannot open: " + SystemErrorText(GetLastError()));
+        return false;
+    }
+    CloseHandle(probe);
     return file.kind == FileKind::Template ? LoadTemplate(path, file) : LoadList(path, file);
 }
