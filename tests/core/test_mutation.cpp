@@ -1,0 +1,284 @@
+// Thousands of deterministic mutations of valid lists, templates, TGA images
+// and text files through every reader: each must end cleanly, within the
+// limits of the records, in bounded time and memory.
+#include <windows.h>
+#include <psapi.h>
+
+#include <cstdint>
+#include <string>
+
+#include "app/ScreenScale.h"
+#include "document/CsvText.h"
+#include "document/ListFile.h"
+#include "mainview/PlanarImage.h"
+#include "tests/core/test_doc_util.h"
+#include "tests/framework/ZvTest.h"
+
+using namespace doctest;
+
+namespace {
+
+struct Rng {
+    uint64_t s;
+    explicit Rng(uint64_t seed) : s(seed * 0x9E3779B97F4A7C15ull + 1) {}
+    uint32_t Next() {
+        s ^= s << 13;
+        s ^= s >> 7;
+        s ^= s << 17;
+        return uint32_t(s >> 11);
+    }
+    uint32_t Below(uint32_t n) { return n ? Next() % n : 0; }
+};
+
+// Numbers that break careless readers: signs, limits, the field limit.
+const uint32_t kInteresting[] = {0, 1, 7, 8, 16, 50, 51, 255, 256, 0x7FFF, 0xFFFF, 4098252, 0x7FFFFFFF,
+                                 0x80000000u, 0xFFFFFFFFu, 0xFFFFFFF8u, 1007, 1008, 1234, 4321, 120};
+
+ByteVec Mutate(const ByteVec& in, Rng& rng) {
+    ByteVec v = in;
+    int rounds = 1 + (int)rng.Below(3);
+    for (int k = 0; k < rounds; ++k) {
+        size_t n = v.size();
+        switch (rng.Below(7)) {
+        case 0:  // bit flips
+            for (int i = 0, m = 1 + (int)rng.Below(8); i < m && n; ++i) v[rng.Below((uint32_t)n)] ^= (unsigned char)(1u << rng.Below(8));
+            break;
+        case 1:  // truncation
+            v.resize(rng.Below((uint32_t)n + 1));
+            break;
+        case 2: {  // inserted bytes
+            size_t at = rng.Below((uint32_t)n + 1);
+            ByteVec extra(1 + rng.Below(24));
+            for (auto& b : extra) b = (unsigned char)rng.Next();
+            v.insert(v.begin() + (long)at, extra.begin(), extra.end());
+            break;
+        }
+        case 3: {  // deleted bytes
+            if (!n) break;
+            size_t at = rng.Below((uint32_t)n);
+            size_t len = 1 + rng.Below(32);
+            v.erase(v.begin() + (long)at, v.begin() + (long)std::min(n, at + len));
+            break;
+        }
+        case 4:
+        case 5: {  // a 32-bit count or size replaced by an interesting number
+            if (n < 4) break;
+            size_t at = rng.Below((uint32_t)(n - 3));
+            if (rng.Below(2)) at &= ~size_t(3);
+            uint32_t value = rng.Below(4) ? kInteresting[rng.Below(sizeof kInteresting / sizeof kInteresting[0])]
+                                          : rng.Next();
+            for (int i = 0; i < 4; ++i) v[at + i] = (unsigned char)(value >> (8 * i));
+            break;
+        }
+        default: {  // a duplicated range
+            if (!n) break;
+            size_t at = rng.Below((uint32_t)n);
+            size_t len = std::min<size_t>(1 + rng.Below(64), n - at);
+            ByteVec copy(v.begin() + (long)at, v.begin() + (long)(at + len));
+            v.insert(v.begin() + (long)rng.Below((uint32_t)n), copy.begin(), copy.end());
+            break;
+        }
+        }
+    }
+    return v;
+}
+
+size_t MemoryInUse() {
+    PROCESS_MEMORY_COUNTERS counters = {};
+    counters.cb = sizeof counters;
+    GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
+    return counters.PagefileUsage;
+}
+
+// A list of every field type with an icon and coloured rows.
+ListDocument SampleDocument() {
+    ListDocument doc;
+    for (int t = 0; t < kFieldTypeCount; ++t) doc.fields.push_back(MakeField((L"F" + std::to_wstring(t)).c_str(), t, L"dflt", 1, 30, 1, 3));
+    unsigned char planes[4][16];
+    for (int p = 0; p < 4; ++p)
+        for (int i = 0; i < 16; ++i) planes[p][i] = (unsigned char)(p * 16 + i);
+    SetPlanes(doc.icon, planes[0], planes[1], planes[2], planes[3], 4, 4);
+    doc.sortColumn = 3;
+    for (int i = 0; i < 12; ++i) {
+        ListItem item;
+        item.fieldCount = kFieldTypeCount;
+        item.values.resize(kFieldTypeCount);
+        item.backColor = i % 3 ? kNoBackColor : 0xB5FFFF;
+        for (int t = 0; t < kFieldTypeCount; ++t) {
+            FieldValue& v = item.values[size_t(t)];
+            v.storedType = FieldType(t);
+            v.choice = i % 3;
+            v.time.wYear = WORD(2000 + i);
+            v.time.wMonth = 3;
+            v.time.wDay = WORD(i + 1);
+            v.text = (L"value " + std::to_wstring(i)).c_str();
+        }
+        doc.items.push_back(item);
+    }
+    return doc;
+}
+
+void CheckDocument(const ListDocument& doc, size_t fileSize, const char* file, int line) {
+    CHECK_AT(doc.fieldCount() <= kMaxFields, file, line);
+    CHECK_AT(size_t(doc.itemCount()) <= fileSize / 8 + 1, file, line);
+    for (const FieldDef& f : doc.fields) {
+        CHECK_AT(wcsnlen(f.name, kFieldTextCapacity) < size_t(kFieldTextCapacity), file, line);
+        CHECK_AT(wcsnlen(f.defaultText, kFieldTextCapacity) < size_t(kFieldTextCapacity), file, line);
+    }
+    for (const ListItem& item : doc.items) {
+        CHECK_AT(item.values.size() == size_t(doc.fieldCount()), file, line);
+        for (const FieldValue& v : item.values) CHECK_AT(v.text.Length() <= CellText::kMaxLength, file, line);
+    }
+    if (!doc.icon.IsEmpty()) CHECK_AT(doc.icon.width > 0 && doc.icon.height > 0 && doc.icon.alpha, file, line);
+}
+
+// A clean result of the reader under test, written out again and reread.
+void WriteBackAndReread(const ListDocument& doc) {
+    ByteWriter out;
+    buildListBytes(doc, out);
+    ListDocument again;
+    FileStatus status = parseListBytes(out.bytes.data(), out.bytes.size(), again);
+    CHECK(status == FileStatus::Ok || status == FileStatus::BadFieldCount);
+}
+
+}  // namespace
+
+TEST_CASE(Mut_ListFiles) {
+    MessageRecorder boxes;
+    ListDocument sample = SampleDocument();
+    ByteWriter valid;
+    buildListBytes(sample, valid);
+    std::wstring dir = ScratchDir(L"mutlist");
+    std::wstring path = dir + L"\\m.zvl";
+    size_t before = MemoryInUse();
+    DWORD start = GetTickCount();
+    Rng rng(1);
+    int parsed = 0;
+    for (int round = 0; round < 6000; ++round) {
+        ByteVec bytes = Mutate(valid.bytes, rng);
+        ListDocument doc;
+        if (parseListBytes(bytes.data(), bytes.size(), doc) == FileStatus::Ok) ++parsed;
+        CheckDocument(doc, bytes.size(), ZV_HERE);
+        if (round % 10 == 0) WriteBackAndReread(doc);
+        if (round % 25 == 0) {
+            WriteBytes(path, bytes);
+            ReadListOptions quiet;
+            quiet.makeBackup = false;
+            quiet.showMessages = false;
+            ListDocument fromFile, literal;
+            readListFile(path.c_str(), fromFile, quiet);
+            readListFileUnbuffered(path.c_str(), literal);
+            CheckDocument(literal, bytes.size(), ZV_HERE);
+            CHECK_EQ(fromFile.itemCount(), literal.itemCount());
+            PlanarImage icon;
+            LoadListIcon(icon, path.c_str());
+        }
+    }
+    CHECK(parsed > 100);  // the mutations do not all break the header
+    CHECK(GetTickCount() - start < 15000);
+    CHECK(MemoryInUse() < before + 64 * 1024 * 1024);
+}
+
+TEST_CASE(Mut_TemplateFiles) {
+    TemplateFieldList list;
+    for (int t = 0; t < kFieldTypeCount; ++t) list.Add(MakeField(L"T", t, L"x", 2, 10, 3, 7));
+    PlanarImage icon;
+    unsigned char plane[4] = {1, 2, 3, 4};
+    SetPlanes(icon, plane, plane, plane, plane, 2, 2);
+    std::wstring dir = ScratchDir(L"muttpl");
+    std::wstring path = dir + L"\\t.zvt";
+    writeTemplateFile(path.c_str(), list, icon);
+    ByteVec valid = ReadBytes(path);
+    Rng rng(2);
+    int old = ScreenDpiX(), oldY = ScreenDpiY();
+    for (int round = 0; round < 800; ++round) {
+        ByteVec bytes = Mutate(valid, rng);
+        if (round % 2) {
+            // In memory: header then the shared chunk reader.
+            ByteReader in(bytes.data(), bytes.size());
+            in.Skip(12);
+            FieldDef fields[kMaxFields];
+            PlanarImage img;
+            ViewState view;
+            readHeaderChunks(in, fields, kMaxFields, img, view);
+            continue;
+        }
+        WriteBytes(path, bytes);
+        TemplateFieldList back;
+        PlanarImage img;
+        FileStatus status = readTemplateFile(path.c_str(), back, img);
+        CHECK(status != FileStatus::Ok || (back.count >= 0 && back.count <= kMaxFields));
+        SetScreenDensity(round % 4 ? 192 : 96, 96);
+        LoadTemplateIcon(img, path.c_str());
+        if (!img.IsEmpty()) CHECK(img.alpha != nullptr);
+        if (round % 8 == 0) makeListFromTemplate(path.c_str(), (dir + L"\\new.zvl").c_str());
+    }
+    SetScreenDensity(old, oldY);
+}
+
+TEST_CASE(Mut_TgaImages) {
+    std::vector<ByteVec> samples;
+    for (int type : {2, 10}) {
+        for (int bits : {24, 32}) {
+            Bytes b;
+            b.u8(2).u8(0).u8(type);
+            for (int i = 0; i < 9; ++i) b.u8(0);
+            b.u16(6).u16(5).u8(bits).u8(type == 2 ? 0x10 : 0).u8(0xAB).u8(0xCD);
+            int pb = bits / 8;
+            for (int row = 0; row < 5; ++row) {
+                if (type == 2) {
+                    for (int i = 0; i < 6 * pb; ++i) b.u8(row * 30 + i);
+                } else {
+                    b.u8(0x82);
+                    for (int i = 0; i < pb; ++i) b.u8(row + i);
+                    b.u8(0x02);
+                    for (int i = 0; i < 3 * pb; ++i) b.u8(i);
+                }
+            }
+            samples.push_back(b.v);
+        }
+    }
+    std::wstring dir = ScratchDir(L"muttga");
+    Rng rng(3);
+    size_t before = MemoryInUse();
+    for (int round = 0; round < 4000; ++round) {
+        ByteVec bytes = Mutate(samples[size_t(round) % samples.size()], rng);
+        PlanarImage img;
+        HRESULT hr = DecodeTga(img, bytes.data(), bytes.size());
+        CHECK((hr == S_OK) != img.IsEmpty());
+        if (round % 50 == 0) {
+            std::wstring path = dir + L"\\m.tga";
+            WriteBytes(path, bytes);
+            LoadTgaFile(img, path.c_str());
+            ReadTgaSize(path.c_str());
+        }
+    }
+    CHECK(MemoryInUse() < before + 64 * 1024 * 1024);
+}
+
+TEST_CASE(Mut_TextImport) {
+    ListDocument sample = SampleDocument();
+    ByteVec marked = buildCsvBytes(sample);
+    ByteVec plain;
+    for (size_t i = 2; i + 1 < marked.size(); i += 2) plain.push_back(marked[i]);  // ASCII text: low bytes
+    std::wstring dir = ScratchDir(L"mutcsv");
+    Rng rng(4);
+    for (int round = 0; round < 3000; ++round) {
+        ByteVec bytes = Mutate(round % 2 ? marked : plain, rng);
+        std::wstring path = dir + L"\\m.CSV";
+        std::wstring text;
+        if (round % 20 == 0) {
+            WriteBytes(path, bytes);
+            CHECK(readCsvFileText(path.c_str(), text));
+        } else if (bytes.size() >= 2 && bytes[0] == 0xFF && bytes[1] == 0xFE) {
+            for (size_t i = 2; i + 1 < bytes.size(); i += 2) text += wchar_t(bytes[i] | (bytes[i + 1] << 8));
+        } else {
+            for (unsigned char c : bytes) text += wchar_t(c);
+        }
+        ListDocument doc;
+        if (csvTextToDocument(text.data(), text.size(), 240, doc)) {
+            CheckDocument(doc, text.size() * 8 + 8, ZV_HERE);
+            if (round % 10 == 0) WriteBackAndReread(doc);
+        }
+    }
+}
