@@ -108,8 +108,9 @@ void DrawRow(const DRAWITEMSTRUCT* draw) {
     if (s.headerWidthsPending) MeasureHeaderWidths(dc);
 
     RECT rowRect = draw->rcItem;
-    int focused = (int)SendMessageW(s.listView, LVM_GETNEXTITEM, (WPARAM)-1, LVNI_FOCUSED);
-    if (row == focused) {
+    // The focused row, asked of this row alone: a search for the focused item
+    // walks every row of the list for each row drawn.
+    if (SendMessageW(s.listView, LVM_GETITEMSTATE, (WPARAM)row, LVIS_FOCUSED) & LVIS_FOCUSED) {
         // A focused row shows the highlight, never its own row colour.
         Fill(dc, rowRect, GetSysColor(COLOR_HIGHLIGHT));
         SetTextColor(dc, GetSysColor(COLOR_HIGHLIGHTTEXT));

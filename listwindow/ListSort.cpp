@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <string>
 #include <vector>
 
 #include "document/ValueText.h"
@@ -26,13 +27,26 @@ using ItemIterator = std::list<ListItem>::iterator;
 
 struct SortEntry {
     double key;            // every kind but Text
-    const wchar_t* text;   // Text
+    std::string textKey;   // Text: the system locale's sort key, ignoring case
     uint32_t serial;
     ItemIterator item;
 };
 
+constexpr DWORD kTextCompareFlags = NORM_IGNORECASE;
+
+// The sort key orders texts exactly as CompareStringW with the same locale
+// and flags does, but is made once per item instead of once per comparison
+// (a text sort of ten thousand items compares some 130,000 times).
+std::string TextKeyOf(const wchar_t* text) {
+    int size = LCMapStringW(LOCALE_SYSTEM_DEFAULT, LCMAP_SORTKEY | kTextCompareFlags, text, -1, nullptr, 0);
+    if (size <= 0) return std::string();
+    std::string key((size_t)size, '\0');
+    LCMapStringW(LOCALE_SYSTEM_DEFAULT, LCMAP_SORTKEY | kTextCompareFlags, text, -1, (LPWSTR)&key[0], size);
+    return key;
+}
+
 bool SameIgnoringCase(const wchar_t* a, const wchar_t* b) {
-    return CompareStringW(LOCALE_SYSTEM_DEFAULT, NORM_IGNORECASE, a, -1, b, -1) == CSTR_EQUAL;
+    return CompareStringW(LOCALE_SYSTEM_DEFAULT, kTextCompareFlags, a, -1, b, -1) == CSTR_EQUAL;
 }
 
 // Priority texts rank by meaning, not by spelling: the three choice texts of
@@ -64,8 +78,8 @@ double KeyOf(const FieldValue& value, SortKind kind) {
 
 int CompareKeys(const SortEntry& a, const SortEntry& b, SortKind kind) {
     if (kind == SortKind::Text) {
-        int r = CompareStringW(LOCALE_SYSTEM_DEFAULT, NORM_IGNORECASE, a.text, -1, b.text, -1);
-        return r == CSTR_LESS_THAN ? -1 : r == CSTR_GREATER_THAN ? 1 : 0;
+        int r = a.textKey.compare(b.textKey);
+        return r < 0 ? -1 : r > 0 ? 1 : 0;
     }
     return a.key < b.key ? -1 : a.key > b.key ? 1 : 0;
 }
@@ -90,7 +104,8 @@ void sortListItems(std::list<ListItem>& items, int column, FieldType comparatorT
     entries.reserve(items.size());
     for (ItemIterator it = items.begin(); it != items.end(); ++it) {
         const FieldValue& value = (size_t)column < it->values.size() ? it->values[(size_t)column] : kEmpty;
-        entries.push_back({KeyOf(value, kind), value.text.c_str(), it->serial, it});
+        entries.push_back({KeyOf(value, kind), kind == SortKind::Text ? TextKeyOf(value.text.c_str()) : std::string(),
+                           it->serial, it});
     }
     std::stable_sort(entries.begin(), entries.end(),
                      [&](const SortEntry& a, const SortEntry& b) { return Precedes(a, b, kind, directionFlag); });

@@ -10,6 +10,7 @@
 #include "app/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "base/ResString.h"
+#include "listwindow/ListSort.h"
 #include "listwindow/ListWindowState.h"
 #include "tests/framework/ZvTest.h"
 #include "tests/ui/test_listwindow_support.h"
@@ -82,4 +83,36 @@ TEST_CASE(Ui_List_OpensCheckListWithMenusAndBackup) {
     CHECK(ui::MessageBoxes().empty());
     CHECK_EQ((int)req.saved, 0);
     CHECK(FileExists(path.substr(0, path.size() - 3) + L"BAK"));
+}
+
+// Text columns sort by the locale's sort keys; they must order exactly as
+// CompareStringW (system locale, case ignored) orders the same texts.
+TEST_CASE(Ui_List_TextSortMatchesCompareString) {
+    const wchar_t* texts[] = {L"apple", L"Apple", L"APPLE", L"apples", L"b", L"B", L"\x00e9t\x00e9", L"ete",
+                              L"\x00c9T\x00c9", L"co-op", L"coop", L"co op", L"it's", L"its", L"10", L"9",
+                              L"", L" ", L"a1", L"a01", L"zebra", L"\x00c5ngstr\x00f6m", L"Zulu"};
+    const int n = (int)(sizeof texts / sizeof texts[0]);
+    for (int i = 0; i < n; ++i) {
+        for (int j = 0; j < n; ++j) {
+            int byCompare = CompareStringW(LOCALE_SYSTEM_DEFAULT, NORM_IGNORECASE, texts[i], -1, texts[j], -1) - 2;
+            ListDocument doc;
+            FieldDef field;
+            field.type = FieldType::Text;
+            doc.fields.push_back(field);
+            for (int k : {i, j}) {
+                ListItem item;
+                item.values.resize(1);
+                item.values[0].storedType = FieldType::Text;
+                item.values[0].text = texts[k];
+                item.serial = doc.nextSerial++;
+                doc.items.push_back(std::move(item));
+            }
+            // Flag 1 sorts text ascending; equal texts keep the later item first.
+            sortListItems(doc.items, 0, FieldType::Text, true);
+            uint32_t firstSerial = doc.items.front().serial;
+            uint32_t want = byCompare < 0 ? 0u : byCompare > 0 ? 1u : 1u;
+            if (firstSerial != want)
+                zvtest::Fail(__FILE__, __LINE__, "order of " + zvtest::Show(texts[i]) + " and " + zvtest::Show(texts[j]));
+        }
+    }
 }
