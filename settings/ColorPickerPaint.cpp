@@ -67,7 +67,8 @@ void LayoutSliders(CColorPicker& p, int width) {
 }
 
 void LayoutHtml(CColorPicker& p, int width) {
-    PlaceControl(p.htmlLabel, 0, ScaleY(10) + ScaleY(4), ScaleX(36), ScaleY(20));
+    // Wider than the channel labels: "HTML#" needs the room up to the field.
+    PlaceControl(p.htmlLabel, 0, ScaleY(10) + ScaleY(4), ScaleX(40), ScaleY(20));
     PlaceControl(p.htmlField, ScaleX(41), ScaleY(10), width - ScaleX(51), ScaleY(20));
 }
 

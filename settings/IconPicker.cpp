@@ -89,9 +89,9 @@ void PlaceList(HWND hwnd) {
     MoveWindow(g_iconPicker.list, 0, 0, client.right, height > 0 ? height : 0, TRUE);
 }
 
-// Cells of 44 x 30 pixels hold a 16-pixel icon in a framed box; the image
-// list gives the items that size (its images are never drawn: the icons are
-// blended in by the custom draw).
+// Cells of 44 x 30 pixels hold a 16-pixel icon in a framed box. The image
+// list only gives the items that size: its images are never drawn, the
+// icons are blended in by the custom draw.
 void CreateGrid(HWND hwnd) {
     RECT client;
     GetClientRect(hwnd, &client);
@@ -100,7 +100,7 @@ void CreateGrid(HWND hwnd) {
                                         (HMENU)(INT_PTR)IconPicker::kIconListId, g_iconPicker.resourceModule, nullptr);
     HWND list = g_iconPicker.list;
     SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_ONECLICKACTIVATE, LVS_EX_ONECLICKACTIVATE);
-    HIMAGELIST images = ImageList_Create(ScaleX(16), ScaleY(16), ILC_COLOR32, 0, 1);
+    HIMAGELIST images = ImageList_Create(ScaleX(44), ScaleY(24), ILC_COLOR32, 0, 1);
     SendMessageW(list, LVM_SETIMAGELIST, LVSIL_NORMAL, (LPARAM)images);
     SendMessageW(list, LVM_SETICONSPACING, 0, MAKELPARAM(ScaleX(44), ScaleY(30)));
     SendMessageW(list, WM_SETFONT, (WPARAM)g_iconPicker.font, FALSE);
@@ -132,7 +132,9 @@ LRESULT DrawCellBox(const NMLVCUSTOMDRAW* draw) {
     RECT box = {bounds.left + ScaleX(9), bounds.top + 2, bounds.right - ScaleX(9), bounds.bottom - 2};
     Fill(draw->nmcd.hdc, box, RGB(0, 0, 0));
     InflateRect(&box, -ScaleX(1), -ScaleY(1));
-    bool chosen = SendMessageW(list, LVM_GETSELECTIONMARK, 0, 0) == row && GetFocus() == list;
+    // The item's own state, not the selection mark: the cell that loses the
+    // selection is redrawn before the mark moves on.
+    bool chosen = (SendMessageW(list, LVM_GETITEMSTATE, row, LVIS_SELECTED) & LVIS_SELECTED) && GetFocus() == list;
     Fill(draw->nmcd.hdc, box, chosen ? GetSysColor(COLOR_HIGHLIGHT) : RGB(255, 255, 255));
     return kAnswerItemPrePaint;
 }

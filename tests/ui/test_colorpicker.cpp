@@ -382,12 +382,15 @@ void CheckRect(const RECT& r, int x, int y, int w, int h, const char* file, int 
     CHECK_EQ_AT(r.bottom - r.top, (LONG)h, file, line);
 }
 
-// Set ZV_SHOT_PAUSE_MS to keep the dialog on screen for a screenshot.
 DWORD ShotPause() {
     wchar_t value[16];
     return GetEnvironmentVariableW(L"ZV_SHOT_PAUSE_MS", value, 16) ? (DWORD)_wtoi(value) : 0;
 }
 
+}  // namespace
+
+// With ZV_SHOT_PAUSE_MS set, a step that keeps the dialog on screen that
+// long, for screenshots of the pickers (shared with the icon picker tests).
 void AddShotPause(ui::Script& s) {
     DWORD pause = ShotPause();
     if (!pause) return;
@@ -396,8 +399,6 @@ void AddShotPause(ui::Script& s) {
     s.Step([until, pause](ui::Dlg&) { *until = GetTickCount() + pause; });
     s.WaitUntil([until](ui::Dlg&) { return GetTickCount() >= *until; });
 }
-
-}  // namespace
 
 // The cells, rows and fields are placed from the screen density: 240 x 320
 // phone pixels at 96 dpi, twice that at 192.

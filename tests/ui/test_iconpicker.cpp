@@ -2,6 +2,7 @@
 // written here: scan order, the size limit at 96 and 192 dpi, the cache that
 // is never rescanned, and what confirm and cancel do to the caller's icon.
 #include <windows.h>
+#include <commctrl.h>
 
 #include <string>
 #include <vector>
@@ -142,7 +143,49 @@ bool BandShows(ui::Dlg& d, Rgb c) {
     return found;
 }
 
+// A tap in the middle of an icon's cell.
+void TapIcon(ui::Dlg& d, int row) {
+    RECT r = {};
+    r.left = LVIR_BOUNDS;
+    SendMessageW(d.Item(kList), LVM_GETITEMRECT, row, (LPARAM)&r);
+    d.Tap(kList, (r.left + r.right) / 2, (r.top + r.bottom) / 2);
+}
+
 }  // namespace
+
+void AddShotPause(ui::Script& s);  // test_colorpicker.cpp
+
+// Cells of 44 x 30 phone pixels, ten icons fit five to a row.
+TEST_CASE(Ui_Icon_GridCellsFollowDensity) {
+    IconFolderFixture fixture;
+    for (int i = 0; i < 8; ++i)
+        WriteTga(std::wstring(kIconsRoot) + L"m" + std::to_wstring(i) + L".tga", 16, 16, 32,
+                 Rgb{(BYTE)(30 * i), 120, (BYTE)(200 - 20 * i)});
+    int oldX = ScreenDpiX(), oldY = ScreenDpiY();
+    const int densities[2] = {96, 192};
+    for (int dpi : densities) {
+        SetScreenDensity(dpi, dpi);
+        IconPicker::ReleaseIconCache();
+        int k = dpi / 96;
+        PlanarImage image;
+        MakeSolid(image, 16 * k, kGrey);
+        ui::Script s;
+        s.Step([k](ui::Dlg& d) {
+            CHECK_EQ(d.ListCount(kList), k == 1 ? 11 : 12);
+            RECT r = {};
+            r.left = LVIR_SELECTBOUNDS;
+            SendMessageW(d.Item(kList), LVM_GETITEMRECT, 0, (LPARAM)&r);
+            CHECK_EQ(r.right - r.left, (LONG)(44 * k));
+            d.Key(VK_HOME);
+            d.Key(VK_RIGHT);
+        });
+        AddShotPause(s);
+        s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+        CHECK(RunPicker(s, image, ZV_HERE));
+        CHECK(IsSolid(image, 16, 16, kRed));
+    }
+    SetScreenDensity(oldX, oldY);
+}
 
 TEST_CASE(Ui_Icon_ScanPutsSubfoldersFirstAndSkipsLargeImages) {
     IconFolderFixture fixture;
@@ -196,7 +239,7 @@ TEST_CASE(Ui_Icon_LargeIconListedAtHighDensity) {
     ui::Script s;
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(d.ListCount(kList), 4);
-        d.TapCell(kList, 2, 0);
+        TapIcon(d, 2);
     });
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(d.ListFocused(kList), 2);
@@ -236,7 +279,7 @@ TEST_CASE(Ui_Icon_ConfirmReplacesTheCallersIcon) {
 
     // A tap chooses too, and Enter confirms.
     ui::Script tap;
-    tap.Step([](ui::Dlg& d) { d.TapCell(kList, 2, 0); });
+    tap.Step([](ui::Dlg& d) { TapIcon(d, 2); });
     tap.Step([](ui::Dlg& d) {
         CHECK(BandShows(d, kBlue));
         d.Enter();
@@ -251,7 +294,7 @@ TEST_CASE(Ui_Icon_CancelLeavesTheCallersIcon) {
     MakeSolid(image, 16, kGrey);
     unsigned char* planes = image.red;
     ui::Script back;
-    back.Step([](ui::Dlg& d) { d.TapCell(kList, 1, 0); });
+    back.Step([](ui::Dlg& d) { TapIcon(d, 1); });
     back.Step([](ui::Dlg& d) {
         CHECK(BandShows(d, kRed));
         d.Back();
@@ -261,7 +304,7 @@ TEST_CASE(Ui_Icon_CancelLeavesTheCallersIcon) {
     CHECK(IsSolid(image, 16, 16, kGrey));
 
     ui::Script softKey;
-    softKey.Step([](ui::Dlg& d) { d.TapCell(kList, 0, 0); });
+    softKey.Step([](ui::Dlg& d) { TapIcon(d, 0); });
     softKey.Step([](ui::Dlg& d) {
         CHECK_EQ(d.SoftKeyCommand(ui::Right), (int)IDC_CANCEL);
         d.SoftKey(ui::Right);
