@@ -209,7 +209,9 @@ LRESULT CALLBACK PaletteButtonProc(HWND button, UINT msg, WPARAM wParam, LPARAM 
     if (msg == WM_GETDLGCODE && key && key->message == WM_KEYDOWN) {
         // Keys typed ahead may still name the button the focus just left.
         HWND focus = GetFocus();
-        HWND from = GetParent(focus) == GetParent(button) && GetDlgCtrlID(focus) < kPaletteSize ? focus : button;
+        int focusId = GetDlgCtrlID(focus);
+        bool onPalette = focusId >= 0 && focusId < kPaletteSize && Picker().palette[focusId] == focus;
+        HWND from = onPalette ? focus : button;
         int id = GetDlgCtrlID(from);
         HWND dialog = GetParent(button);
         switch (key->wParam) {

@@ -76,11 +76,14 @@ void RemoveTree(const std::wstring& folder) {
 struct IconFolderFixture {
     wchar_t oldDirectory[MAX_PATH];
     CeString oldFolder;
+    int oldDirty;
 
     IconFolderFixture() {
         GetCurrentDirectoryW(MAX_PATH, oldDirectory);
         SetCurrentDirectoryW(L"C:\\");
+        // The value itself, not Set: nothing here should reach the registry.
         oldFolder = g_appSettings.IconsFolder.value;
+        oldDirty = g_appSettings.IconsFolder.dirty;
         std::wstring root = kIconsRoot;
         RemoveTree(root);
         CreateDirectoryW(root.c_str(), nullptr);
@@ -91,12 +94,13 @@ struct IconFolderFixture {
         WriteTga(root + L"mapped.tga", 16, 16, 24, kGrey, 1);
         WriteTga(root + L"sub\\b.tga", 16, 16, 32, kGreen);
         WriteTga(root + L"sub\\notes.txt", 4, 4, 24, kGrey);
-        g_appSettings.IconsFolder.Set(kIconsRoot);
+        g_appSettings.IconsFolder.value = kIconsRoot;
         IconPicker::ReleaseIconCache();
     }
     ~IconFolderFixture() {
         IconPicker::ReleaseIconCache();
-        g_appSettings.IconsFolder.Set(oldFolder.c_str());
+        g_appSettings.IconsFolder.value = oldFolder;
+        g_appSettings.IconsFolder.dirty = oldDirty;
         RemoveTree(kIconsRoot);
         SetCurrentDirectoryW(oldDirectory);
     }
@@ -336,7 +340,7 @@ TEST_CASE(Ui_Icon_ConfirmWithoutChoiceKeepsTheIcon) {
 
 TEST_CASE(Ui_Icon_MissingFolderGivesAnEmptyGrid) {
     IconFolderFixture fixture;
-    g_appSettings.IconsFolder.Set(kMissingRoot);
+    g_appSettings.IconsFolder.value = kMissingRoot;
     PlanarImage image;
     MakeSolid(image, 16, kRed);
     ui::Script s;
