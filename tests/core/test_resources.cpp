@@ -476,6 +476,17 @@ TEST_CASE(Res_TargaRowsAreStoredTopFirst) {
     }
 }
 
+TEST_CASE(Res_TargaPixelsAreBlueGreenRedAlpha) {
+    // The low-density folder: row 3 starts with its outline colour
+    // #8A5A0B, the top-left pixel is clear.
+    TgaHeader h = {};
+    CHECK(ReadTga(hImageModule, IDT_CATEGORY, h));
+    if (!h.width) return;
+    const unsigned char* outline = h.data + (3 * h.width + 0) * 4;
+    CHECK_BYTES(std::vector<unsigned char>(outline, outline + 4), (std::vector<unsigned char>{0x0B, 0x5A, 0x8A, 0xFF}));
+    CHECK_EQ((int)h.data[3], 0);
+}
+
 TEST_CASE(Res_ImageStripPerDensity) {
     CheckBitmapSize(hImageModule, IDB_IMAGE_STRIP, 16 * IMAGE_STRIP_COUNT, 16, ZV_HERE);
     CheckBitmapSize(HighDpiModule(), IDB_IMAGE_STRIP, 32 * IMAGE_STRIP_COUNT, 32, ZV_HERE);
