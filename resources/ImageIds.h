@@ -22,8 +22,11 @@
 #define IDT_CATEGORY         189   // a category folder
 
 // Bitmap strip for image lists: category, list, Root, high, low, clear box,
-// checked box (7 images). Cells are 16 x 16 (low) or 32 x 32 (high). White
-// (0xFFFFFF) is the mask colour; the art never uses pure white.
+// checked box (7 images). Cells are 16 x 16 (low) or 32 x 32 (high): load it
+// with a cell width of ScaleX(16) to get the 7 images. The tree loads it with
+// a width of 16 on every screen; it draws no image of its own, so there the
+// strip's height is what counts (it sets the row height to fit the icons).
+// White (0xFFFFFF) is the mask colour; the art never uses pure white.
 #define IDB_IMAGE_STRIP      163
 #define IMAGE_STRIP_COUNT    7
 #define IMAGE_STRIP_CATEGORY 0
