@@ -66,8 +66,17 @@ bool ParseNumber(const std::wstring& text, size_t at, size_t digits, WORD& out) 
     return true;
 }
 
-// Fills in the day of the week and checks that the date exists.
+bool IsLeapYear(int year) { return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0; }
+
+int DaysInMonth(int year, int month) {
+    static const int days[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    return month == 2 && IsLeapYear(year) ? 29 : days[month - 1];
+}
+
+// Checks that the date exists and fills in the day of the week.
 bool CompleteDate(SYSTEMTIME& t) {
+    if (t.wYear < 1601 || t.wMonth < 1 || t.wMonth > 12 || t.wDay < 1 || t.wDay > DaysInMonth(t.wYear, t.wMonth))
+        return false;
     FILETIME ft;
     if (!SystemTimeToFileTime(&t, &ft)) return false;
     SYSTEMTIME check;
@@ -95,7 +104,7 @@ SYSTEMTIME ParseTime(const std::wstring& text) {
     t.wYear = kTimeOnlyYear;
     t.wMonth = kTimeOnlyMonth;
     t.wDay = kTimeOnlyDay;
-    CompleteDate(t);
+    t.wDayOfWeek = 6;  // 30 December 1899 was a Saturday
     ParseClock(text, t);
     return t;
 }
@@ -112,13 +121,13 @@ int ParseChoice(FieldType type, const std::wstring& text) {
     std::wstring t = Lower(text);
     switch (type) {
     case FieldType::Priority:
-        if (t == L"normal") return 0;
+        if (t == L"normal" || t.empty()) return 0;
         if (t == L"high") return 1;
         if (t == L"low") return 2;
         Fail(L"\"" + text + L"\" is not a priority (high, normal, low)");
     case FieldType::YesNo:
         if (t == L"yes") return 1;
-        if (t == L"no") return 0;
+        if (t == L"no" || t.empty()) return 0;
         Fail(L"\"" + text + L"\" is not yes or no");
     case FieldType::Check:
         if (t == L"x" || t == L"yes") return 1;

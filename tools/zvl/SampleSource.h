@@ -22,8 +22,8 @@
 // stored in the order given, which is the order the list window saves.
 //
 // Values by type: Date 2007-03-31; Time 14:30; DateTime 2007-03-31 14:30;
-// Priority high / normal / low; YesNo yes / no; Check x (or yes) / empty
-// (or no); Selection 0% to 100% in steps of 10, on hold, cancelled, empty
+// Priority high / normal (or empty) / low; YesNo yes / no (or empty); Check
+// x (or yes) / empty (or no); Selection 0% to 100% in steps of 10, on hold, cancelled, empty
 // (the empty choice 11) or #N for choice N; Text and Number as written.
 // Defaults: Date today / tomorrow / in 1 week / in 4 weeks / in 1 year;
 // Time now or a half hour (08:30); DateTime "DATE, TIME"; choices as values;

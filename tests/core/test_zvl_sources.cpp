@@ -1,0 +1,230 @@
+// zvl's readable sources: sample lists and templates, and icons drawn as text.
+#include <string>
+
+#include "tests/framework/ZvTest.h"
+#include "tools/zvl/IconText.h"
+#include "tools/zvl/SampleSource.h"
+#include "tools/zvl/ZvlDescribe.h"
+
+namespace {
+
+const ListItem& ItemAt(const ListDocument& doc, int index) {
+    auto it = doc.items.begin();
+    std::advance(it, index);
+    return *it;
+}
+
+void CheckDate(const SYSTEMTIME& t, int year, int month, int day, int hour, int minute, const char* file, int line) {
+    CHECK_EQ_AT((int)t.wYear, year, file, line);
+    CHECK_EQ_AT((int)t.wMonth, month, file, line);
+    CHECK_EQ_AT((int)t.wDay, day, file, line);
+    CHECK_EQ_AT((int)t.wHour, hour, file, line);
+    CHECK_EQ_AT((int)t.wMinute, minute, file, line);
+}
+
+// Parses `text` and expects it refused with a message holding `part`.
+void CheckRefused(const char* text, const wchar_t* part, const char* file, int line) {
+    SampleSource source;
+    std::wstring error;
+    CHECK_AT(!ParseSampleSource(text, source, error), file, line);
+    bool found = error.find(part) != std::wstring::npos;
+    CHECK_AT(found, file, line);
+    if (!found) CHECK_EQ_AT(error, std::wstring(part), file, line);
+}
+
+const char kEveryType[] =
+    "\xEF\xBB\xBF# every type\n"
+    "kind: list\n"
+    "icon: plane\n"
+    "sort: When, descending\n"
+    "columns:\n"
+    "When   | Date      | in 4 weeks     | 60\n"
+    "At     | Time      | 08:30          | 30\n"
+    "Prio   | Priority  | high           | 20\n"
+    "What   | Text      | something      | auto\n"
+    "Paid   | YesNo     | no             | 30\n"
+    "Cost   | Number    | -1.5           | 30\n"
+    "Done   | Check     | x              | 24\n"
+    "Leaves | DateTime  | tomorrow, 23:30| 90\n"
+    "Share  | Selection |                | 40\n"
+    "\n"
+    "items:\n"
+    "When | At | Prio | What | Paid | Cost | Done | Leaves | Share | @color\n"
+    "2007-03-01 | 09:05 | low | a \\| b | yes | 12.50 | x | 2008-02-29 23:59 | 50% | red\n"
+    "2007-12-25 | 00:00 | normal | caf\xC3\xA9 |  no | 3 |  | 2007-01-01 00:00 | cancelled | 0x123456\n"
+    "2007-01-02 | 12:00 | high | short row |  |  |  | 2007-01-02 12:00\n";
+
+}  // namespace
+
+TEST_CASE(Zvl_SampleSource_FieldsAndDefaults) {
+    SampleSource source;
+    std::wstring error;
+    CHECK(ParseSampleSource(kEveryType, source, error));
+    CHECK_EQ(error, std::wstring());
+    const ListDocument& doc = source.doc;
+    CHECK(!source.isTemplate);
+    CHECK_EQ(source.icon, std::wstring(L"plane"));
+    CHECK_EQ(doc.fieldCount(), 9);
+    if (doc.fieldCount() != 9) return;
+    const FieldDef* f = doc.fields.data();
+    CHECK_EQ((int)f[0].type, (int)FieldType::Date);
+    CHECK_EQ(f[0].dateDefaultMode, 3);
+    CHECK_EQ(f[0].columnWidth, 60);
+    CHECK_EQ((const wchar_t*)f[0].defaultText, dateDefaultModeText(3).c_str());
+    CHECK_EQ(f[1].timeDefaultMode, 18);  // 08:30 is the 18th half hour of the day
+    CHECK_EQ(f[2].defaultChoice, 1);
+    CHECK_EQ((const wchar_t*)f[3].defaultText, L"something");
+    CHECK_EQ(f[3].columnWidth, 0);
+    // The field editor lists "No" first and stores that row as choice 1.
+    CHECK_EQ(f[4].defaultChoice, 1);
+    CHECK_EQ((const wchar_t*)f[4].defaultText, choiceText(FieldType::YesNo, 0).c_str());
+    CHECK_EQ(DefaultDescription(f[4]), std::wstring(choiceText(FieldType::YesNo, 0).c_str()));
+    CHECK_EQ((const wchar_t*)f[5].defaultText, L"-1.5");
+    CHECK_EQ(f[6].defaultChoice, 1);
+    CHECK_EQ(f[7].dateDefaultMode, 1);
+    CHECK_EQ(f[7].timeDefaultMode, 48);
+    CHECK_EQ(f[8].defaultChoice, kEmptySelection);
+    // A date column sorted descending stores flag 1.
+    CHECK_EQ(doc.sortColumn, 0);
+    CHECK(doc.sortDescending);
+}
+
+TEST_CASE(Zvl_SampleSource_Values) {
+    SampleSource source;
+    std::wstring error;
+    CHECK(ParseSampleSource(kEveryType, source, error));
+    const ListDocument& doc = source.doc;
+    CHECK_EQ(doc.itemCount(), 3);
+    if (doc.itemCount() != 3) return;
+    const ListItem& first = ItemAt(doc, 0);
+    CHECK_EQ((int)first.values.size(), 9);
+    CheckDate(first.values[0].time, 2007, 3, 1, 0, 0, ZV_HERE);
+    CHECK_EQ((int)first.values[0].time.wDayOfWeek, 4);  // a Thursday
+    CheckDate(first.values[1].time, 1899, 12, 30, 9, 5, ZV_HERE);
+    CHECK_EQ(first.values[2].choice, 2);
+    CHECK_EQ(first.values[3].text.c_str(), L"a | b");
+    CHECK_EQ(first.values[4].choice, 1);
+    CHECK_EQ(first.values[5].text.c_str(), L"12.50");
+    CHECK_EQ(first.values[6].choice, 1);
+    CheckDate(first.values[7].time, 2008, 2, 29, 23, 59, ZV_HERE);
+    CHECK_EQ(first.values[8].choice, 5);
+    CHECK_EQ((unsigned)first.backColor, 0xC9CEFFu);
+    for (int i = 0; i < 9; ++i) CHECK_EQ((int)first.values[i].storedType, (int)doc.fields[i].type);
+
+    const ListItem& second = ItemAt(doc, 1);
+    CHECK_EQ(second.values[3].text.c_str(), L"caf\x00e9");
+    CHECK_EQ(second.values[4].choice, 0);
+    CHECK_EQ(second.values[6].choice, 0);
+    CHECK_EQ(second.values[8].choice, 13);
+    CHECK_EQ((unsigned)second.backColor, 0x123456u);
+    CHECK_EQ(second.ordinal, 1);
+
+    // Empty and missing cells: empty text, choice 0, and for a Selection the
+    // empty choice 11.
+    const ListItem& third = ItemAt(doc, 2);
+    CHECK_EQ(third.values[3].text.c_str(), L"short row");
+    CHECK_EQ(third.values[4].choice, 0);
+    CHECK_EQ(third.values[5].text.c_str(), L"");
+    CHECK_EQ(third.values[8].choice, kEmptySelection);
+    CHECK_EQ((unsigned)third.backColor, (unsigned)kNoBackColor);
+}
+
+TEST_CASE(Zvl_SampleSource_SortFlagFollowsColumnType) {
+    // Text columns: flag 1 sorts ascending; number columns: flag 0 does.
+    const char text[] = "kind: list\nsort: Name, ascending\ncolumns:\nName | Text\nQty | Number\n";
+    const char number[] = "kind: list\nsort: Qty, ascending\ncolumns:\nName | Text\nQty | Number\n";
+    SampleSource a, b;
+    std::wstring error;
+    CHECK(ParseSampleSource(text, a, error));
+    CHECK(ParseSampleSource(number, b, error));
+    CHECK_EQ(a.doc.sortColumn, 0);
+    CHECK(a.doc.sortDescending);
+    CHECK_EQ(b.doc.sortColumn, 1);
+    CHECK(!b.doc.sortDescending);
+    CHECK(SortIsAscending(FieldType::Text, true));
+    CHECK(!SortIsAscending(FieldType::DateTime, true));
+    CHECK(SortIsAscending(FieldType::Check, false));
+}
+
+TEST_CASE(Zvl_SampleSource_Refusals) {
+    CheckRefused("columns:\nA | Text\n", L"kind", ZV_HERE);
+    CheckRefused("kind: lists\n", L"line 1: kind is list or template", ZV_HERE);
+    CheckRefused("kind: list\ncolour: red\n", L"line 2: unknown setting", ZV_HERE);
+    CheckRefused("kind: list\ncolumns:\nA | Txt\n", L"line 3: \"Txt\" is not a field type", ZV_HERE);
+    CheckRefused("kind: list\ncolumns:\nA | Date | soon\n", L"line 3: \"soon\" is not a date default", ZV_HERE);
+    CheckRefused("kind: list\ncolumns:\nA | Time | 08:15\n", L"half hour", ZV_HERE);
+    CheckRefused("kind: list\ncolumns:\nA | Number | 1a\n", L"not a number", ZV_HERE);
+    CheckRefused("kind: list\ncolumns:\nA | Text | | wide\n", L"not a width", ZV_HERE);
+    CheckRefused("kind: list\nitems:\n", L"items: comes before columns:", ZV_HERE);
+    CheckRefused("kind: list\ncolumns:\nA | Text\nitems:\nB\n", L"line 5: the first line of items:", ZV_HERE);
+    CheckRefused("kind: list\ncolumns:\nA | Text\nitems:\nA\nx | y\n", L"line 6: the row has 2 cells", ZV_HERE);
+    CheckRefused("kind: list\ncolumns:\nA | Date\nitems:\nA\n2007-02-29\n", L"line 6: A: \"2007-02-29\" is not a date",
+                 ZV_HERE);
+    CheckRefused("kind: list\ncolumns:\nA | Priority\nitems:\nA\nurgent\n", L"not a priority", ZV_HERE);
+    CheckRefused("kind: list\ncolumns:\nA | Selection\nitems:\nA\n15%\n", L"not a selection", ZV_HERE);
+    CheckRefused("kind: list\ncolumns:\nA | Text\nitems:\nA | @color\nx | pink\n", L"not a row colour", ZV_HERE);
+    CheckRefused("kind: list\nsort: B, ascending\ncolumns:\nA | Text\n", L"not a column", ZV_HERE);
+    CheckRefused("kind: template\ncolumns:\nA | Text\nitems:\nA\nx\n", L"a template has no items", ZV_HERE);
+    CheckRefused("kind: template\nsort: A, ascending\ncolumns:\nA | Text\n", L"a template is not sorted", ZV_HERE);
+    std::string many = "kind: list\ncolumns:\n";
+    for (int i = 0; i < 51; ++i) many += "F" + std::to_string(i) + " | Text\n";
+    CheckRefused(many.c_str(), L"line 53: a list has at most 50 fields", ZV_HERE);
+}
+
+TEST_CASE(Zvl_IconText_RendersPlanes) {
+    const char art[] =
+        "# two by two\n"
+        "palette\n"
+        ". none\n"
+        "r #ff0000\n"
+        "b 0000ff80\n"
+        "pixels\n"
+        "r.\n"
+        "bb\n";
+    PlanarImage image;
+    std::wstring error;
+    CHECK(RenderIconText(art, 2, image, error));
+    CHECK_EQ(image.width, 2);
+    CHECK_EQ(image.height, 2);
+    if (image.IsEmpty()) return;
+    const unsigned char red[] = {255, 0, 0, 0}, blue[] = {0, 0, 255, 255}, alpha[] = {255, 0, 128, 128};
+    for (int i = 0; i < 4; ++i) {
+        CHECK_EQ((int)image.red[i], (int)red[i]);
+        CHECK_EQ((int)image.blue[i], (int)blue[i]);
+        CHECK_EQ((int)image.alpha[i], (int)alpha[i]);
+        CHECK_EQ((int)image.green[i], 0);
+    }
+}
+
+TEST_CASE(Zvl_IconText_DoublesWithScale2x) {
+    // A slanted edge doubled by the Scale2x rules: a corner takes the key of
+    // two agreeing neighbours, so the edge climbs in finer steps (2, 3, 3,
+    // 5, 6, 6 pixels) than plain pixel doubling would give (2, 2, 4, 4, 6, 6).
+    const char art[] = "palette\n. none\nk 000000\npixels\nk..\nkk.\nkkk\n";
+    PlanarImage image;
+    std::wstring error;
+    CHECK(RenderIconText(art, 6, image, error));
+    CHECK_EQ(image.width, 6);
+    if (image.IsEmpty()) return;
+    const char* want[6] = {"kk....", "kkk...", "kkk...", "kkkkk.", "kkkkkk", "kkkkkk"};
+    for (int y = 0; y < 6; ++y)
+        for (int x = 0; x < 6; ++x) CHECK_EQ((int)image.alpha[y * 6 + x], want[y][x] == 'k' ? 255 : 0);
+    // A grid given for the large size is used as it is.
+    const char both[] = "palette\n. none\nk 000000\npixels\nk\npixels 32:\n.k\nk.\n";
+    CHECK(RenderIconText(both, 2, image, error));
+    if (!image.IsEmpty()) CHECK_EQ((int)image.alpha[0], 0);
+}
+
+TEST_CASE(Zvl_IconText_Refusals) {
+    PlanarImage image;
+    std::wstring error;
+    CHECK(!RenderIconText("palette\n. none\npixels\n..\n.\n", 2, image, error));
+    CHECK(error.find(L"square") != std::wstring::npos);
+    CHECK(!RenderIconText("palette\n. none\npixels\n.x\n..\n", 2, image, error));
+    CHECK(error.find(L"'x'") != std::wstring::npos);
+    CHECK(!RenderIconText("palette\n. blue\npixels\n.\n", 1, image, error));
+    CHECK(error.find(L"line 2") != std::wstring::npos);
+    CHECK(!RenderIconText("palette\n. none\npixels\n..\n..\n", 16, image, error));
+    CHECK(error.find(L"cannot make 16") != std::wstring::npos);
+    CHECK(image.IsEmpty());
+}
