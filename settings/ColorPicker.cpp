@@ -133,6 +133,10 @@ void SwitchMode(CColorPicker& p, int mode) {
     p.mode = mode;
     ShowMode(p, mode, SW_SHOW);
     SetFocus(FirstControl(p, mode));
+    // The controls of the two modes overlap, and the dialog does not clip
+    // its children: paint the page once more, background first.
+    HWND dialog = GetParent(p.htmlField);
+    RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
 }
 
 // ---------------------------------------------------------------------------
@@ -326,7 +330,9 @@ void CreateControls(HWND hwnd, CColorPicker& p) {
     for (int i = 0; i < 3; ++i) {
         p.labels[i] = CreateChild(hwnd, L"static", p.text[ColorTextRed + i], SS_RIGHT, IDC_COLOR_RED_LABEL + i,
                                   0, 0, p.font);
-        p.sliders[i] = CreateChild(hwnd, TRACKBAR_CLASSW, L"", WS_TABSTOP, IDC_COLOR_RED_SLIDER + i, 0, 0, p.font);
+        p.sliders[i] = CreateChild(hwnd, TRACKBAR_CLASSW, L"", WS_TABSTOP | TBS_FIXEDLENGTH, IDC_COLOR_RED_SLIDER + i,
+                                   0, 0, p.font);
+        SendMessageW(p.sliders[i], TBM_SETTHUMBLENGTH, ScaleY(16), 0);
         p.fields[i] = CreateChild(hwnd, L"edit", L"", editStyle, IDC_COLOR_RED_FIELD + i, 0, 0, p.font);
         g_colorPicker.sliderBaseProc =
             (WNDPROC)SetWindowLongPtrW(p.sliders[i], GWLP_WNDPROC, (LONG_PTR)SliderProc);
