@@ -38,12 +38,12 @@ def check(ok, what, detail=""):
             print("    " + str(detail).replace("\n", "\n    "))
 
 
-def zvl(*args):
+def zvl(*args, locale="en_US.UTF-8"):
     """Runs zvl; returns (status, stdout text, stderr lines). Output goes to
     files, never pipes, so Wine's helper processes cannot hold them open."""
     out_path = os.path.join(WORK, "stdout")
     err_path = os.path.join(WORK, "stderr")
-    env = dict(os.environ, ZV_LOCALE="en_US.UTF-8")
+    env = dict(os.environ, ZV_LOCALE=locale)
     with open(out_path, "wb") as out, open(err_path, "wb") as err:
         status = subprocess.call([RUNNER, BUILD, ZVL] + list(args), stdout=out, stderr=err,
                                  stdin=subprocess.DEVNULL, env=env, timeout=60)
@@ -230,6 +230,12 @@ def main():
           and "version" in err[0].lower(), "version refusal", (status, err))
     status, out, err = zvl("show", os.path.join(WORK, "missing.zvl"))
     check(status == 1 and len(err) == 1 and "cannot open" in err[0], "missing file", err)
+
+    # The date order follows the system locale; a Windows-style path works
+    # as well as a device-style one.
+    windows_path = "Z:" + hand.replace("/", "\\")
+    status, out, err = zvl("show", windows_path, locale="en_GB.UTF-8")
+    check(status == 0 and out.split("\n")[1].split("\t")[1] == "01/03/2007", "day-month-year dates", (out, err))
 
     # The date separator follows the language module's name.
     german = os.path.join(WORK, "LangGer.dll")
