@@ -103,7 +103,8 @@ void CreateControls(FileSelectDialog& dlg) {
     if (dlg.mode != FileSelectFolder) {
         dlg.typeLabel = CreateChild(dlg, L"STATIC", ResText(IDS_FILE_TYPE_LABEL).c_str(), SS_LEFT | SS_NOPREFIX,
                                     kFileSelectTypeLabel);
-        dlg.typeField = CreateChild(dlg, L"STATIC", dlg.filterText, WS_BORDER | SS_LEFTNOWORDWRAP | SS_NOPREFIX,
+        // Read-only, it looks like the name box above it but takes no typing.
+        dlg.typeField = CreateChild(dlg, L"EDIT", dlg.filterText, WS_BORDER | ES_READONLY | ES_AUTOHSCROLL,
                                     kFileSelectTypeField);
     }
     // No SS_NOTIFY: a tap on the path line reaches the dialog as WM_LBUTTONDOWN.

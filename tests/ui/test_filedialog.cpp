@@ -457,9 +457,16 @@ TEST_CASE(Ui_FileDlg_LayoutAt96And192Dpi) {
         s.Timeout(60000);
         s.Step([&](ui::Dlg& d) {
             CheckLayout(d, ZV_HERE);
+            CHECK(IsWindowVisible(d.MenuBar()));
+            RECT bar, client = d.ClientRect();
+            GetWindowRect(d.MenuBar(), &bar);
+            MapWindowPoints(d.hwnd, nullptr, (POINT*)&client, 2);
+            CHECK_EQ(bar.top, client.bottom);  // right under the dialog's area
             ArrowTo(d, L"Groceries.CSV");
         });
-        s.Step([](ui::Dlg&) { PauseForScreenshot(); });
+        s.Step([](ui::Dlg&) {
+            PauseForScreenshot();
+        });
         s.Step([](ui::Dlg& d) { d.SoftKey(ui::Right); });
         RUN(s, req);
     }
