@@ -202,6 +202,14 @@ void RunSteps() {
 void CALLBACK StepTimer(HWND, UINT, UINT_PTR id, DWORD) {
     if (!g_bench.listWindow) g_bench.listWindow = g_bench.listView ? GetParent(g_bench.listView) : nullptr;
     if (g_bench.showMs) {
+        if (getenv("ZV_BENCH_RAISE") && g_listWindow.menuBar)
+            SetWindowPos(g_listWindow.menuBar, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        if (getenv("ZV_BENCH_DEBUG") && g_listWindow.menuBar) {
+            RECT r;
+            GetWindowRect(g_listWindow.menuBar, &r);
+            std::printf("bar visible %d at %ld,%ld,%ld,%ld\n", IsWindowVisible(g_listWindow.menuBar), r.left, r.top, r.right, r.bottom);
+            std::fflush(stdout);
+        }
         if (g_bench.firstPaintMs >= 0 && MsSince(g_bench.openStart) > g_bench.showMs) {
             KillTimer(nullptr, id);
             PostMessageW(g_bench.listWindow, WM_COMMAND, IDCANCEL, 0);

@@ -10,6 +10,7 @@
 #include "app/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "base/ResString.h"
+#include "dialogs/FileSelectDialog.h"
 #include "listwindow/ListSort.h"
 #include "listwindow/ListWindowState.h"
 #include "tests/framework/ZvTest.h"
@@ -115,4 +116,416 @@ TEST_CASE(Ui_List_TextSortMatchesCompareString) {
                 zvtest::Fail(__FILE__, __LINE__, "order of " + zvtest::Show(texts[i]) + " and " + zvtest::Show(texts[j]));
         }
     }
+}
+
+namespace {
+
+// The grocery list in a given item order (indexes into Grocery().items),
+// with the view state it should be saved with.
+ListSpec GroceryAs(std::vector<int> order, int sortColumn, int flag) {
+    ListSpec base = Grocery();
+    ListSpec spec = base;
+    spec.items.clear();
+    for (int i : order) spec.items.push_back(base.items[(size_t)i]);
+    spec.sortColumn = sortColumn;
+    spec.sortFlag = flag;
+    return spec;
+}
+
+bool HeaderHasMark(ui::Dlg& d, int column) {
+    HWND header = (HWND)SendMessageW(d.Item(kList), LVM_GETHEADER, 0, 0);
+    HDITEMW item = {};
+    item.mask = HDI_FORMAT | HDI_BITMAP;
+    SendMessageW(header, HDM_GETITEMW, column, (LPARAM)&item);
+    return (item.fmt & HDF_BITMAP) && item.hbm;
+}
+
+void TapHeader(ui::Dlg& d, int column) {
+    HWND header = (HWND)SendMessageW(d.Item(kList), LVM_GETHEADER, 0, 0);
+    RECT rc = {};
+    SendMessageW(header, HDM_GETITEMRECT, column, (LPARAM)&rc);
+    d.Tap(header, (rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2);
+}
+
+void CheckBox(const ui::MessageBoxRecord& box, UINT text, UINT caption, UINT buttons, UINT icon, const char* file,
+              int line) {
+    CHECK_EQ_AT(box.text, ResText(text), file, line);
+    CHECK_EQ_AT(box.caption, ResText(caption), file, line);
+    CHECK_EQ_AT(box.buttons, buttons, file, line);
+    CHECK_EQ_AT(box.icon, icon, file, line);
+}
+
+}  // namespace
+
+TEST_CASE(Ui_List_NonCheckListWithoutItemsComputesWidths) {
+    ListSpec spec;
+    spec.fields = {Field(L"Due", 0, 77), Field(L"Prio", 2, 77), Field(L"Task", 3, 77), Field(L"Ok", 6, 77)};
+    std::wstring path = WriteList(L"Empty.zvl", spec);
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(d.ListCount(kList), 0);
+        HMENU menu = d.SoftKeyMenu(ui::Right);
+        CHECK_EQ(GetMenuState(menu, IDM_DELETE_CHECKED, MF_BYCOMMAND), (UINT)-1);
+        int share = d.ClientRect(0).right / 4;
+        HWND list = d.Item(kList);
+        CHECK_EQ((int)SendMessageW(list, LVM_GETCOLUMNWIDTH, 0, 0), share);
+        CHECK_EQ((int)SendMessageW(list, LVM_GETCOLUMNWIDTH, 2, 0), share);
+        CHECK_EQ((int)SendMessageW(list, LVM_GETCOLUMNWIDTH, 3, 0), ScaleX(30));
+        // No items: a column click has nothing to sort by and changes nothing.
+        TapHeader(d, 2);
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK(!HeaderHasMark(d, 2));
+        d.Enter();  // the Action key does nothing outside a check list
+        d.Back();
+    });
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    CHECK(ui::MessageBoxes().empty());
+    CHECK_EQ((int)req.saved, 0);
+}
+
+TEST_CASE(Ui_List_SortTwiceReversesAndSavesTheOrder) {
+    std::wstring path = WriteList(L"Grocery.zvl", Grocery());
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) { d.Command(IDM_SORT_BASE + 1); });
+    s.Step([&](ui::Dlg& d) {
+        // Flag 0 from the file: a text column sorts descending.
+        CHECK(Column(d, 1) == Texts({L"milk", L"Bread", L"apples"}));
+        CHECK(HeaderHasMark(d, 1));
+        CHECK(!HeaderHasMark(d, 0));
+        d.Command(IDM_SORT_BASE + 1);
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK(Column(d, 1) == Texts({L"apples", L"Bread", L"milk"}));
+        d.SoftKey(ui::Left);  // Save
+    });
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    CHECK(ui::MessageBoxes().empty());
+    CHECK_EQ((int)req.saved, 1);
+    CHECK_BYTES(ReadFileBytes(path), ListBytes(GroceryAs({2, 1, 0}, 1, 1)));
+}
+
+TEST_CASE(Ui_List_TextThenNumberSortInOppositeSenses) {
+    std::wstring path = WriteList(L"Grocery.zvl", Grocery());
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) { d.Command(IDM_SORT_BASE + 1); });
+    s.Step([&](ui::Dlg& d) {
+        CHECK(Column(d, 1) == Texts({L"milk", L"Bread", L"apples"}));
+        d.Command(IDM_SORT_BASE + 2);  // another column keeps flag 0: numbers ascend
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK(Column(d, 2) == Texts({L"1.5", L"2", L"10"}));
+        TapHeader(d, 2);  // the same column by a tap: the flag turns, numbers descend
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK(Column(d, 2) == Texts({L"10", L"2", L"1.5"}));
+        CHECK(HeaderHasMark(d, 2));
+        d.Command(IDM_SORT_BASE + 4);  // unsorted: the order stays, the mark goes
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK(Column(d, 2) == Texts({L"10", L"2", L"1.5"}));
+        CHECK(!HeaderHasMark(d, 2));
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    CHECK_BYTES(ReadFileBytes(path), ListBytes(GroceryAs({1, 0, 2}, -1, 1)));
+}
+
+TEST_CASE(Ui_List_DatesAndPrioritiesSortByMeaning) {
+    ListSpec spec;
+    spec.fields = {Field(L"Due", 0, 70), Field(L"Prio", 2, 30), Field(L"Task", 3, 90)};
+    spec.items = {
+        {{When(2007, 3, 1), Choice(0), Txt(L"first")}},   // normal
+        {{When(2006, 12, 24), Choice(2), Txt(L"second")}}, // low
+        {{When(2007, 3, 1), Choice(1), Txt(L"third")}},   // high
+        {{When(2007, 3, 1), Choice(1), Txt(L"fourth")}},  // high
+    };
+    std::wstring path = WriteList(L"Dates.zvl", spec);
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) { d.Command(IDM_SORT_BASE + 1); });
+    s.Step([&](ui::Dlg& d) {
+        // Priority by rank, flag 0: high first; equal ranks keep creation order.
+        CHECK(Column(d, 2) == Texts({L"third", L"fourth", L"first", L"second"}));
+        d.Command(IDM_SORT_BASE + 0);
+    });
+    s.Step([&](ui::Dlg& d) {
+        // Dates ascend with flag 0; equal dates put the later-created first.
+        CHECK(Column(d, 2) == Texts({L"second", L"fourth", L"third", L"first"}));
+        d.Command(IDM_SORT_BASE + 0);
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK(Column(d, 2) == Texts({L"fourth", L"third", L"first", L"second"}));
+        d.Back();
+    });
+    s.Answer(IDYES);
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    CHECK_EQ(ui::MessageBoxes().size(), 1u);
+    CHECK_EQ((int)req.saved, 0);
+}
+
+TEST_CASE(Ui_List_AddLandsAtItsSortedPlace) {
+    ListSpec spec = GroceryAs({2, 1, 0}, 1, 1);  // saved sorted by Item, ascending
+    std::wstring path = WriteList(L"Grocery.zvl", spec);
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) { d.Command(IDM_ADD_ITEM); });
+    s.WaitFor(L"#32770", ResText(IDS_ITEM_EDIT_TITLE).c_str());
+    s.Step([&](ui::Dlg& d) {
+        d.SetFocusTo(401);
+        d.Type(L"Cheese");
+    });
+    s.Step([&](ui::Dlg& d) { d.SoftKey(ui::Left); });  // Done
+    s.WaitFor(L"#32770", L"Zorvel");
+    s.Step([&](ui::Dlg& d) {
+        CHECK(Column(d, 1) == Texts({L"apples", L"Bread", L"Cheese", L"milk"}));
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    ListSpec want = spec;
+    ItemSpec cheese;
+    cheese.cells = {Choice(0), Txt(L"Cheese"), Txt(L""), Choice(0)};
+    want.items.insert(want.items.begin() + 2, cheese);
+    CHECK_BYTES(ReadFileBytes(path), ListBytes(want));
+}
+
+TEST_CASE(Ui_List_AddToUnsortedListAppends) {
+    std::wstring path = WriteList(L"Grocery.zvl", Grocery());
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) { d.Command(IDM_ADD_ITEM); });
+    s.WaitFor(L"#32770", ResText(IDS_ITEM_EDIT_TITLE).c_str());
+    s.Step([&](ui::Dlg& d) {
+        d.SetFocusTo(401);
+        d.Type(L"Apricots");
+    });
+    s.Step([&](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    s.WaitFor(L"#32770", L"Zorvel");
+    s.Step([&](ui::Dlg& d) {
+        CHECK(Column(d, 1) == Texts({L"milk", L"Bread", L"apples", L"Apricots"}));
+        d.Command(IDM_ADD_ITEM);
+    });
+    s.WaitFor(L"#32770", ResText(IDS_ITEM_EDIT_TITLE).c_str());
+    s.Step([&](ui::Dlg& d) { d.SoftKey(ui::Right); });  // Cancel: nothing is added
+    s.WaitFor(L"#32770", L"Zorvel");
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(d.ListCount(kList), 4);
+        d.Back();
+    });
+    s.Answer(IDYES);
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    CHECK_EQ(ui::MessageBoxes().size(), 1u);
+}
+
+TEST_CASE(Ui_List_TapTogglesAnyCheckCellEnterOnlyCellZero) {
+    std::wstring path = WriteList(L"Grocery.zvl", Grocery());
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) { d.TapCell(kList, 0, 3); });
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(g_listWindow.rows[0]->values[3].choice, 1);
+        CHECK_EQ(g_listWindow.rows[0]->values[0].choice, 0);
+        // A tap writes the texts the other way round from the Action command.
+        CHECK_EQ(d.ListText(kList, 0, 3), ResText(IDS_UNCHECKED));
+        d.TapCell(kList, 2, 0);
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(g_listWindow.rows[2]->values[0].choice, 1);
+        SelectRow(d, 1);
+        d.Enter();  // row 1: Done 1 -> 0, Got stays
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(g_listWindow.rows[1]->values[0].choice, 0);
+        CHECK_EQ(g_listWindow.rows[1]->values[3].choice, 0);
+        // Enter reaches the window through the dialog manager as the Action
+        // command, and leaves the Action's text.
+        CHECK_EQ(d.ListText(kList, 1, 0), ResText(IDS_UNCHECKED));
+        d.Command(IDOK);  // the Action command on row 1 again: 0 -> 1
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(g_listWindow.rows[1]->values[0].choice, 1);
+        CHECK_EQ(d.ListText(kList, 1, 0), ResText(IDS_CHECKED));
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    ListSpec want = Grocery();
+    want.items[0].cells[3] = Choice(1);
+    want.items[2].cells[0] = Choice(1);
+    CHECK_BYTES(ReadFileBytes(path), ListBytes(want));
+}
+
+TEST_CASE(Ui_List_ColourKeysDeadUntilDown) {
+    g_colorKeysArmed = 0;
+    std::wstring path = WriteList(L"Grocery.zvl", Grocery());
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) {
+        SelectRow(d, 0);
+        d.Key('R');
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(g_listWindow.rows[0]->backColor, kNoBackColor);
+        CHECK_EQ((int)g_listWindow.modified, 0);
+        d.Key(VK_DOWN);  // arms the colour keys and moves to row 1
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(d.ListSelectionMark(kList), 1);
+        d.Key('G');
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(g_listWindow.rows[1]->backColor, (COLORREF)RGB(181, 219, 181));
+        d.Command(IDM_ROW_YELLOW);  // the command colours the selected row too
+    });
+    s.Step([&](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    ListSpec want = Grocery();
+    want.items[1].backColor = RGB(255, 255, 181);
+    CHECK_BYTES(ReadFileBytes(path), ListBytes(want));
+}
+
+// Check all and uncheck all reset a list for reuse without marking it
+// changed, so leaving afterwards asks nothing and the file stays as it was.
+TEST_CASE(Ui_List_LeaveAfterCheckAllAsksNothing) {
+    std::wstring path = WriteList(L"Grocery.zvl", Grocery());
+    std::vector<unsigned char> before = ReadFileBytes(path);
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) { d.Command(IDM_CHECK_ALL); });
+    s.Step([&](ui::Dlg& d) {
+        for (int row = 0; row < 3; ++row) CHECK_EQ(d.ListText(kList, row, 0), ResText(IDS_CHECKED));
+        d.Command(IDM_UNCHECK_ALL);
+    });
+    s.Step([&](ui::Dlg& d) {
+        for (int row = 0; row < 3; ++row) CHECK_EQ(g_listWindow.rows[(size_t)row]->values[0].choice, 0);
+        d.Command(IDM_CHECK_ALL);
+    });
+    s.Step([&](ui::Dlg& d) { d.Back(); });
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    CHECK(ui::MessageBoxes().empty());
+    CHECK_EQ((int)req.saved, 0);
+    CHECK_BYTES(ReadFileBytes(path), before);
+}
+
+TEST_CASE(Ui_List_FailedSaveKeepsTheWindowOpen) {
+    std::wstring path = WriteList(L"Grocery.zvl", Grocery());
+    std::vector<unsigned char> before = ReadFileBytes(path);
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
+    ListOpenRequest req;
+    ui::Script s;
+    // Wine running as root writes read-only files all the same, so the file
+    // is also held open without sharing while the save is tried.
+    HANDLE held = INVALID_HANDLE_VALUE;
+    s.Step([&](ui::Dlg& d) { d.Command(IDM_SORT_BASE + 1); });
+    s.Step([&](ui::Dlg& d) {
+        held = CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+        CHECK(held != INVALID_HANDLE_VALUE);
+        d.SoftKey(ui::Left);
+    });
+    s.Step([&](ui::Dlg& d) {
+        CloseHandle(held);
+        held = INVALID_HANDLE_VALUE;
+        CHECK_EQ(d.Text(0), std::wstring(L"Zorvel"));
+        CHECK(Column(d, 1) == Texts({L"milk", L"Bread", L"apples"}));  // changes kept
+        d.Back();
+    });
+    s.Answer(IDOK).Answer(IDYES);
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+    const auto& boxes = ui::MessageBoxes();
+    CHECK_EQ(boxes.size(), 2u);
+    if (boxes.size() == 2) {
+        CheckBox(boxes[0], IDS_SAVE_FAILED, IDS_ERROR_CAPTION, MB_OK, MB_ICONEXCLAMATION, ZV_HERE);
+        CheckBox(boxes[1], IDS_LEAVE_UNSAVED_TEXT, IDS_LEAVE_UNSAVED_CAPTION, MB_YESNO, MB_ICONQUESTION, ZV_HERE);
+    }
+    CHECK_EQ((int)req.saved, 0);
+    CHECK_BYTES(ReadFileBytes(path), before);
+}
+
+TEST_CASE(Ui_List_LeaveQuestionNoKeepsTheWindow) {
+    std::wstring path = WriteList(L"Grocery.zvl", Grocery());
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) {
+        SelectRow(d, 2);
+        d.Command(IDM_DELETE_ITEM);
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK(Column(d, 1) == Texts({L"milk", L"Bread"}));
+        d.Back();
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(d.ListCount(kList), 2);  // No: still open
+        d.Back();
+    });
+    s.Answer(IDNO).Answer(IDYES);
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    const auto& boxes = ui::MessageBoxes();
+    CHECK_EQ(boxes.size(), 2u);
+    for (const auto& box : boxes)
+        CheckBox(box, IDS_LEAVE_UNSAVED_TEXT, IDS_LEAVE_UNSAVED_CAPTION, MB_YESNO, MB_ICONQUESTION, ZV_HERE);
+    CHECK_EQ((int)req.saved, 0);
+    CHECK_BYTES(ReadFileBytes(path), ListBytes(Grocery()));
+}
+
+TEST_CASE(Ui_List_DeleteCheckedRemovesExactlyOnes) {
+    ListSpec spec = Grocery();
+    spec.items[0].cells[0] = Choice(2);  // not exactly 1: stays
+    std::wstring path = WriteList(L"Grocery.zvl", spec);
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) { d.Command(IDM_DELETE_CHECKED); });
+    s.Step([&](ui::Dlg& d) {
+        CHECK(Column(d, 1) == Texts({L"milk", L"apples"}));
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    ListSpec want = spec;
+    want.items.erase(want.items.begin() + 1);
+    CHECK_BYTES(ReadFileBytes(path), ListBytes(want));
+}
+
+TEST_CASE(Ui_List_ExportWritesTheUtf16File) {
+    std::wstring folder = TestFolder();
+    std::wstring path = WriteList(L"Grocery.zvl", Grocery());
+    g_fileSelectLastFolder = folder.c_str();
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) { d.Command(IDM_EXPORT); });
+    s.WaitFor(L"#32770", L"File Select");
+    s.Step([&](ui::Dlg& d) {
+        SetWindowTextW(d.Item(kFileSelectNameEdit), L"weekly");
+        d.Command(IDC_FILE_SELECT_ACCEPT);
+    });
+    s.WaitFor(L"#32770", L"Zorvel");
+    s.Step([&](ui::Dlg& d) { d.Back(); });
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    const auto& boxes = ui::MessageBoxes();
+    CHECK_EQ(boxes.size(), 1u);
+    if (!boxes.empty()) CheckBox(boxes[0], IDS_EXPORT_DONE_TEXT, IDS_EXPORT_DONE_CAPTION, MB_OK, MB_ICONEXCLAMATION, ZV_HERE);
+    std::wstring check = ResText(IDS_TYPE_CHECK), text = ResText(IDS_TYPE_TEXT), number = ResText(IDS_TYPE_NUMBER);
+    std::wstring yes = ResText(IDS_CHECK_SET), no = ResText(IDS_CHECK_CLEAR);
+    std::wstring body = L"(" + check + L")Done\t(" + text + L")Item\t(" + number + L")Qty\t(" + check + L")Got" +
+                        L"\r\n" + no + L"\tmilk\t2\t" + no + L"\t" +      //
+                        L"\r\n" + yes + L"\tBread\t10\t" + no + L"\t" +   //
+                        L"\r\n" + no + L"\tapples\t1.5\t" + yes + L"\t";
+    Bytes want;
+    want.b = {0xFF, 0xFE};
+    want.Wide(body, false);
+    CHECK_BYTES(ReadFileBytes(folder + L"weekly.CSV"), want.b);
+}
+
+TEST_CASE(Ui_List_OtherVersionIsRefusedWithoutBackup) {
+    ListSpec spec = Grocery();
+    spec.version = L"1.6";
+    std::wstring path = WriteList(L"Old.zvl", spec);
+    ListOpenRequest req;
+    ui::Script s;
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    const auto& boxes = ui::MessageBoxes();
+    CHECK_EQ(boxes.size(), 1u);
+    if (!boxes.empty()) CheckBox(boxes[0], IDS_LIST_VERSION_BAD, IDS_ERROR_CAPTION, MB_OK, MB_ICONEXCLAMATION, ZV_HERE);
+    CHECK(!FileExists(L"\\zvlisttests\\Old.BAK"));
 }

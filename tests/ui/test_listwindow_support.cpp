@@ -116,6 +116,15 @@ INT_PTR RunList(ui::Script& script, const std::wstring& path, ListOpenRequest& r
     request.module = hInstance;
     lstrcpynW(request.path, path.c_str(), MAX_PATH);
     request.saved = 0xEE;  // neither answer: shows whether the window wrote it
+    // Every script starts once the window has settled: its focus timer has
+    // put the focus on the list and the selection mark on row 0.
+    ui::Script settle;
+    settle.WaitUntil([](ui::Dlg& d) {
+        HWND list = d.Item(kListViewControlId);
+        if (!list || GetFocus() != list) return false;
+        return SendMessageW(list, LVM_GETITEMCOUNT, 0, 0) == 0 || SendMessageW(list, LVM_GETSELECTIONMARK, 0, 0) == 0;
+    });
+    if (!script.steps.empty()) script.steps.insert(script.steps.begin(), settle.steps.front());
     return ui::RunModal(script, [&] { return RunListWindow(nullptr, request); }, file, line);
 }
 
