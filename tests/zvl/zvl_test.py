@@ -38,9 +38,13 @@ def check(ok, what, detail=""):
             print("    " + str(detail).replace("\n", "\n    "))
 
 
-def zvl(*args, locale="en_US.UTF-8"):
+def zvl(*args, locale="en_US.UTF-8", lang=True):
     """Runs zvl; returns (status, stdout text, stderr lines). Output goes to
-    files, never pipes, so Wine's helper processes cannot hold them open."""
+    files, never pipes, so Wine's helper processes cannot hold them open.
+    The language module is named unless `lang` is false: other tests may
+    leave a program configuration in the build's Wine registry."""
+    if lang:
+        args = ("--lang", os.path.join(BIN, "LangEng.dll")) + args
     out_path = os.path.join(WORK, "stdout")
     err_path = os.path.join(WORK, "stderr")
     env = dict(os.environ, ZV_LOCALE=locale)
@@ -155,10 +159,14 @@ def main():
     # Usage: help on stdout with 0, mistakes on stderr with 2.
     status, out, err = zvl("--help")
     check(status == 0 and out.startswith("Usage: zvl") and "zvl import TEXT FOLDER" in out, "--help", (status, out))
-    status, out, err = zvl()
+    status, out, err = zvl(lang=False)
     check(status == 2 and out == "" and any(l.startswith("Usage: zvl") for l in err), "no command", (status, err))
     status, out, err = zvl("show", "--force", hand)
     check(status == 2 and err and err[0] == "zvl: --force works with import, new and make only", "bad option", err)
+
+    # Without --lang: the installed program's module, else the one beside zvl.
+    status, out, err = zvl("show", hand, lang=False)
+    check(status == 0 and out.startswith("Task\tDue\t"), "default language module", (status, out, err))
 
     # show: the window's texts, in file order, with the list's own date order.
     status, out, err = zvl("show", hand)
@@ -240,7 +248,7 @@ def main():
     # The date separator follows the language module's name.
     german = os.path.join(WORK, "LangGer.dll")
     shutil.copy(os.path.join(BIN, "LangEng.dll"), german)
-    status, out, err = zvl("--lang", german, "show", hand)
+    status, out, err = zvl("--lang", german, "show", hand, lang=False)
     check(status == 0 and out.split("\n")[1].split("\t")[1] == "03.01.2007", "dotted dates", out)
 
     # new: a 16-byte list header followed by the template's own chunks.
