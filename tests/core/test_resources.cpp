@@ -159,6 +159,8 @@ void CheckSoftKeyShape(HINSTANCE module, UINT menuId, const char* file, int line
         wchar_t label[64] = L"";
         GetMenuStringW(menu, i, label, 64, MF_BYPOSITION);
         CHECK_AT(label[0] != 0, file, line);
+        // Each key gets half of a 240-pixel bar.
+        CHECK_AT(std::wcslen(label) <= 10, file, line);
         HMENU sub = GetSubMenu(menu, i);
         if (sub) CHECK_AT(GetMenuItemCount(sub) > 0, file, line);
         else CHECK_AT(GetMenuItemID(menu, i) != 0 && GetMenuItemID(menu, i) != (UINT)-1, file, line);
@@ -256,7 +258,10 @@ void CheckBitmapSize(HINSTANCE module, UINT id, int width, int height, const cha
 TEST_CASE(Res_EveryStringLoads) {
     CHECK(hLangModule != nullptr);
     for (UINT id : kStringIds) {
-        if (Text(hLangModule, id).empty()) zvtest::Fail(ZV_HERE, "string " + std::to_string(id) + " is missing");
+        std::wstring text = Text(hLangModule, id);
+        if (text.empty()) zvtest::Fail(ZV_HERE, "string " + std::to_string(id) + " is missing");
+        // Most callers load texts into buffers of 255 characters.
+        if (text.size() >= 255) zvtest::Fail(ZV_HERE, "string " + std::to_string(id) + " is too long");
     }
     // The empty selection is stored as choice 11 exactly because its text is empty.
     CHECK_EQ(Text(hLangModule, IDS_SELECTION_EMPTY), std::wstring());
