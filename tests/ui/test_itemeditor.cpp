@@ -1,0 +1,526 @@
+// The item edit dialog driven in-process with its keys, soft keys and taps.
+#include <windows.h>
+#include <commctrl.h>
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "LangIds.h"
+#include "app/ScreenScale.h"
+#include "base/AppGlobals.h"
+#include "base/ResString.h"
+#include "document/ValueText.h"
+#include "listwindow/ItemEditor.h"
+#include "listwindow/ItemEditorRows.h"
+#include "tests/framework/ZvTest.h"
+#include "tests/harness/UiHarness.h"
+
+namespace {
+
+FieldDef Field(const wchar_t* name, FieldType type, const wchar_t* defaultText = L"", int defaultChoice = 0) {
+    FieldDef f;
+    f.SetName(name);
+    f.type = type;
+    f.SetDefaultText(defaultText);
+    f.defaultChoice = defaultChoice;
+    return f;
+}
+
+SYSTEMTIME Time(int year, int month, int day, int hour, int minute) {
+    SYSTEMTIME t = {};
+    t.wYear = (WORD)year;
+    t.wMonth = (WORD)month;
+    t.wDay = (WORD)day;
+    t.wHour = (WORD)hour;
+    t.wMinute = (WORD)minute;
+    return t;
+}
+
+ListItem Item(const std::vector<FieldDef>& fields) {
+    ListItem item;
+    item.fieldCount = (int)fields.size();
+    item.values.resize(fields.size());
+    for (size_t i = 0; i < fields.size(); ++i) {
+        item.values[i].storedType = fields[i].type;
+        item.values[i].time = Time(2007, 3, 1, 9, 5);
+    }
+    return item;
+}
+
+// One field of every type, in type order, and a tenth with an empty name.
+std::vector<FieldDef> EveryType() {
+    return {Field(L"Due", FieldType::Date),        Field(L"At", FieldType::Time),
+            Field(L"Level", FieldType::Priority),  Field(L"Note", FieldType::Text, L"milk"),
+            Field(L"Done", FieldType::YesNo),      Field(L"Amount", FieldType::Number, L"12"),
+            Field(L"Tick", FieldType::Check),      Field(L"When", FieldType::DateTime),
+            Field(L"Progress", FieldType::Selection), Field(L"", FieldType::Text)};
+}
+
+struct Run {
+    std::vector<FieldDef> fields;
+    ListItem item;
+    ItemEditRequest req;
+
+    explicit Run(std::vector<FieldDef> f) : fields(std::move(f)), item(Item(fields)) {}
+    int Go(ui::Script& s, const char* file, int line) {
+        req = ItemEditRequest();
+        req.resModule = hInstance;
+        req.fields = fields.data();
+        req.fieldCount = (int)fields.size();
+        req.item = &item;
+        return (int)ui::RunModal(s, [&] { return (INT_PTR)RunItemEditor(nullptr, req); }, file, line);
+    }
+};
+#define GO(run, s) (run).Go(s, __FILE__, __LINE__)
+
+std::wstring ClassOf(HWND hwnd) {
+    wchar_t cls[64] = {};
+    GetClassNameW(hwnd, cls, 64);
+    return cls;
+}
+
+std::vector<std::wstring> ListTexts(HWND list) {
+    std::vector<std::wstring> out;
+    int n = (int)SendMessageW(list, LB_GETCOUNT, 0, 0);
+    for (int i = 0; i < n; ++i) {
+        wchar_t text[300] = {};
+        SendMessageW(list, LB_GETTEXT, i, (LPARAM)text);
+        out.push_back(text);
+    }
+    return out;
+}
+
+std::vector<std::wstring> ChoiceTexts(FieldType type) {
+    std::vector<std::wstring> out;
+    for (int i = 0; i < choiceCount(type); ++i) out.push_back(choiceText(type, i).c_str());
+    return out;
+}
+
+// Keys go to the control focused when a step runs, so every key that moves
+// the focus gets a step of its own.
+void PressSteps(ui::Script& s, UINT vk, int times) {
+    for (int i = 0; i < times; ++i) s.Step([vk](ui::Dlg& d) { d.Key(vk); });
+}
+
+int Selected(HWND list) { return (int)SendMessageW(list, LB_GETCURSEL, 0, 0); }
+
+// True when the control lies wholly inside its dialog's client area.
+bool InView(ui::Dlg& d, int id) {
+    RECT rc, client = d.ClientRect(0);
+    GetWindowRect(d.Item(id), &rc);
+    MapWindowPoints(nullptr, d.hwnd, (POINT*)&rc, 2);
+    return rc.top >= client.top && rc.bottom <= client.bottom;
+}
+
+void CheckValueUnchanged(const FieldValue& got, const FieldValue& want, const char* file, int line) {
+    CHECK_EQ_AT(std::wstring(got.text.c_str()), std::wstring(want.text.c_str()), file, line);
+    CHECK_EQ_AT(got.choice, want.choice, file, line);
+    CHECK_EQ_AT((int)got.storedType, (int)want.storedType, file, line);
+    CHECK_AT(memcmp(&got.time, &want.time, sizeof(SYSTEMTIME)) == 0, file, line);
+}
+
+}  // namespace
+
+TEST_CASE(Ui_ItemEd_EachTypeGetsItsEditor) {
+    Run run(EveryType());
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) {
+        const wchar_t* editorClass[] = {L"SysDateTimePick32", L"SysDateTimePick32", L"ListBox", L"Edit", L"ListBox",
+                                        L"Edit",              L"ListBox",           L"SysDateTimePick32", L"ListBox",
+                                        L"Edit"};
+        for (int i = 0; i < 10; ++i) {
+            CHECK_EQ(ClassOf(d.Item(kItemEditorFirstId + i)), std::wstring(editorClass[i]));
+            CHECK(d.Visible(kItemEditorFirstId + i));
+            CHECK(GetWindowLongW(d.Item(kItemEditorFirstId + i), GWL_STYLE) & WS_TABSTOP);
+            if (editorClass[i][0] != L'S') {  // edits and lists have an up-down buddy
+                HWND ud = d.Item(kItemUpDownFirstId + i);
+                CHECK_EQ(ClassOf(ud), std::wstring(UPDOWN_CLASSW));
+                CHECK_EQ((HWND)SendMessageW(ud, UDM_GETBUDDY, 0, 0), d.Item(kItemEditorFirstId + i));
+            }
+        }
+        CHECK_EQ(d.Text(kItemLabelFirstId + 0), std::wstring(L"Due :"));
+        CHECK_EQ(d.Text(kItemLabelFirstId + 8), std::wstring(L"Progress :"));
+        CHECK_EQ(d.Text(kItemLabelFirstId + 9), ResText(IDS_TYPE_TEXT) + L" :");  // no name: the type's name
+        CHECK(GetWindowLongW(d.Item(kItemLabelFirstId), GWL_STYLE) & SS_RIGHT);
+
+        CHECK(ListTexts(d.Item(kItemEditorFirstId + 2)) == ChoiceTexts(FieldType::Priority));
+        CHECK(ListTexts(d.Item(kItemEditorFirstId + 6)) == ChoiceTexts(FieldType::Check));
+        CHECK(ListTexts(d.Item(kItemEditorFirstId + 8)) == ChoiceTexts(FieldType::Selection));
+        CHECK_EQ(ListTexts(d.Item(kItemEditorFirstId + 8)).size(), 14u);
+        CHECK_EQ(SendMessageW(d.Item(kItemEditorFirstId + 8), LB_GETITEMDATA, 13, 0), (LRESULT)13);
+
+        // The pickers show the value in the picker layouts (user locale:
+        // month-day-year here; "/" for dates, "." and three blanks for
+        // date and time).
+        CHECK(localeDateOrder(LOCALE_USER_DEFAULT) == DateOrder::MonthDayYear);
+        CHECK_EQ(d.Text(kItemEditorFirstId + 0), std::wstring(L"03/01/2007"));
+        CHECK_EQ(d.Text(kItemEditorFirstId + 1), std::wstring(L"09:05"));
+        CHECK_EQ(d.Text(kItemEditorFirstId + 7), std::wstring(L"03.01.2007   09:05"));
+        CHECK_EQ(d.Text(0), ResText(IDS_ITEM_EDIT_TITLE).empty() ? std::wstring(L"Edit Item") : ResText(IDS_ITEM_EDIT_TITLE));
+        CHECK_EQ(d.FocusId(), kItemEditorFirstId);
+        CHECK_EQ(d.SoftKeyCommand(ui::Left), IDOK);
+        CHECK_EQ(d.SoftKeyCommand(ui::Right), IDCANCEL);
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ(GO(run, s), 1);
+    // Date and time values keep the picker's text until the caller rebuilds it.
+    CHECK_EQ(std::wstring(run.item.values[0].text.c_str()), std::wstring(L"03/01/2007"));
+    CHECK_EQ(std::wstring(run.item.values[7].text.c_str()), std::wstring(L"03.01.2007   09:05"));
+    CHECK_EQ(std::wstring(run.item.values[2].text.c_str()), std::wstring(choiceText(FieldType::Priority, 0).c_str()));
+    for (int i = 0; i < 10; ++i) CHECK_EQ((int)run.item.values[i].storedType, (int)run.fields[i].type);
+}
+
+TEST_CASE(Ui_ItemEd_YesNoListsYesThenNo) {
+    Run run({Field(L"Paid", FieldType::YesNo), Field(L"Sent", FieldType::YesNo)});
+    run.item.values[0].choice = 1;
+    run.item.values[1].choice = 7;  // out of range: starts at the first entry
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) {
+        HWND list = d.Item(kItemEditorFirstId);
+        std::vector<std::wstring> want = {ResText(IDS_YES), ResText(IDS_NO)};
+        CHECK(ListTexts(list) == want);
+        CHECK_EQ(SendMessageW(list, LB_GETITEMDATA, 0, 0), (LRESULT)1);
+        CHECK_EQ(SendMessageW(list, LB_GETITEMDATA, 1, 0), (LRESULT)0);
+        CHECK_EQ(Selected(list), 1);  // the entry at position `choice`
+        CHECK_EQ(Selected(d.Item(kItemEditorFirstId + 1)), 0);
+        d.Key(VK_RIGHT);  // wraps from the last entry to the first
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(Selected(d.Item(kItemEditorFirstId)), 0);
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ(GO(run, s), 1);
+    CHECK_EQ(run.item.values[0].choice, 0);
+    CHECK_EQ(std::wstring(run.item.values[0].text.c_str()), ResText(IDS_YES));
+    CHECK_EQ(run.item.values[1].choice, 0);
+}
+
+TEST_CASE(Ui_ItemEd_NewItemShowsDefaults) {
+    std::vector<FieldDef> fields = {Field(L"Name", FieldType::Text, L"milk"), Field(L"Qty", FieldType::Number, L"12"),
+                                    Field(L"Level", FieldType::Priority, L"", 2), Field(L"Kept", FieldType::Text)};
+    Run run(fields);
+    SYSTEMTIME now = Time(2007, 3, 1, 9, 5);
+    initNewItem(run.item, run.fields.data(), (int)run.fields.size(), now);
+    run.item.values[3].text = L"own";  // a value with text keeps it
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(d.Text(kItemEditorFirstId + 0), std::wstring(L"milk"));
+        CHECK_EQ(d.Text(kItemEditorFirstId + 1), std::wstring(L"12"));
+        CHECK_EQ(Selected(d.Item(kItemEditorFirstId + 2)), 2);
+        CHECK_EQ(d.Text(kItemEditorFirstId + 3), std::wstring(L"own"));
+        d.Enter();  // Enter confirms like Done
+    });
+    CHECK_EQ(GO(run, s), 1);
+    CHECK_EQ(std::wstring(run.item.values[0].text.c_str()), std::wstring(L"milk"));
+    CHECK_EQ(std::wstring(run.item.values[1].text.c_str()), std::wstring(L"12"));
+    CHECK_EQ(run.item.values[2].choice, 2);
+    CHECK_EQ(std::wstring(run.item.values[2].text.c_str()), std::wstring(choiceText(FieldType::Priority, 2).c_str()));
+    CHECK_EQ(run.item.values[0].choice, 0);  // every editor is asked for its list index
+}
+
+TEST_CASE(Ui_ItemEd_NumberCheck) {
+    // The rule itself: digits and "."; a leading "-" lets anything through.
+    CHECK(IsAcceptedNumberText(L""));
+    CHECK(IsAcceptedNumberText(L"12.5"));
+    CHECK(IsAcceptedNumberText(L"-abc"));
+    CHECK(IsAcceptedNumberText(L"-"));
+    CHECK(!IsAcceptedNumberText(L"1a"));
+    CHECK(!IsAcceptedNumberText(L"1-"));
+    CHECK(!IsAcceptedNumberText(L" 1"));
+
+    Run run({Field(L"Note", FieldType::Text), Field(L"Amount", FieldType::Number), Field(L"", FieldType::Number)});
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        d.Type(L"x");
+        d.Key(VK_DOWN);
+    });
+    s.Step([](ui::Dlg& d) { d.Type(L"1a"); });
+    s.Step([](ui::Dlg& d) { d.Key(VK_UP); });  // leave the bad field: the check must bring the focus back
+    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(ui::MessageBoxes().size(), 1u);
+        if (!ui::MessageBoxes().empty()) {
+            const ui::MessageBoxRecord& box = ui::MessageBoxes()[0];
+            CHECK_EQ(box.text, ResText(IDS_NUMBER_INVALID) + L" \"Amount\"");
+            CHECK_EQ(box.caption, ResText(IDS_ERROR_CAPTION));
+            CHECK_EQ(box.icon, (UINT)MB_ICONEXCLAMATION);
+        }
+        CHECK(IsWindow(d.hwnd));  // still open
+        CHECK_EQ(d.FocusId(), kItemEditorFirstId + 1);
+        SetWindowTextW(d.Item(kItemEditorFirstId + 1), L"-abc");
+        d.Key(VK_DOWN);
+    });
+    s.Step([](ui::Dlg& d) {
+        d.Type(L"2x");  // the unnamed number field is named by its type
+        d.SoftKey(ui::Left);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(ui::MessageBoxes().size(), 2u);
+        if (ui::MessageBoxes().size() == 2)
+            CHECK_EQ(ui::MessageBoxes()[1].text, ResText(IDS_NUMBER_INVALID) + L" \"" + ResText(IDS_TYPE_NUMBER) + L"\"");
+        CHECK_EQ(d.FocusId(), kItemEditorFirstId + 2);
+        SetWindowTextW(d.Item(kItemEditorFirstId + 2), L"3.5");
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ(GO(run, s), 1);
+    CHECK_EQ(std::wstring(run.item.values[0].text.c_str()), std::wstring(L"x"));
+    CHECK_EQ(std::wstring(run.item.values[1].text.c_str()), std::wstring(L"-abc"));
+    CHECK_EQ(std::wstring(run.item.values[2].text.c_str()), std::wstring(L"3.5"));
+}
+
+TEST_CASE(Ui_ItemEd_AllEmptyGivesZero) {
+    // The empty selection (choice 11) has no text either.
+    Run run({Field(L"Note", FieldType::Text), Field(L"Qty", FieldType::Number),
+             Field(L"Progress", FieldType::Selection, L"", kEmptySelection)});
+    run.item.values[2].choice = kEmptySelection;
+    run.item.values[0].text = L"gone";
+    const ListItem before = run.item;
+    ui::Script s;
+    s.Step([](ui::Dlg& d) { SetWindowTextW(d.Item(kItemEditorFirstId), L""); });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(Selected(d.Item(kItemEditorFirstId + 2)), kEmptySelection);
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ(GO(run, s), 0);
+    CHECK_EQ(run.req.result, 0);
+    for (int i = 0; i < 3; ++i) CheckValueUnchanged(run.item.values[i], before.values[i], ZV_HERE);
+}
+
+TEST_CASE(Ui_ItemEd_TimeTextsRebuiltWithListLayouts) {
+    Run run({Field(L"Due", FieldType::Date), Field(L"At", FieldType::Time), Field(L"When", FieldType::DateTime)});
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        // A new date as the user picks it in the pickers.
+        SYSTEMTIME t = Time(2008, 12, 24, 18, 30);
+        for (int i = 0; i < 3; ++i) SendMessageW(d.Item(kItemEditorFirstId + i), DTM_SETSYSTEMTIME, GDT_VALID, (LPARAM)&t);
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ(GO(run, s), 1);
+    const FieldValue* v = run.item.values.data();
+    CHECK_EQ(v[0].time.wYear, (WORD)2008);
+    CHECK_EQ(v[0].time.wMonth, (WORD)12);
+    CHECK_EQ(v[0].time.wDay, (WORD)24);
+    CHECK_EQ(v[1].time.wHour, (WORD)18);
+    CHECK_EQ(v[2].time.wMinute, (WORD)30);
+    // The texts are still those shown when the dialog opened...
+    CHECK_EQ(std::wstring(v[2].text.c_str()), std::wstring(L"03.01.2007   09:05"));
+
+    // ...until the caller rebuilds them with the list layouts.
+    const int oldSlash = UseSlashDates;
+    UseSlashDates = 1;
+    RebuildItemTimeTexts(run.fields.data(), (int)run.fields.size(), run.item);
+    wchar_t want[kTimeTextCapacity];
+    const TextLayout layout = listTextLayout();
+    formatDateText(v[0].time, layout.order, true, want);
+    CHECK_EQ(std::wstring(v[0].text.c_str()), std::wstring(want));
+    CHECK_EQ(std::wstring(v[1].text.c_str()), std::wstring(L"18:30"));
+    if (layout.order == DateOrder::MonthDayYear) {
+        CHECK_EQ(std::wstring(v[0].text.c_str()), std::wstring(L"12/24/2008"));
+        CHECK_EQ(std::wstring(v[2].text.c_str()), std::wstring(L"12/24/2008    18:30"));
+    }
+    UseSlashDates = 0;
+    RebuildItemTimeTexts(run.fields.data(), (int)run.fields.size(), run.item);
+    if (layout.order == DateOrder::MonthDayYear) CHECK_EQ(std::wstring(v[2].text.c_str()), std::wstring(L"12.24.2008    18:30"));
+    UseSlashDates = oldSlash;
+}
+
+TEST_CASE(Ui_ItemEd_ArrowsMoveBetweenRowsAndTurnLists) {
+    Run run({Field(L"Due", FieldType::Date), Field(L"Level", FieldType::Priority), Field(L"Note", FieldType::Text),
+             Field(L"Tick", FieldType::Check)});
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.FocusId(), kItemEditorFirstId);
+        d.Key(VK_UP);  // nothing above the first row
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.FocusId(), kItemEditorFirstId);
+        d.Key(VK_DOWN);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.FocusId(), kItemEditorFirstId + 1);
+        CHECK_EQ(Selected(d.Item(kItemEditorFirstId + 1)), 0);
+        d.Key(VK_LEFT);  // wraps to the last level
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(Selected(d.Item(kItemEditorFirstId + 1)), 2);
+        d.Key(VK_RIGHT);
+        d.Key(VK_RIGHT);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(Selected(d.Item(kItemEditorFirstId + 1)), 1);
+    });
+    PressSteps(s, VK_DOWN, 3);  // the last press finds nothing below the last row
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.FocusId(), kItemEditorFirstId + 3);
+        d.Key(VK_UP);
+    });
+    s.Step([](ui::Dlg& d) { d.Type(L"ab"); });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.FocusId(), kItemEditorFirstId + 2);
+        CHECK_EQ(d.Text(kItemEditorFirstId + 2), std::wstring(L"ab"));
+        d.Back();  // Back erases in an edit box
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.Text(kItemEditorFirstId + 2), std::wstring(L"a"));
+        CHECK(IsWindow(d.hwnd));
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ(GO(run, s), 1);
+    CHECK_EQ(run.item.values[1].choice, 1);
+    CHECK_EQ(std::wstring(run.item.values[2].text.c_str()), std::wstring(L"a"));
+}
+
+TEST_CASE(Ui_ItemEd_TapsFocusAndTurn) {
+    Run run({Field(L"Note", FieldType::Text), Field(L"Level", FieldType::Priority)});
+    ui::Script s;
+    s.Step([](ui::Dlg& d) { d.TapCenter(kItemLabelFirstId + 1); });  // a tap on a label goes to its editor
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.FocusId(), kItemEditorFirstId + 1);
+        RECT rc = d.ClientRect(kItemUpDownFirstId + 1);
+        d.Tap(kItemUpDownFirstId + 1, rc.right - 3, rc.bottom / 2);  // the right arrow
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(Selected(d.Item(kItemEditorFirstId + 1)), 1);
+        d.TapCenter(kItemEditorFirstId);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.FocusId(), kItemEditorFirstId);
+        d.Type(L"hi");
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ(GO(run, s), 1);
+    CHECK_EQ(run.item.values[1].choice, 1);
+    CHECK_EQ(std::wstring(run.item.values[0].text.c_str()), std::wstring(L"hi"));
+}
+
+TEST_CASE(Ui_ItemEd_FiftyFieldsScrollToTheLast) {
+    std::vector<FieldDef> fields;
+    for (int i = 0; i < kMaxFields; ++i) {
+        wchar_t name[16];
+        wsprintfW(name, L"F%d", i + 1);
+        fields.push_back(Field(name, i % 2 ? FieldType::Priority : FieldType::Text));
+    }
+    fields[kMaxFields - 1].type = FieldType::Text;
+    Run run(fields);
+    const int last = kItemEditorFirstId + kMaxFields - 1;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) {
+        CHECK(GetWindowLongW(d.hwnd, GWL_STYLE) & WS_VSCROLL);
+        CHECK(InView(d, kItemEditorFirstId));
+        CHECK(!InView(d, last));
+    });
+    PressSteps(s, VK_DOWN, kMaxFields - 1);
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(d.FocusId(), last);
+        CHECK(InView(d, last));
+        CHECK(InView(d, kItemLabelFirstId + kMaxFields - 1));
+        CHECK(!InView(d, kItemEditorFirstId));
+        d.Type(L"end");
+    });
+    PressSteps(s, VK_UP, 20);
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(d.FocusId(), last - 20);
+        CHECK(InView(d, last - 20));
+        SendMessageW(d.hwnd, WM_VSCROLL, SB_TOP, 0);  // the scroll bar moves the rows too
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK(InView(d, kItemEditorFirstId));
+        CHECK(!InView(d, last));
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ(GO(run, s), 1);
+    CHECK_EQ((int)run.item.values.size(), kMaxFields);
+    CHECK_EQ(std::wstring(run.item.values[kMaxFields - 1].text.c_str()), std::wstring(L"end"));
+}
+
+TEST_CASE(Ui_ItemEd_CancelLeavesTheItem) {
+    Run run(EveryType());
+    run.item.values[3].text = L"keep";
+    run.item.values[2].choice = 1;
+    const ListItem before = run.item;
+    ui::Script s;
+    PressSteps(s, VK_DOWN, 2);
+    PressSteps(s, VK_RIGHT, 1);
+    PressSteps(s, VK_DOWN, 1);
+    s.Step([](ui::Dlg& d) { d.Type(L" more"); });
+    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Right); });
+    CHECK_EQ(GO(run, s), 0);
+    for (int i = 0; i < 10; ++i) CheckValueUnchanged(run.item.values[i], before.values[i], ZV_HERE);
+
+    // Back outside an edit box leaves the same way.
+    ui::Script back;
+    PressSteps(back, VK_DOWN, 2);
+    back.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.FocusId(), kItemEditorFirstId + 2);
+        d.Back();
+    });
+    CHECK_EQ(GO(run, back), 0);
+    for (int i = 0; i < 10; ++i) CheckValueUnchanged(run.item.values[i], before.values[i], ZV_HERE);
+}
+
+TEST_CASE(Ui_ItemEd_LayoutFollowsDensity) {
+    for (int dpi : {96, 192}) {
+        SetScreenDensity(dpi, dpi);
+        Run run(EveryType());
+        ui::Script s;
+        s.Step([&](ui::Dlg& d) {
+            RECT client = d.ClientRect(0);
+            RECT ed, lab;
+            GetWindowRect(d.Item(kItemEditorFirstId + 3), &ed);
+            GetWindowRect(d.Item(kItemLabelFirstId + 3), &lab);
+            MapWindowPoints(nullptr, d.hwnd, (POINT*)&ed, 2);
+            MapWindowPoints(nullptr, d.hwnd, (POINT*)&lab, 2);
+            CHECK_EQ(client.right, ScaleX(240) - ((GetWindowLongW(d.hwnd, GWL_STYLE) & WS_VSCROLL) ? GetSystemMetrics(SM_CXVSCROLL) : 0));
+            CHECK_EQ((int)(ed.bottom - ed.top), ScaleY(20));
+            CHECK_EQ((int)ed.left, (int)client.right / 3 + 3);
+            CHECK_EQ((int)(ed.right - ed.left), ((int)client.right / 3 - 10) * 2);
+            CHECK_EQ((int)lab.left, 0);
+            CHECK_EQ((int)(lab.right - lab.left), (int)client.right / 3 - 5);
+            CHECK_EQ((int)ed.top, ScaleY(10) - 1 + 3 * ScaleY(24));
+            // Every row of the ten fits without scrolling.
+            CHECK(InView(d, kItemEditorFirstId + 9));
+            HFONT font = (HFONT)SendMessageW(d.Item(kItemEditorFirstId), WM_GETFONT, 0, 0);
+            LOGFONTW lf = {};
+            GetObjectW(font, sizeof lf, &lf);
+            CHECK_EQ((int)lf.lfHeight, -ScaleY(12));
+            d.SoftKey(ui::Right);
+        });
+        CHECK_EQ(GO(run, s), 0);
+    }
+    SetScreenDensity(96, 96);
+}
+
+// Not a check: opens the editor on a ten-field item and holds it on screen
+// for ZV_ITEMED_SHOT seconds so that a screenshot can be taken
+// (ZV_ITEMED_DPI=192 for the high-density look). Does nothing otherwise.
+TEST_CASE(Ui_ItemEd_ShowForScreenshot) {
+    char buf[16] = {};
+    if (!GetEnvironmentVariableA("ZV_ITEMED_SHOT", buf, sizeof buf)) return;
+    const DWORD holdMs = (DWORD)atoi(buf) * 1000;
+    char dpiText[16] = {};
+    const int dpi = GetEnvironmentVariableA("ZV_ITEMED_DPI", dpiText, sizeof dpiText) ? atoi(dpiText) : 96;
+    SetScreenDensity(dpi, dpi);
+    Run run(EveryType());
+    run.item.values[2].choice = 1;
+    run.item.values[4].choice = 0;
+    run.item.values[8].choice = 5;
+    ui::Script s;
+    s.Timeout(holdMs + 5000);
+    s.Step([](ui::Dlg& d) { d.Key(VK_DOWN); });
+    s.Step([](ui::Dlg& d) { d.Key(VK_DOWN); });
+    s.Step([holdMs](ui::Dlg& d) {
+        DWORD until = GetTickCount() + holdMs;
+        MSG msg;
+        while (GetTickCount() < until) {
+            while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+                TranslateMessage(&msg);
+                DispatchMessageW(&msg);
+            }
+            Sleep(20);
+        }
+        d.SoftKey(ui::Right);
+    });
+    GO(run, s);
+    SetScreenDensity(96, 96);
+}
