@@ -1,10 +1,12 @@
 // SHCreateMenuBar: the soft-key bar. It is a toolbar control, one button per
-// top-level entry of the menu (normally two: left and right soft key), shown
-// as a separate owned window in the band under its parent's client area, as
-// the phone shows its menu bar under the application's area. The toolbar is
-// its own notification target, so clicks and custom drawing stay inside the
-// bar; commands reach the parent as WM_COMMAND (lParam 0), like menu
-// commands on the phone.
+// top-level entry of the menu (normally two: left and right soft key). On a
+// window fitted to the phone screen the toolbar is a disabled child lying in
+// the band under the client area, where the phone shows its menu bar: the
+// band is painted from the toolbar's buttons and taps in it press them, so
+// the toolbar holds the state (texts, popups, enabled keys) and answers the
+// TB_ messages while the window's frame shows it. The toolbar is its own
+// notification target, so its clicks stay inside the bar; commands reach the
+// parent as WM_COMMAND (lParam 0), like menu commands on the phone.
 #include "platform/aygshell.h"
 
 #include <commctrl.h>
@@ -31,7 +33,8 @@ struct BarState {
     HWND parent = nullptr;
     HMENU menu = nullptr;                // the whole menu the bar was built from (owned)
     std::map<UINT, WORD> keyOverrides;   // virtual key -> SHMBOF_* flags
-    bool hiddenWithParent = false;       // hidden because the parent was; shown with it
+    bool inBand = false;                 // shown in the parent's frame band
+    int tappedIndex = -1;                // button under a tap in the band
     bool backDown = false;               // a Back press started on this bar
     COLORREF background = CLR_NONE;      // SHCMBF_COLORBK
     HFONT font = nullptr;
@@ -218,14 +221,11 @@ LRESULT OnOverrideKey(HWND bar, UINT vk, LPARAM lParam) {
 }
 
 // ---------------------------------------------------------------------------
-// Drawing: a dark bar with each label centred over its half.
+// Drawing: a dark bar with each label centred over its part.
 // ---------------------------------------------------------------------------
-void FillBar(HWND bar, HDC dc) {
-    BarState* st = StateOf(bar);
-    RECT rc;
-    GetClientRect(bar, &rc);
-    if (st && st->background != CLR_NONE) {
-        HBRUSH brush = CreateSolidBrush(st->background);
+void FillBar(HDC dc, const RECT& rc, COLORREF background) {
+    if (background != CLR_NONE) {
+        HBRUSH brush = CreateSolidBrush(background);
         FillRect(dc, &rc, brush);
         DeleteObject(brush);
         return;
@@ -238,26 +238,30 @@ void FillBar(HWND bar, HDC dc) {
     GradientFill(dc, v, 2, &g, 1, GRADIENT_FILL_RECT_V);
 }
 
+void DrawSoftKey(HDC dc, RECT rc, const wchar_t* text, bool enabled, bool pressed, HFONT font) {
+    if (pressed) {
+        HBRUSH brush = CreateSolidBrush(kBarPressed);
+        InflateRect(&rc, -2, -2);
+        FillRect(dc, &rc, brush);
+        DeleteObject(brush);
+        InflateRect(&rc, 2, 2);
+    }
+    HGDIOBJ oldFont = SelectObject(dc, font ? (HGDIOBJ)font : GetStockObject(DEFAULT_GUI_FONT));
+    int oldMode = SetBkMode(dc, TRANSPARENT);
+    COLORREF oldColor = SetTextColor(dc, enabled ? kBarText : kBarGrayText);
+    DrawTextW(dc, text, -1, &rc, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_HIDEPREFIX);
+    SetTextColor(dc, oldColor);
+    SetBkMode(dc, oldMode);
+    SelectObject(dc, oldFont);
+}
+
 LRESULT DrawButton(HWND bar, NMTBCUSTOMDRAW* cd) {
     BarState* st = StateOf(bar);
-    HDC dc = cd->nmcd.hdc;
-    RECT rc = cd->nmcd.rc;
-    UINT id = (UINT)cd->nmcd.dwItemSpec;
-    if (cd->nmcd.uItemState & CDIS_SELECTED) {
-        HBRUSH brush = CreateSolidBrush(kBarPressed);
-        RECT inner = rc;
-        InflateRect(&inner, -2, -2);
-        FillRect(dc, &inner, brush);
-        DeleteObject(brush);
-    }
     wchar_t text[256] = L"";
-    SendMessageW(bar, TB_GETBUTTONTEXTW, id, (LPARAM)text);
-    HGDIOBJ oldFont = SelectObject(dc, st && st->font ? st->font : GetStockObject(DEFAULT_GUI_FONT));
-    SetBkMode(dc, TRANSPARENT);
+    SendMessageW(bar, TB_GETBUTTONTEXTW, cd->nmcd.dwItemSpec, (LPARAM)text);
     bool enabled = (cd->nmcd.uItemState & (CDIS_DISABLED | CDIS_GRAYED)) == 0;
-    SetTextColor(dc, enabled ? kBarText : kBarGrayText);
-    DrawTextW(dc, text, -1, &rc, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_HIDEPREFIX);
-    SelectObject(dc, oldFont);
+    DrawSoftKey(cd->nmcd.hdc, cd->nmcd.rc, text, enabled, (cd->nmcd.uItemState & CDIS_SELECTED) != 0,
+                st ? st->font : nullptr);
     return CDRF_SKIPDEFAULT;
 }
 
@@ -266,6 +270,37 @@ LRESULT OnCustomDraw(HWND bar, NMTBCUSTOMDRAW* cd) {
     case CDDS_PREPAINT:     return CDRF_NOTIFYITEMDRAW;
     case CDDS_ITEMPREPAINT: return DrawButton(bar, cd);
     default:                return CDRF_DODEFAULT;
+    }
+}
+
+// The bar's rectangle in its parent's window coordinates (the band).
+RECT BandOf(HWND bar, HWND parent) {
+    RECT barRect, win;
+    GetWindowRect(bar, &barRect);
+    GetWindowRect(parent, &win);
+    OffsetRect(&barRect, -win.left, -win.top);
+    return barRect;
+}
+
+void RepaintBand(HWND bar) {
+    BarState* st = StateOf(bar);
+    if (!st || !st->inBand || !IsWindow(st->parent)) return;
+    HDC dc = GetWindowDC(st->parent);
+    if (!dc) return;
+    PaintSoftKeyBand(st->parent, dc, BandOf(bar, st->parent));
+    ReleaseDC(st->parent, dc);
+}
+
+// Messages after which the bar looks different.
+bool ChangesLook(UINT msg) {
+    switch (msg) {
+    case TB_SETBUTTONINFOW: case TB_SETBUTTONINFOA: case TB_SETSTATE: case TB_ENABLEBUTTON:
+    case TB_HIDEBUTTON: case TB_PRESSBUTTON: case TB_CHECKBUTTON: case TB_ADDBUTTONSW: case TB_ADDBUTTONSA:
+    case TB_INSERTBUTTONW: case TB_INSERTBUTTONA: case TB_DELETEBUTTON: case TB_SETCMDID: case TB_ADDSTRINGW:
+    case TB_ADDSTRINGA: case WM_SHOWWINDOW: case WM_WINDOWPOSCHANGED: case WM_SETTEXT:
+        return true;
+    default:
+        return false;
     }
 }
 
@@ -293,7 +328,11 @@ void OnBarDestroy(HWND bar) {
     RemoveWindowSubclass(bar, BarProc, kBarSubclassId);
     RemovePropW(bar, kBarStateProp);
     if (!st) return;
-    if (IsWindow(st->parent) && GetPropW(st->parent, kBarProp) == bar) RemovePropW(st->parent, kBarProp);
+    if (IsWindow(st->parent) && GetPropW(st->parent, kBarProp) == bar) {
+        RemovePropW(st->parent, kBarProp);
+        if (st->inBand && IsWindowVisible(st->parent)) SetWindowPos(st->parent, nullptr, 0, 0, 0, 0,
+                                                       SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+    }
     if (st->menu) DestroyMenu(st->menu);
     if (st->font) DeleteObject(st->font);
     delete st;
@@ -318,8 +357,12 @@ LRESULT CALLBACK BarProc(HWND bar, UINT msg, WPARAM wParam, LPARAM lParam, UINT_
             return 0;
         }
         break;
-    case WM_ERASEBKGND:      FillBar(bar, (HDC)wParam); return 1;
-    case WM_MOUSEACTIVATE:   return MA_NOACTIVATE;
+    case WM_ERASEBKGND: {
+        RECT rc;
+        GetClientRect(bar, &rc);
+        FillBar((HDC)wParam, rc, StateOf(bar) ? StateOf(bar)->background : CLR_NONE);
+        return 1;
+    }
     case WM_SIZE: {
         LRESULT r = DefSubclassProc(bar, msg, wParam, lParam);
         LayoutButtons(bar);
@@ -328,6 +371,11 @@ LRESULT CALLBACK BarProc(HWND bar, UINT msg, WPARAM wParam, LPARAM lParam, UINT_
     case kMsgBarKey:         OnBarKey(bar, (UINT)wParam, lParam != 0); return 0;
     case kMsgBarOpenPopup:   OpenPopup(bar, (int)wParam); return 0;
     case WM_NCDESTROY:       OnBarDestroy(bar); break;
+    }
+    if (ChangesLook(msg)) {
+        LRESULT r = DefSubclassProc(bar, msg, wParam, lParam);
+        RepaintBand(bar);
+        return r;
     }
     return DefSubclassProc(bar, msg, wParam, lParam);
 }
@@ -373,25 +421,63 @@ HWND FindSoftKeyBar(HWND parent) {
     return bar && IsWindow(bar) ? bar : nullptr;
 }
 
-// Keeps the bar in the band under its parent's client area, visible with it.
+// Keeps the bar in the band under its parent's client area (or, for a parent
+// that is not on the phone screen, along the bottom of its client area).
 void PlaceSoftKeyBar(HWND parent) {
     HWND bar = FindSoftKeyBar(parent);
     BarState* st = bar ? StateOf(bar) : nullptr;
     if (!st) return;
     RECT client;
     GetClientRect(parent, &client);
-    POINT pt = {0, client.bottom};
-    ClientToScreen(parent, &pt);
-    bool parentShown = IsWindowVisible(parent) && !IsIconic(parent);
-    UINT flags = SWP_NOACTIVATE | SWP_NOZORDER;
-    if (!parentShown && IsWindowVisible(bar)) {
-        st->hiddenWithParent = true;
-        flags |= SWP_HIDEWINDOW;
-    } else if (parentShown && st->hiddenWithParent) {
-        st->hiddenWithParent = false;
-        flags = (flags & ~SWP_NOZORDER) | SWP_SHOWWINDOW;
+    int height = SoftKeyBarHeight();
+    int top = st->inBand ? client.bottom : client.bottom - height;
+    SetWindowPos(bar, nullptr, 0, top, client.right, height, SWP_NOACTIVATE | SWP_NOZORDER);
+    RepaintBand(bar);
+}
+
+void PaintSoftKeyBand(HWND parent, HDC dc, const RECT& band) {
+    HWND bar = FindSoftKeyBar(parent);
+    BarState* st = bar ? StateOf(bar) : nullptr;
+    FillBar(dc, band, st ? st->background : CLR_NONE);
+    if (!st || !(GetWindowLongW(bar, GWL_STYLE) & WS_VISIBLE)) return;
+    int count = (int)SendMessageW(bar, TB_BUTTONCOUNT, 0, 0);
+    if (count <= 0) return;
+    int width = (band.right - band.left) / count;
+    for (int i = 0; i < count; ++i) {
+        TBBUTTON button = {};
+        if (!SendMessageW(bar, TB_GETBUTTON, i, (LPARAM)&button) || (button.fsState & TBSTATE_HIDDEN)) continue;
+        wchar_t text[256] = L"";
+        SendMessageW(bar, TB_GETBUTTONTEXTW, button.idCommand, (LPARAM)text);
+        RECT rc = {band.left + i * width, band.top, i == count - 1 ? band.right : band.left + (i + 1) * width,
+                   band.bottom};
+        DrawSoftKey(dc, rc, text, (button.fsState & TBSTATE_ENABLED) != 0, (button.fsState & TBSTATE_PRESSED) != 0,
+                    st->font);
     }
-    SetWindowPos(bar, HWND_TOP, pt.x, pt.y, client.right, SoftKeyBarHeight(), flags);
+}
+
+// A tap in the band presses the key under it when released over it.
+void TapSoftKeyBand(HWND parent, POINT pt, bool up) {
+    HWND bar = FindSoftKeyBar(parent);
+    BarState* st = bar ? StateOf(bar) : nullptr;
+    if (!st || !IsWindowVisible(bar) || !IsWindowEnabled(parent)) return;
+    RECT rc;
+    GetWindowRect(bar, &rc);
+    int count = (int)SendMessageW(bar, TB_BUTTONCOUNT, 0, 0);
+    if (count <= 0 || rc.right <= rc.left || !PtInRect(&rc, pt)) return;
+    int index = (int)((pt.x - rc.left) * count / (rc.right - rc.left));
+    TBBUTTON button = {};
+    if (!SendMessageW(bar, TB_GETBUTTON, index, (LPARAM)&button)) return;
+    if (!up) {
+        st->tappedIndex = index;
+        if (button.fsState & TBSTATE_ENABLED) SendMessageW(bar, TB_PRESSBUTTON, button.idCommand, TRUE);
+        return;
+    }
+    int tapped = st->tappedIndex;
+    st->tappedIndex = -1;
+    TBBUTTON pressed = {};
+    if (tapped >= 0 && SendMessageW(bar, TB_GETBUTTON, tapped, (LPARAM)&pressed))
+        SendMessageW(bar, TB_PRESSBUTTON, pressed.idCommand, FALSE);
+    if (tapped == index) PressButton(bar, index);
 }
 
 BOOL WINAPI SHCreateMenuBar(SHMENUBARINFO* pmbi) {
@@ -418,10 +504,15 @@ BOOL CreateSoftKeyBar(SHMENUBARINFO* pmbi, HMENU menu) {
 
     INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_BAR_CLASSES};
     InitCommonControlsEx(&icc);
-    HWND bar = CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, TOOLBARCLASSNAMEW, L"",
-                               WS_POPUP | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST | CCS_NORESIZE |
-                                   CCS_NOPARENTALIGN | CCS_NODIVIDER,
-                               0, 0, 0, 0, parent, nullptr, (HINSTANCE)GetModuleHandleW(nullptr), nullptr);
+    // In the band the toolbar is disabled: it must never take the focus or
+    // be reached by the dialog manager's arrow and tab keys.
+    bool inBand = IsOnPhoneScreen(parent);
+    DWORD style = WS_CHILD | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST | CCS_NORESIZE | CCS_NOPARENTALIGN |
+                  CCS_NODIVIDER;
+    if (!(pmbi->dwFlags & SHCMBF_HIDDEN)) style |= WS_VISIBLE;
+    if (inBand) style |= WS_DISABLED;
+    HWND bar = CreateWindowExW(0, TOOLBARCLASSNAMEW, L"", style, 0, 0, 0, 0, parent, nullptr,
+                               (HINSTANCE)GetModuleHandleW(nullptr), nullptr);
     if (!bar) {
         if (menu) DestroyMenu(menu);
         return FALSE;
@@ -429,7 +520,7 @@ BOOL CreateSoftKeyBar(SHMENUBARINFO* pmbi, HMENU menu) {
     BarState* st = new BarState;
     st->parent = parent;
     st->menu = menu;
-    st->hiddenWithParent = !(pmbi->dwFlags & SHCMBF_HIDDEN);
+    st->inBand = inBand;
     if (pmbi->dwFlags & SHCMBF_COLORBK) st->background = pmbi->clrBk;
     st->font = CreateBarFont();
     SetPropW(bar, kBarStateProp, st);

@@ -1,9 +1,12 @@
 // The phone screen on the desktop. Every full-screen window covers the same
 // rectangle: its client area is the application's part of the screen and a
-// band of its frame under the client area holds the soft-key bar, so code
+// band of its frame under the client area shows the soft-key bar, so code
 // written for the phone lays out in its whole client rectangle and the bar
-// never covers anything. A desktop caption lets the user move the phone and
-// close the window; the phone screen moves with the window that was dragged.
+// never covers anything. The band belongs to the window itself (no second
+// top-level window to keep stacked above it, which Wine without a window
+// manager does not keep), so it moves, hides and closes with the window.
+// A desktop caption lets the user move the phone and close the window; the
+// phone screen moves with the window that was dragged.
 #include "platform/Platform.h"
 
 #include <commctrl.h>
@@ -22,8 +25,6 @@ struct PhoneScreenState {
     POINT origin;
     bool originSet;
 } g_phone;
-
-const COLORREF kBandColor = RGB(32, 32, 32);
 
 POINT PhoneOrigin() {
     if (!g_phone.originSet) {
@@ -51,6 +52,21 @@ RECT BandRect(HWND hwnd) {
     return band;
 }
 
+bool InBand(HWND hwnd, POINT screenPt) {
+    RECT win;
+    GetWindowRect(hwnd, &win);
+    RECT band = BandRect(hwnd);
+    OffsetRect(&band, win.left, win.top);
+    return PtInRect(&band, screenPt) != FALSE;
+}
+
+void PaintBand(HWND hwnd) {
+    HDC dc = GetWindowDC(hwnd);
+    if (!dc) return;
+    PaintSoftKeyBand(hwnd, dc, BandRect(hwnd));
+    ReleaseDC(hwnd, dc);
+}
+
 LRESULT OnNcCalcSize(HWND hwnd, WPARAM wParam, LPARAM lParam) {
     LRESULT r = DefSubclassProc(hwnd, WM_NCCALCSIZE, wParam, lParam);
     RECT* client = (RECT*)lParam;  // rgrc[0] for both forms
@@ -59,15 +75,17 @@ LRESULT OnNcCalcSize(HWND hwnd, WPARAM wParam, LPARAM lParam) {
     return r;
 }
 
-void OnNcPaint(HWND hwnd, WPARAM wParam, LPARAM lParam) {
-    DefSubclassProc(hwnd, WM_NCPAINT, wParam, lParam);
-    HDC dc = GetWindowDC(hwnd);
-    if (!dc) return;
-    RECT band = BandRect(hwnd);
-    HBRUSH brush = CreateSolidBrush(kBandColor);
-    FillRect(dc, &band, brush);
-    DeleteObject(brush);
-    ReleaseDC(hwnd, dc);
+LRESULT OnNcHitTest(HWND hwnd, WPARAM wParam, LPARAM lParam) {
+    POINT pt = {(short)LOWORD(lParam), (short)HIWORD(lParam)};
+    if (InBand(hwnd, pt)) return HTOBJECT;
+    return DefSubclassProc(hwnd, WM_NCHITTEST, wParam, lParam);
+}
+
+LRESULT OnNcButton(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
+    if (wParam != HTOBJECT) return DefSubclassProc(hwnd, msg, wParam, lParam);
+    POINT pt = {(short)LOWORD(lParam), (short)HIWORD(lParam)};
+    TapSoftKeyBand(hwnd, pt, msg == WM_NCLBUTTONUP);
+    return 0;
 }
 
 void OnWindowPosChanged(HWND hwnd, const WINDOWPOS* pos) {
@@ -75,7 +93,7 @@ void OnWindowPosChanged(HWND hwnd, const WINDOWPOS* pos) {
         g_phone.origin = ClientOrigin(hwnd);
         g_phone.originSet = true;
     }
-    PlaceSoftKeyBar(hwnd);
+    if (!(pos->flags & SWP_NOSIZE) || (pos->flags & SWP_FRAMECHANGED)) PlaceSoftKeyBar(hwnd);
 }
 
 // A window coming back to the front follows a phone screen that was moved
@@ -93,8 +111,17 @@ void OnActivate(HWND hwnd, WPARAM wParam) {
 
 LRESULT CALLBACK PhoneWindowProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
     switch (msg) {
-    case WM_NCCALCSIZE:       return OnNcCalcSize(hwnd, wParam, lParam);
-    case WM_NCPAINT:          OnNcPaint(hwnd, wParam, lParam); return 0;
+    case WM_NCCALCSIZE:    return OnNcCalcSize(hwnd, wParam, lParam);
+    case WM_NCHITTEST:     return OnNcHitTest(hwnd, wParam, lParam);
+    case WM_NCLBUTTONDOWN:
+    case WM_NCLBUTTONDBLCLK:
+    case WM_NCLBUTTONUP:   return OnNcButton(hwnd, msg == WM_NCLBUTTONDBLCLK ? WM_NCLBUTTONDOWN : msg, wParam, lParam);
+    case WM_NCPAINT:
+    case WM_NCACTIVATE: {
+        LRESULT r = DefSubclassProc(hwnd, msg, wParam, lParam);
+        PaintBand(hwnd);
+        return r;
+    }
     case WM_WINDOWPOSCHANGED: {
         LRESULT r = DefSubclassProc(hwnd, msg, wParam, lParam);
         OnWindowPosChanged(hwnd, (const WINDOWPOS*)lParam);

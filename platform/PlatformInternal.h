@@ -12,8 +12,15 @@ const UINT kMsgBarOpenPopup = WM_APP + 0x5A1;
 // Window property of a bar's parent holding the bar's handle.
 extern const wchar_t kBarProp[];
 
-// Called by the phone-screen code when the parent moved, was shown or hidden.
+// Called by the phone-screen code when the parent's size or frame changed:
+// the bar follows the band under the client area.
 void PlaceSoftKeyBar(HWND parent);
+
+// The band under a fitted window's client area shows the window's soft-key
+// bar: painted from the bar's buttons (the toolbar itself lies outside the
+// client area and never paints), and taps in the band press its buttons.
+void PaintSoftKeyBand(HWND parent, HDC windowDc, const RECT& bandInWindow);
+void TapSoftKeyBand(HWND parent, POINT screenPt, bool up);
 
 // True while a popup opened from a soft key is on screen (the hook leaves the
 // keys to the menu then).

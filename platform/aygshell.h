@@ -4,16 +4,18 @@
 // the phone's.
 //
 // How they behave here (see platform/Platform.h for the screen itself):
-// - The phone screen is ScaleX(240) x ScaleY(320) client pixels at one place
-//   on the desktop. A window sized with SHIDIF_SIZEDLGFULLSCREEN, and any
-//   top-level window that gets a menu bar, covers it: its client area is the
-//   screen minus the soft-key bar, and the bar sits right below the client
-//   area (in a band of the window's frame), as on the phone where the bar is
-//   a window of its own under the application's area. Code lays out in its
-//   whole client rectangle and never overlaps the bar.
-// - The menu bar handle (SHMENUBARINFO::hwndMB) is a real toolbar control:
+// - The phone screen is ScaleX(240) x ScaleY(320) pixels at one place on the
+//   desktop. A window sized with SHIDIF_SIZEDLGFULLSCREEN, and any top-level
+//   window that gets a menu bar, covers it: its client area is the screen
+//   minus the soft-key bar (ScaleY(26) high), and the bar is shown right
+//   below the client area, in a band of the window's frame, as on the phone
+//   where the bar is a window of its own under the application's area. Code
+//   lays out in its whole client rectangle and never overlaps the bar.
+// - The menu bar handle (SHMENUBARINFO::hwndMB) is a real toolbar control
+//   (a disabled child lying in that band; GetWindowRect gives the band):
 //   TB_GETBUTTONINFO / TB_SETBUTTONINFO / TB_ADDSTRING / TB_GETBUTTONTEXTW
-//   work on it. Button command IDs are the IDs of the menu's top-level items
+//   work on it, and the band shows its buttons. Read texts back with
+//   TB_GETBUTTONTEXTW (TBIF_TEXT reads back "" under Wine). Button command IDs are the IDs of the menu's top-level items
 //   (a POPUP item's ID comes from a MENUEX resource; a POPUP without one gets
 //   its position + 1). A popup button keeps its HMENU in the button's lParam.
 // - Keys: F1 = left soft key, F2 = right soft key, Esc = Back. A soft key

@@ -273,6 +273,42 @@ TEST_CASE(Ui_Platform_TappingASoftKeyActsLikeTheKey) {
     CHECK(g_test.commands == std::vector<UINT>{kCmdDone});
 }
 
+// A mouse click on the band below the client area (the frame shows the bar).
+TEST_CASE(Ui_Platform_ClickInTheBarBandPressesTheKey) {
+    ResetTestDialog();
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        RECT band = ScreenRectOf(d.MenuBar());
+        POINT right = {band.right - 10, (band.top + band.bottom) / 2};
+        CHECK_EQ(SendMessageW(d.hwnd, WM_NCHITTEST, 0, MAKELPARAM(right.x, right.y)), (LRESULT)HTOBJECT);
+        PostMessageW(d.hwnd, WM_NCLBUTTONDOWN, HTOBJECT, MAKELPARAM(right.x, right.y));
+        PostMessageW(d.hwnd, WM_NCLBUTTONUP, HTOBJECT, MAKELPARAM(right.x, right.y));
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK(d.MenuOpen());
+        EndMenu();
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK(!d.MenuOpen());
+        RECT band = ScreenRectOf(d.MenuBar());
+        POINT left = {band.left + 10, (band.top + band.bottom) / 2};
+        // Pressed on one key and released on the other: nothing happens.
+        POINT right = {band.right - 10, left.y};
+        PostMessageW(d.hwnd, WM_NCLBUTTONDOWN, HTOBJECT, MAKELPARAM(left.x, left.y));
+        PostMessageW(d.hwnd, WM_NCLBUTTONUP, HTOBJECT, MAKELPARAM(right.x, right.y));
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK(!d.MenuOpen());
+        CHECK(g_test.commands.empty());
+        RECT band = ScreenRectOf(d.MenuBar());
+        POINT left = {band.left + 10, (band.top + band.bottom) / 2};
+        PostMessageW(d.hwnd, WM_NCLBUTTONDOWN, HTOBJECT, MAKELPARAM(left.x, left.y));
+        PostMessageW(d.hwnd, WM_NCLBUTTONUP, HTOBJECT, MAKELPARAM(left.x, left.y));
+    });
+    CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
+    CHECK(g_test.commands == std::vector<UINT>{kCmdDone});
+}
+
 TEST_CASE(Ui_Platform_OverriddenBackArrivesAsHotKeyAndErasesOneCharacter) {
     ResetTestDialog();
     ui::Script s;
@@ -557,4 +593,22 @@ TEST_CASE(Ui_Platform_ActivationGivesTheFocusBack) {
     CHECK(SHDoneButton(w, SHDB_SHOW));
     CHECK(SipShowIM(SIPF_OFF));
     DestroyWindow(w);
+}
+
+// Holds a test dialog on screen for a screenshot when ZV_SHOT_MS is set:
+// the typed text, then the right key's menu open for three seconds.
+TEST_CASE(Ui_Platform_ShowForScreenshot) {
+    wchar_t ms[16] = L"";
+    if (!GetEnvironmentVariableW(L"ZV_SHOT_MS", ms, 16)) return;
+    ResetTestDialog();
+    ui::Script s;
+    s.Timeout(60000);
+    DWORD until = GetTickCount() + (DWORD)_wtoi(ms);
+    s.Step([](ui::Dlg& d) { d.Type(L"Milk"); });
+    s.WaitUntil([until](ui::Dlg&) { return GetTickCount() > until; });
+    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Right); });
+    s.WaitUntil([until](ui::Dlg&) { return GetTickCount() > until + 3000; });
+    s.Step([](ui::Dlg& d) { d.Key(VK_ESCAPE); });
+    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    ui::RunModal(s, [] { return RunTestDialog(); });
 }
