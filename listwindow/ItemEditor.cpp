@@ -339,6 +339,16 @@ INT_PTR OnMouseWheel(HWND dlg, int delta) {
     return TRUE;
 }
 
+INT_PTR OnMeasureItem(MEASUREITEMSTRUCT* mis) {
+    MeasureListEntry(*mis, g_itemEditor.geometry);
+    return TRUE;
+}
+
+INT_PTR OnDrawItem(const DRAWITEMSTRUCT* dis) {
+    DrawListEntry(*dis);
+    return TRUE;
+}
+
 INT_PTR OnCtlColor(HDC dc) {
     SetTextColor(dc, g_itemEditor.textColor);
     SetBkMode(dc, TRANSPARENT);
@@ -359,6 +369,8 @@ INT_PTR CALLBACK ItemEditorProc(HWND dlg, UINT msg, WPARAM wParam, LPARAM lParam
     case WM_HOTKEY: return OnHotKey(dlg, wParam, lParam);
     case WM_VSCROLL: return OnVScroll(dlg, LOWORD(wParam));
     case WM_MOUSEWHEEL: return OnMouseWheel(dlg, GET_WHEEL_DELTA_WPARAM(wParam));
+    case WM_MEASUREITEM: return OnMeasureItem((MEASUREITEMSTRUCT*)lParam);
+    case WM_DRAWITEM: return OnDrawItem((const DRAWITEMSTRUCT*)lParam);
     case WM_CTLCOLORDLG:
     case WM_CTLCOLORSTATIC: return OnCtlColor((HDC)wParam);
     case WM_ACTIVATE: SHHandleWMActivate(dlg, wParam, lParam, &g_itemEditor.activation, FALSE); return FALSE;

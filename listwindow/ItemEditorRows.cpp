@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <string>
 
 #include "app/ScreenScale.h"
@@ -67,8 +68,12 @@ void AddListEntry(HWND list, const wchar_t* text, LPARAM data) {
 }
 
 void CreateList(HWND dlg, int index, FieldType type, FieldValue& value, HFONT font, ItemEditorRow& row) {
-    row.editor = CreateChild(dlg, L"listbox", L"", kEditorStyle | WS_BORDER | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, 0,
-                             kItemEditorFirstId + index, font);
+    // Drawn by the dialog: one entry fills the box, and the selection is
+    // highlighted only while the box has the focus, like a phone spinner.
+    row.editor = CreateChild(dlg, L"listbox", L"",
+                             kEditorStyle | WS_BORDER | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | LBS_OWNERDRAWFIXED |
+                                 LBS_HASSTRINGS,
+                             0, kItemEditorFirstId + index, font);
     if (!row.editor) return;
     const int count = choiceCount(type);
     if (type == FieldType::YesNo) {
@@ -113,7 +118,7 @@ ItemEditorRow CreateItemRow(HWND dlg, int index, const FieldDef& field, FieldVal
 
     std::wstring label = fieldDisplayName(field).c_str();
     label += L" :";
-    row.label = CreateChild(dlg, L"STATIC", label.c_str(), WS_CHILD | WS_VISIBLE | SS_RIGHT | SS_NOTIFY | SS_NOPREFIX,
+    row.label = CreateChild(dlg, L"STATIC", label.c_str(), WS_CHILD | WS_VISIBLE | SS_RIGHT | SS_CENTERIMAGE | SS_NOTIFY | SS_NOPREFIX,
                             0, kItemLabelFirstId + index, font);
 
     switch (RowEditorKindOf(field.type)) {
@@ -129,7 +134,7 @@ void PlaceItemRow(HDWP& defer, const ItemEditorRow& row, const RowGeometry& g, i
     auto place = [&](HWND hwnd, int x, int y, int w, int h) {
         if (hwnd && defer) defer = DeferWindowPos(defer, hwnd, nullptr, x, y, w, h, flags);
     };
-    place(row.label, g.labelX, top + ScaleY(2), g.labelWidth, g.rowHeight - ScaleY(2));
+    place(row.label, g.labelX, top, g.labelWidth, g.rowHeight);
     const bool spinner = row.upDown && (GetWindowLongW(row.upDown, GWL_STYLE) & WS_VISIBLE);
     if (spinner) {
         const int listWidth = g.editorWidth - g.upDownWidth;
@@ -187,4 +192,22 @@ void StepListEditor(const ItemEditorRow& row, int delta) {
     at = at < 0 ? 0 : ((at + delta) % count + count) % count;
     SendMessageW(row.editor, LB_SETCURSEL, at, 0);
     if (row.upDown) SendMessageW(row.upDown, UDM_SETPOS32, 0, at);
+}
+
+void MeasureListEntry(MEASUREITEMSTRUCT& mis, const RowGeometry& g) {
+    mis.itemHeight = std::max(1, g.rowHeight - 2 * GetSystemMetrics(SM_CYBORDER));
+}
+
+void DrawListEntry(const DRAWITEMSTRUCT& dis) {
+    if (dis.itemID == (UINT)-1) return;
+    const bool lit = (dis.itemState & ODS_SELECTED) && (dis.itemState & ODS_FOCUS);
+    SetBkColor(dis.hDC, GetSysColor(lit ? COLOR_HIGHLIGHT : COLOR_WINDOW));
+    SetTextColor(dis.hDC, GetSysColor(lit ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
+    ExtTextOutW(dis.hDC, 0, 0, ETO_OPAQUE, &dis.rcItem, nullptr, 0, nullptr);
+    wchar_t text[CellText::kCapacity] = {};
+    LRESULT len = SendMessageW(dis.hwndItem, LB_GETTEXTLEN, dis.itemID, 0);
+    if (len >= 0 && len < CellText::kCapacity) SendMessageW(dis.hwndItem, LB_GETTEXT, dis.itemID, (LPARAM)text);
+    RECT rc = dis.rcItem;
+    rc.left += ScaleX(2);
+    DrawTextW(dis.hDC, text, -1, &rc, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
 }

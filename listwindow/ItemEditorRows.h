@@ -57,3 +57,8 @@ bool IsAcceptedNumberText(const wchar_t* text);
 
 // Moves a list editor's selection one step (+1 / -1), wrapping at the ends.
 void StepListEditor(const ItemEditorRow& row, int delta);
+
+// The list editors are drawn by the dialog: one entry fills the box, and the
+// selection is lit only while the box has the focus.
+void MeasureListEntry(MEASUREITEMSTRUCT& mis, const RowGeometry& g);
+void DrawListEntry(const DRAWITEMSTRUCT& dis);

@@ -13,6 +13,7 @@
 #include "document/ValueText.h"
 #include "listwindow/ItemEditor.h"
 #include "listwindow/ItemEditorRows.h"
+#include "settings/AppSettings.h"
 #include "tests/framework/ZvTest.h"
 #include "tests/harness/UiHarness.h"
 
@@ -62,7 +63,11 @@ struct Run {
     ListItem item;
     ItemEditRequest req;
 
-    explicit Run(std::vector<FieldDef> f) : fields(std::move(f)), item(Item(fields)) {}
+    explicit Run(std::vector<FieldDef> f) : fields(std::move(f)), item(Item(fields)) {
+        // The list colours as the program starts with them (the system's).
+        g_appSettings.ListViewBack.value = DefaultColor;
+        g_appSettings.ListViewText.value = DefaultColor;
+    }
     int Go(ui::Script& s, const char* file, int line) {
         req = ItemEditRequest();
         req.resModule = hInstance;
