@@ -12,6 +12,7 @@
 #include "base/ResString.h"
 #include "dialogs/FileSelectDialog.h"
 #include "listwindow/ListSort.h"
+#include "settings/IconPicker.h"
 #include "listwindow/ListWindowState.h"
 #include "tests/framework/ZvTest.h"
 #include "tests/ui/test_listwindow_support.h"
@@ -528,4 +529,63 @@ TEST_CASE(Ui_List_OtherVersionIsRefusedWithoutBackup) {
     CHECK_EQ(boxes.size(), 1u);
     if (!boxes.empty()) CheckBox(boxes[0], IDS_LIST_VERSION_BAD, IDS_ERROR_CAPTION, MB_OK, MB_ICONEXCLAMATION, ZV_HERE);
     CHECK(!FileExists(L"\\zvlisttests\\Old.BAK"));
+}
+
+TEST_CASE(Ui_List_ItemColourFromThePicker) {
+    std::wstring path = WriteList(L"Grocery.zvl", Grocery());
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) {
+        SelectRow(d, 2);
+        d.Command(IDM_ITEM_COLOR);
+    });
+    s.WaitFor(L"#32770", ResText(IDS_COLOR_TITLE).c_str());
+    s.Step([&](ui::Dlg& d) { d.TapCenter(27); });  // palette colour FF6633
+    s.Step([&](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    s.WaitFor(L"#32770", L"Zorvel");
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(g_listWindow.rows[2]->backColor, (COLORREF)RGB(0xFF, 0x66, 0x33));
+        d.Command(IDM_ITEM_COLOR);
+    });
+    s.WaitFor(L"#32770", ResText(IDS_COLOR_TITLE).c_str());
+    s.Step([&](ui::Dlg& d) { d.Command(IDM_COLOR_CANCEL); });  // Cancel: the colour stays
+    s.WaitFor(L"#32770", L"Zorvel");
+    s.Step([&](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    ListSpec want = Grocery();
+    want.items[2].backColor = RGB(0xFF, 0x66, 0x33);
+    CHECK_BYTES(ReadFileBytes(path), ListBytes(want));
+}
+
+TEST_CASE(Ui_List_ListIconAndFitColumnsCountAsChanges) {
+    std::wstring path = WriteList(L"Grocery.zvl", Grocery());
+    HWND listWindow = nullptr;
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) {
+        listWindow = d.hwnd;
+        d.Command(IDM_LIST_ICON);
+    });
+    s.WaitUntil([&](ui::Dlg& d) { return d.hwnd != listWindow && d.Item(IconPicker::kIconListId); });
+    s.Step([&](ui::Dlg& d) { d.SoftKey(ui::Left); });  // confirm without choosing
+    s.WaitFor(L"#32770", L"Zorvel");
+    s.Step([&](ui::Dlg& d) { d.Back(); });  // the icon counts as a change
+    s.Step([&](ui::Dlg& d) {
+        d.Command(IDM_AUTOSIZE_COLUMNS);
+    });
+    s.Step([&](ui::Dlg& d) {
+        HWND list = d.Item(kList);
+        // Each column fits its widest text seen so far plus a margin.
+        for (int i = 0; i < 4; ++i) {
+            int measured = g_listWindow.doc.fields[(size_t)i].columnState;
+            CHECK(measured >= ScaleX(5));
+            CHECK_EQ((int)SendMessageW(list, LVM_GETCOLUMNWIDTH, i, 0), measured + ScaleX(16));
+        }
+        CHECK(g_listWindow.doc.fields[1].columnState > ScaleX(20));  // "apples", "Bread", "milk"
+        d.Back();
+    });
+    s.Answer(IDNO).Answer(IDYES);
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    CHECK_EQ(ui::MessageBoxes().size(), 2u);
+    CHECK_EQ((int)req.saved, 0);
 }
