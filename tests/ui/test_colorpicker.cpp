@@ -36,6 +36,17 @@ void CheckChannels(ui::Dlg& d, int r, int g, int b, const char* file, int line) 
     CHECK_EQ_AT(SliderPos(d, 2), b * 100 / 255, file, line);
 }
 
+// Palette button `index` by its identifier among the dialog's buttons (the
+// soft-key bar may also carry identifier 0).
+HWND PaletteButton(ui::Dlg& d, int index) {
+    for (HWND child = GetWindow(d.hwnd, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        wchar_t cls[16] = L"";
+        GetClassNameW(child, cls, 16);
+        if (GetDlgCtrlID(child) == index && lstrcmpiW(cls, L"Button") == 0) return child;
+    }
+    return nullptr;
+}
+
 void SelectAllIn(ui::Dlg& d, int id) {
     d.SetFocusTo(id);
     SendMessageW(d.Item(id), EM_SETSEL, 0, -1);
@@ -205,7 +216,7 @@ TEST_CASE(Ui_Color_ConfirmWithRefusedNumberStays) {
 TEST_CASE(Ui_Color_PaletteKeysWrapByRows) {
     ui::Script s;
     s.Step([](ui::Dlg& d) {
-        CHECK(d.Focus() == GetDlgItem(d.hwnd, 0));  // palette button 0
+        CHECK(d.Focus() == PaletteButton(d, 0));
         CHECK(d.Visible(49));
         CHECK(!d.Visible(IDC_COLOR_RED_SLIDER));
         d.SetFocusTo(7);
@@ -370,7 +381,7 @@ namespace {
 
 RECT ChildRect(ui::Dlg& d, int id) {
     RECT r;
-    GetWindowRect(GetDlgItem(d.hwnd, id), &r);  // Item(0) is the dialog itself
+    GetWindowRect(id < kPaletteSize ? PaletteButton(d, id) : d.Item(id), &r);
     MapWindowPoints(nullptr, d.hwnd, (POINT*)&r, 2);
     return r;
 }
