@@ -6,6 +6,7 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <cstdio>
 #include <cstring>
 #include <cwchar>
 #include <string>
@@ -265,6 +266,31 @@ TEST_CASE(Res_EveryStringLoads) {
     }
     // The empty selection is stored as choice 11 exactly because its text is empty.
     CHECK_EQ(Text(hLangModule, IDS_SELECTION_EMPTY), std::wstring());
+}
+
+TEST_CASE(Res_EveryHeaderStringLoads) {
+    // Engineers add string IDs to LangIds.h as they need them: read the
+    // header itself (through Wine's drive for the host's root) so that an
+    // ID without a text is caught even before the table above learns it.
+    std::string path = std::string("Z:") + __FILE__;
+    path = path.substr(0, path.rfind("tests")) + "resources/LangIds.h";
+    for (char& c : path)
+        if (c == '/') c = '\\';
+    FILE* f = std::fopen(path.c_str(), "r");
+    CHECK(f != nullptr);
+    if (!f) return;
+    char line[512];
+    int seen = 0;
+    while (std::fgets(line, sizeof line, f)) {
+        char name[128];
+        unsigned id;
+        if (std::sscanf(line, "#define %127s %u", name, &id) != 2 || std::strncmp(name, "IDS_", 4) != 0) continue;
+        ++seen;
+        if (id == IDS_SELECTION_EMPTY) continue;
+        if (Text(hLangModule, id).empty()) zvtest::Fail(ZV_HERE, std::string(name) + " has no text");
+    }
+    std::fclose(f);
+    CHECK(seen > 100);  // the header was read, not just opened
 }
 
 TEST_CASE(Res_FormatTextsHaveTheirPlaceholders) {
