@@ -3,6 +3,9 @@
 #include <commctrl.h>
 #include <shellapi.h>
 
+#include <map>
+#include <string>
+
 #include "ImageIds.h"
 #include "dialogs/FileSelectPaths.h"
 
@@ -60,6 +63,41 @@ int AddIcon(const FileSelectDialog& dlg, const wchar_t* path, bool isFolder) {
     return image;
 }
 
+// Icons of one fill by kind. Every folder and every file of one extension
+// shows the same shell icon, and asking the shell costs about a millisecond
+// an entry, so it is asked once per kind; programs, icons and shortcuts
+// carry their own and are asked one by one.
+class IconCache {
+public:
+    explicit IconCache(const FileSelectDialog& dlg) : m_dlg(dlg) {}
+
+    int For(const wchar_t* path, const wchar_t* name, bool isFolder) {
+        std::wstring key = KindOf(name, isFolder);
+        if (key.empty()) return AddIcon(m_dlg, path, isFolder);
+        auto known = m_images.find(key);
+        if (known != m_images.end()) return known->second;
+        int image = AddIcon(m_dlg, path, isFolder);
+        m_images[key] = image;
+        return image;
+    }
+
+private:
+    // "\\" for a folder, ".ext" in lower case for a file, "" when the file
+    // has an icon of its own.
+    static std::wstring KindOf(const wchar_t* name, bool isFolder) {
+        if (isFolder) return L"\\";
+        const wchar_t* dot = wcsrchr(name, L'.');
+        std::wstring ext = dot ? dot : L".";
+        CharLowerBuffW(&ext[0], (DWORD)ext.size());
+        for (const wchar_t* own : {L".exe", L".ico", L".lnk", L".cur", L".ani"})
+            if (ext == own) return std::wstring();
+        return ext;
+    }
+
+    const FileSelectDialog& m_dlg;
+    std::map<std::wstring, int> m_images;
+};
+
 void InsertRow(HWND list, int index, const wchar_t* name, int image, LPARAM param) {
     LVITEMW item = {};
     item.mask = LVIF_TEXT | LVIF_PARAM | (image >= 0 ? LVIF_IMAGE : 0);
@@ -72,7 +110,8 @@ void InsertRow(HWND list, int index, const wchar_t* name, int image, LPARAM para
 
 // Adds every entry of `pattern` of the wanted kind to the listing (and to
 // the hidden sort view, which holds the names by running index).
-void AddEntries(const FileSelectDialog& dlg, const wchar_t* pattern, bool folders, HWND sortView, int& index) {
+void AddEntries(const FileSelectDialog& dlg, const wchar_t* pattern, bool folders, HWND sortView, IconCache& icons,
+                int& index) {
     WIN32_FIND_DATAW found;
     FindHandle find(FindFirstFileW(pattern, &found));
     if (!find.Valid()) return;  // an unreadable folder shows as empty
@@ -83,7 +122,7 @@ void AddEntries(const FileSelectDialog& dlg, const wchar_t* pattern, bool folder
         if (!folders && !NameHasExtension(found.cFileName, dlg.extension)) continue;
         if (index >= kMaxRows) return;
         CeString path = dlg.currentFolder + found.cFileName;
-        int image = AddIcon(dlg, path, isFolder);
+        int image = icons.For(path, found.cFileName, isFolder);
         LPARAM param = index | (isFolder ? kFolderMark : 0);
         InsertRow(dlg.listView, index, found.cFileName, image, param);
         if (sortView) InsertRow(sortView, index, found.cFileName, -1, param);
@@ -112,6 +151,7 @@ HWND CreateSortView(const FileSelectDialog& dlg) {
     column.mask = LVCF_WIDTH;
     column.cx = 100;
     SendMessageW(view, LVM_INSERTCOLUMNW, 0, (LPARAM)&column);
+    SendMessageW(view, WM_SETREDRAW, FALSE, 0);  // it is never shown: spare it the bookkeeping
     return view;
 }
 
@@ -133,12 +173,13 @@ void FillFileList(FileSelectDialog& dlg) {
 
     bool withFiles = dlg.mode != FileSelectFolder;
     HWND sortView = withFiles ? CreateSortView(dlg) : nullptr;
+    IconCache icons(dlg);
     int index = 0;
-    AddEntries(dlg, dlg.currentFolder + L"*", true, sortView, index);
+    AddEntries(dlg, dlg.currentFolder + L"*", true, sortView, icons, index);
     if (withFiles) {
         CeString pattern = dlg.currentFolder + L"*";
         pattern.Append(dlg.extension);
-        AddEntries(dlg, pattern, false, sortView, index);
+        AddEntries(dlg, pattern, false, sortView, icons, index);
         SendMessageW(dlg.listView, LVM_SORTITEMS, (WPARAM)sortView, (LPARAM)CompareRows);
         DestroyWindow(sortView);
     }
