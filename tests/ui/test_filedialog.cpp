@@ -471,3 +471,28 @@ TEST_CASE(Ui_FileDlg_LayoutAt96And192Dpi) {
         RUN(s, req);
     }
 }
+
+TEST_CASE(Ui_FileDlg_RowsCarryShellIcons) {
+    ScratchTree tree({L"f1\\", L"f2\\", L"a.txt", L"b.TXT", L"c.zvl"});
+    FileSelectRequest req = Request(FileSelectLoad, tree / L"");
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        auto image = [&](int row) {
+            LVITEMW item = {};
+            item.mask = LVIF_IMAGE;
+            item.iItem = row;
+            SendMessageW(d.Item(kFileSelectList), LVM_GETITEMW, 0, (LPARAM)&item);
+            return item.iImage;
+        };
+        CHECK_EQ(Join(Rows(d)), std::wstring(L"f1|f2|a.txt|b.TXT|c.zvl"));
+        for (int row = 0; row < 5; ++row) CHECK(image(row) >= 0);
+        CHECK_EQ(image(0), image(1));  // folders alike
+        CHECK_EQ(image(2), image(3));  // one extension, whatever its case
+        HIMAGELIST images = (HIMAGELIST)SendMessageW(d.Item(kFileSelectList), LVM_GETIMAGELIST, LVSIL_SMALL, 0);
+        int cx = 0, cy = 0;
+        ImageList_GetIconSize(images, &cx, &cy);
+        CHECK_EQ(cx, ScaleX(16));
+        d.SoftKey(ui::Right);
+    });
+    RUN(s, req);
+}
