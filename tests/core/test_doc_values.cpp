@@ -285,7 +285,8 @@ TEST_CASE(Doc_CellTextCapacityAndCopies) {
     CHECK_EQ(t.Length(), 2);
     t.Assign(t.c_str() + 1, 1);  // from its own characters
     CHECK_EQ(t.c_str(), L"b");
-    CHECK(sizeof(CellText) <= 32);
+    CHECK(sizeof(CellText) <= 44);
+    CHECK(sizeof(FieldValue) <= 68);
     FieldDef f;
     f.SetName(longText.c_str());
     CHECK_EQ((int)wcslen(f.name), 249);
