@@ -89,7 +89,7 @@ void PlaceList(HWND hwnd) {
     MoveWindow(g_iconPicker.list, 0, 0, client.right, height > 0 ? height : 0, TRUE);
 }
 
-// Cells of 44 x 30 pixels hold a 16-pixel icon in a framed box. The image
+// Cells of 44 x 32 pixels hold a 16-pixel icon in a framed box. The image
 // list only gives the items that size: its images are never drawn, the
 // icons are blended in by the custom draw.
 void CreateGrid(HWND hwnd) {
@@ -100,9 +100,9 @@ void CreateGrid(HWND hwnd) {
                                         (HMENU)(INT_PTR)IconPicker::kIconListId, g_iconPicker.resourceModule, nullptr);
     HWND list = g_iconPicker.list;
     SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_ONECLICKACTIVATE, LVS_EX_ONECLICKACTIVATE);
-    HIMAGELIST images = ImageList_Create(ScaleX(44), ScaleY(24), ILC_COLOR32, 0, 1);
+    HIMAGELIST images = ImageList_Create(ScaleX(44), ScaleY(26), ILC_COLOR32, 0, 1);
     SendMessageW(list, LVM_SETIMAGELIST, LVSIL_NORMAL, (LPARAM)images);
-    SendMessageW(list, LVM_SETICONSPACING, 0, MAKELPARAM(ScaleX(44), ScaleY(30)));
+    SendMessageW(list, LVM_SETICONSPACING, 0, MAKELPARAM(ScaleX(44), ScaleY(32)));
     SendMessageW(list, WM_SETFONT, (WPARAM)g_iconPicker.font, FALSE);
 }
 
