@@ -16,13 +16,18 @@ unset DISPLAY
 tools/wine-run.sh build 'C:\Program Files\Quenta\Zorvel\Zorvel.exe' "$@" &
 pid=$!
 display=":$(cat build/xvfb.display)"
+window=
 for _ in $(seq 100); do
-  xdotool search --name '^Zorvel$' >/dev/null 2>&1 && break
-  DISPLAY=$display xdotool search --name '^Zorvel$' >/dev/null 2>&1 && break
+  window=$(DISPLAY=$display xdotool search --onlyvisible --name '^Zorvel$' 2>/dev/null | head -1) && [ -n "$window" ] && break
   sleep 0.1
 done
 sleep 1
-xwd -root -display "$display" -silent | convert xwd:- -crop 400x480+0+0 +repage build/screenshot.png
+crop=
+if [ -n "$window" ]; then
+  eval "$(DISPLAY=$display xdotool getwindowgeometry --shell "$window")"
+  crop="-crop ${WIDTH}x${HEIGHT}+${X}+${Y} +repage"
+fi
+xwd -root -display "$display" -silent | convert xwd:- $crop build/screenshot.png
 echo "Screenshot: build/screenshot.png"
 WINEPREFIX="$PWD/build/wine" wineserver -k 2>/dev/null || true
 wait $pid 2>/dev/null || true

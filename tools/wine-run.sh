@@ -11,7 +11,10 @@ build=$(cd "$1" && pwd); shift
 export WINEPREFIX="$build/wine"
 export WINEDEBUG=-all
 export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
-export LC_ALL="${ZV_LOCALE:-en_US.UTF-8}"
+# Wine takes its locale from LC_ALL even when the host lacks that locale;
+# only Wine's processes get it (the shell would complain).
+locale="${ZV_LOCALE:-en_US.UTF-8}"
+wine() { env LC_ALL="$locale" wine "$@"; }
 export WINEARCH=win64
 
 ensure_display() {
@@ -37,13 +40,19 @@ ensure_display() {
 ensure_prefix() {
   exec 9>"$build/wine.lock"
   flock 9
-  if [ ! -f "$WINEPREFIX/.zv-ready" ]; then
+  # Bump when the prefix settings below change: existing prefixes pick them up.
+  local version=2
+  if [ ! -d "$WINEPREFIX/drive_c" ]; then
     rm -rf "$WINEPREFIX"
     wineboot -i >/dev/null 2>&1 </dev/null
+  fi
+  if [ "$(cat "$WINEPREFIX/.zv-ready" 2>/dev/null)" != "$version" ]; then
     wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1 </dev/null
     wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d 96 /f >/dev/null 2>&1 </dev/null
-    wineserver -w
-    touch "$WINEPREFIX/.zv-ready"
+    # A crash ends the program with a report on stderr instead of a dialog
+    # that would wait for a click that never comes.
+    wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1 </dev/null
+    echo "$version" > "$WINEPREFIX/.zv-ready"
   fi
   # A persistent server and its services, started detached from our output.
   setsid wineserver -p >/dev/null 2>&1 </dev/null || true
@@ -54,4 +63,4 @@ ensure_prefix() {
 ensure_display
 ensure_prefix
 prog="$1"; shift
-exec wine "$prog" "$@"
+exec env LC_ALL="$locale" wine "$prog" "$@"

@@ -91,9 +91,21 @@ int Usage() {
     fwprintf(stderr, L"usage: ZorvelSetup.exe [--target FOLDER] [--lists FOLDER]\n");
     return 2;
 }
+
+// Device paths have no drive letter: the installation goes to the system
+// drive, which is where the installed program then finds its files.
+void UseSystemDrive() {
+    wchar_t windows[MAX_PATH];
+    if (GetWindowsDirectoryW(windows, MAX_PATH) >= 2 && windows[1] == L':') {
+        wchar_t drive[4] = {windows[0], L':', L'\\', 0};
+        SetCurrentDirectoryW(drive);
+    }
+}
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
+    std::wstring source = SourceFolder();
+    UseSystemDrive();
     std::wstring target = kDefaultTarget, lists = kDefaultLists;
     for (int i = 1; i < argc; ++i) {
         if (wcscmp(argv[i], L"--target") == 0 && i + 1 < argc)
@@ -106,7 +118,6 @@ int wmain(int argc, wchar_t** argv) {
     while (!target.empty() && target.back() == L'\\') target.pop_back();
     while (!lists.empty() && lists.back() == L'\\') lists.pop_back();
 
-    std::wstring source = SourceFolder();
     std::wstring install = target + L"\\";
     std::wstring templates = install + L"Templates\\";
     std::wstring icons = install + L"Icons\\";
