@@ -251,3 +251,4 @@
 #define IDS_ABOUT_VERSION            8208  // one "%s": the version
 #define IDS_ABOUT_BUILT              8209  // one "%s": the build date
 #define IDS_ITEM_EDIT_TITLE          8210  // item editor title "Edit Item"
+#define IDS_ICON_PICKER_TITLE        8211  // title of the icon picker ("Choose Icon")
