@@ -197,6 +197,9 @@ BOOL OnInitDialog(HWND hwnd) {
     bar.hInstRes = g_iconPicker.resourceModule;
     if (SHCreateMenuBar(&bar)) g_iconPicker.menuBar = bar.hwndMB;
 
+    wchar_t title[256];
+    if (LoadStringW(hLangModule, IDS_ICON_PICKER_TITLE, title, 256) > 0) SetWindowTextW(hwnd, title);
+
     g_iconPicker.font = CreatePickerFont();
     CreateGrid(hwnd);
     if (IconPicker::CachedIconCount() == 0) IconPicker::FillIconCache(g_appSettings.IconsFolder.value.c_str());
