@@ -72,11 +72,31 @@ void CreateImageLists(FileSelectDialog& dlg) {
                                                RGB(255, 255, 255), IMAGE_BITMAP, 0);
 }
 
-// Down from the name box moves into the list, as on the phone's pad.
+// The name box: Down moves into the list, as on the phone's pad, and Enter
+// after a typed name saves it. (Enter anywhere else opens the selected
+// folder; from the name box that would carry the name into whatever folder
+// happens to be selected.)
 LRESULT CALLBACK NameEditProc(HWND edit, UINT msg, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
-    if (msg == WM_KEYDOWN && wParam == VK_DOWN) {
-        SetFocus(GetDlgItem(GetParent(edit), kFileSelectList));
-        return 0;
+    switch (msg) {
+    case WM_GETDLGCODE: {
+        const MSG* key = (const MSG*)lParam;
+        LRESULT code = DefSubclassProc(edit, msg, wParam, lParam);
+        if (key && key->message == WM_KEYDOWN && key->wParam == VK_RETURN) code |= DLGC_WANTMESSAGE;
+        return code;
+    }
+    case WM_KEYDOWN:
+        if (wParam == VK_DOWN) {
+            SetFocus(GetDlgItem(GetParent(edit), kFileSelectList));
+            return 0;
+        }
+        if (wParam == VK_RETURN) {
+            SendMessageW(GetParent(edit), WM_COMMAND, IDC_FILE_SELECT_ACCEPT, 0);
+            return 0;
+        }
+        break;
+    case WM_CHAR:
+        if (wParam == L'\r') return 0;  // no beep for the Enter just handled
+        break;
     }
     return DefSubclassProc(edit, msg, wParam, lParam);
 }

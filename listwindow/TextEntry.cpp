@@ -62,10 +62,10 @@ BOOL OnInitDialog(HWND hwnd, TextEntryRequest* request) {
     CreateMenuBar(hwnd);
 
     g_textEntry.listFont = CreateListFont();
-    // First placed anywhere; WM_SIZE puts it under the prompt.
+    // WM_SIZE then moves it under the prompt.
     g_textEntry.edit = CreateWindowExW(0, L"edit", L"", WS_CHILD | WS_VISIBLE | WS_BORDER | ES_AUTOHSCROLL,
-                                       ScaleX(90), ScaleY(100), ScaleX(135), ScaleY(20), hwnd, (HMENU)(INT_PTR)kTextEntryEditId,
-                                       request->module, nullptr);
+                                       ScaleX(90), ScaleY(100), ScaleX(135), ScaleY(20), hwnd,
+                                       (HMENU)(INT_PTR)kTextEntryEditId, request->module, nullptr);
     request->text[kTextEntryMaxChars] = 0;
     SetWindowTextW(g_textEntry.edit, request->text);
     ShowWindow(g_textEntry.edit, SW_SHOW);

@@ -496,3 +496,31 @@ TEST_CASE(Ui_FileDlg_RowsCarryShellIcons) {
     });
     RUN(s, req);
 }
+
+TEST_CASE(Ui_FileDlg_EnterInNameBoxSavesEnterInListOpensFolder) {
+    ScratchTree tree({L"archive\\", L"old.CSV"});
+    FileSelectRequest req = Request(FileSelectSave, tree / L"", L".CSV");
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.ListText(kFileSelectList, d.ListSelectionMark(kFileSelectList)), std::wstring(L"archive"));
+        d.Enter();  // an empty name: refused, nothing opened
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(ui::MessageBoxes().size(), 1u);
+        CHECK_EQ(d.Text(kFileSelectPathLine), tree / L"");
+        d.Command(IDOK);  // the action command opens the selected folder
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(d.Text(kFileSelectPathLine), tree / L"archive\\");
+        d.Back();  // back up; Back also erases in the name box, which is empty
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(d.Text(kFileSelectPathLine), tree / L"");
+        CHECK_EQ(d.FocusId(), (int)kFileSelectNameEdit);
+        d.Type(L"week 12");
+        d.Enter();
+    });
+    CHECK_EQ(RUN(s, req), 1);
+    CHECK_EQ(req.path.c_str(), (tree / L"week 12.CSV").c_str());
+    CHECK_EQ(ui::MessageBoxes().size(), 1u);
+}
