@@ -234,6 +234,10 @@ void ShowBadNumber(HWND dlg, int index) {
     text += fieldDisplayName(FieldAt(index)).c_str();
     text += L"\"";
     MessageBoxW(dlg, text.c_str(), ResText(IDS_ERROR_CAPTION).c_str(), MB_OK | MB_ICONEXCLAMATION);
+    // The box may hand the activation elsewhere as it closes; the dialog is
+    // where the user goes on typing.
+    SetForegroundWindow(dlg);
+    SetActiveWindow(dlg);
 }
 
 void OnDone(HWND dlg) {
