@@ -158,9 +158,10 @@ struct ReadListOptions {
 
 // Opens a list file and reads it into `doc` (replacing its contents). The
 // path is normalised (doubled backslashes collapsed) and kept in doc.path.
-// Refuses a version other than "1.7" and a field count outside 0..50 with
-// message 8096 (caption 8068, exclamation), in which case no backup is made
-// and `doc` is left empty. Display texts are built with listTextLayout().
+// Refuses a file that cannot be opened (or is larger than 256 MB), a
+// version other than "1.7" and a field count outside 0..50 with message 8096
+// (caption 8068, exclamation), in which case no backup is made and `doc` is
+// left empty. Display texts are built with listTextLayout().
 FileStatus readListFile(const wchar_t* path, ListDocument& doc, const ReadListOptions& options = ReadListOptions());
 // Parses the bytes of a whole list file (no backup, no message).
 FileStatus parseListBytes(const void* bytes, size_t size, ListDocument& doc, const TextLayout* layout = nullptr);
