@@ -13,6 +13,7 @@
 #include "app/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "settings/ColorPickerParts.h"
+#include "settings/PickerGdi.h"
 
 namespace {
 
@@ -315,16 +316,6 @@ void CreateMenuBar(HWND hwnd, CColorPicker& p) {
     AppendMenuW(popup, MF_STRING, IDM_COLOR_CANCEL, p.text[ColorTextCancel]);
 }
 
-HFONT CreatePickerFont() {
-    LOGFONTW lf = {};
-    lf.lfHeight = -ScaleY(12);
-    lf.lfWeight = FW_NORMAL;
-    lf.lfCharSet = DEFAULT_CHARSET;
-    lf.lfQuality = CLEARTYPE_QUALITY;
-    wcscpy(lf.lfFaceName, L"Tahoma");
-    return CreateFontIndirectW(&lf);
-}
-
 void CreateControls(HWND hwnd, CColorPicker& p) {
     const DWORD editStyle = WS_BORDER | WS_TABSTOP | ES_AUTOHSCROLL;
     for (int i = 0; i < 3; ++i) {
@@ -355,7 +346,7 @@ BOOL OnInitDialog(HWND hwnd, CColorPicker* picker) {
     g_colorPicker.started = true;
     g_colorPicker.ending = false;
     CColorPicker& p = *picker;
-    p.font = CreatePickerFont();
+    p.font = picker::CreatePickerFont();
     CreateMenuBar(hwnd, p);
     SplitColor(p);
     CreateControls(hwnd, p);

@@ -4,50 +4,13 @@
 
 #include "app/ScreenScale.h"
 #include "settings/ColorPickerParts.h"
+#include "settings/PickerGdi.h"
+
+using picker::Fill;
+using picker::MemoryCanvas;
+using picker::SelectedObject;
 
 namespace {
-
-// RAII for the GDI objects made while painting.
-struct SolidBrush {
-    HBRUSH handle;
-    explicit SolidBrush(COLORREF color) : handle(CreateSolidBrush(color)) {}
-    ~SolidBrush() { DeleteObject(handle); }
-    SolidBrush(const SolidBrush&) = delete;
-    SolidBrush& operator=(const SolidBrush&) = delete;
-};
-
-struct MemoryCanvas {
-    HDC dc;
-    HBITMAP bitmap;
-    HGDIOBJ oldBitmap;
-    MemoryCanvas(HDC screen, int w, int h)
-        : dc(CreateCompatibleDC(screen)), bitmap(CreateCompatibleBitmap(screen, w, h)) {
-        oldBitmap = SelectObject(dc, bitmap);
-    }
-    ~MemoryCanvas() {
-        SelectObject(dc, oldBitmap);
-        DeleteObject(bitmap);
-        DeleteDC(dc);
-    }
-    MemoryCanvas(const MemoryCanvas&) = delete;
-    MemoryCanvas& operator=(const MemoryCanvas&) = delete;
-};
-
-struct SelectedObject {
-    HDC dc;
-    HGDIOBJ old;
-    SelectedObject(HDC dc, HGDIOBJ object) : dc(dc), old(object ? SelectObject(dc, object) : nullptr) {}
-    ~SelectedObject() {
-        if (old) SelectObject(dc, old);
-    }
-    SelectedObject(const SelectedObject&) = delete;
-    SelectedObject& operator=(const SelectedObject&) = delete;
-};
-
-void Fill(HDC dc, const RECT& r, COLORREF color) {
-    SolidBrush brush(color);
-    FillRect(dc, &r, brush.handle);
-}
 
 void Inset(RECT& r, int dx, int dy) { InflateRect(&r, -dx, -dy); }
 

@@ -11,6 +11,10 @@
 #include "base/AppGlobals.h"
 #include "platform/aygshell.h"
 #include "settings/AppSettings.h"
+#include "settings/PickerGdi.h"
+
+using picker::Fill;
+using picker::SelectedObject;
 
 namespace {
 
@@ -35,46 +39,11 @@ struct IconPickerState {
 
 int BandHeight() { return ScaleY(28); }
 
-// RAII for the brushes and selections made while painting.
-struct SolidBrush {
-    HBRUSH handle;
-    explicit SolidBrush(COLORREF color) : handle(CreateSolidBrush(color)) {}
-    ~SolidBrush() { DeleteObject(handle); }
-    SolidBrush(const SolidBrush&) = delete;
-    SolidBrush& operator=(const SolidBrush&) = delete;
-};
-
-struct SelectedObject {
-    HDC dc;
-    HGDIOBJ old;
-    SelectedObject(HDC dc, HGDIOBJ object) : dc(dc), old(object ? SelectObject(dc, object) : nullptr) {}
-    ~SelectedObject() {
-        if (old) SelectObject(dc, old);
-    }
-    SelectedObject(const SelectedObject&) = delete;
-    SelectedObject& operator=(const SelectedObject&) = delete;
-};
-
-void Fill(HDC dc, const RECT& r, COLORREF color) {
-    SolidBrush brush(color);
-    FillRect(dc, &r, brush.handle);
-}
-
 RECT PreviewBand(HWND hwnd) {
     RECT r;
     GetClientRect(hwnd, &r);
     r.top = r.bottom - BandHeight();
     return r;
-}
-
-HFONT CreatePickerFont() {
-    LOGFONTW lf = {};
-    lf.lfHeight = -ScaleY(12);
-    lf.lfWeight = FW_NORMAL;
-    lf.lfCharSet = DEFAULT_CHARSET;
-    lf.lfQuality = CLEARTYPE_QUALITY;
-    wcscpy(lf.lfFaceName, L"Tahoma");
-    return CreateFontIndirectW(&lf);
 }
 
 // ---------------------------------------------------------------------------
@@ -200,7 +169,7 @@ BOOL OnInitDialog(HWND hwnd) {
     wchar_t title[256];
     if (LoadStringW(hLangModule, IDS_ICON_PICKER_TITLE, title, 256) > 0) SetWindowTextW(hwnd, title);
 
-    g_iconPicker.font = CreatePickerFont();
+    g_iconPicker.font = picker::CreatePickerFont();
     CreateGrid(hwnd);
     if (IconPicker::CachedIconCount() == 0) IconPicker::FillIconCache(g_appSettings.IconsFolder.value.c_str());
     FillGrid();
