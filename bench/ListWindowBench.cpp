@@ -22,6 +22,7 @@
 #include "base/AppGlobals.h"
 #include "document/ListFile.h"
 #include "listwindow/ListWindow.h"
+#include "listwindow/ListSort.h"
 #include "listwindow/ListWindowState.h"
 #include "settings/AppSettings.h"
 
@@ -172,7 +173,18 @@ void MeasureParts() {
         SendMessageW(list, LVM_DELETEALLITEMS, 0, 0);
         SendMessageW(list, LVM_SETITEMCOUNT, n, 0);
     });
+    Part("part: clear selection+focus, mark -1, top", [&] {
+        LVITEMW state = {};
+        state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+        SendMessageW(list, LVM_SETITEMSTATE, (WPARAM)-1, (LPARAM)&state);
+        SendMessageW(list, LVM_SETSELECTIONMARK, 0, -1);
+        SendMessageW(list, LVM_ENSUREVISIBLE, 0, FALSE);
+    });
     Part("part: LVM_DELETEITEM", [&] { SendMessageW(list, LVM_DELETEITEM, 3, 0); });
+    Part("part: sortListItems by text", [&] { sortListItems(g_listWindow.doc.items, 1, FieldType::Text, true); });
+    Part("part: sortListItems by number", [&] { sortListItems(g_listWindow.doc.items, 2, FieldType::Number, true); });
+    Part("part: sortListItems by date", [&] { sortListItems(g_listWindow.doc.items, 3, FieldType::Date, true); });
+    Part("part: FillRows", [&] { FillRows(); });
     SendMessageW(list, LVM_SETITEMCOUNT, n, 0);
     Part("part: LVM_GETITEMSTATE x 1000", [&] { for (int i = 0; i < 1000; ++i) SendMessageW(list, LVM_GETITEMSTATE, 5, LVIS_FOCUSED); });
     UpdateWindow(list);

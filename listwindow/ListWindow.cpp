@@ -383,8 +383,19 @@ void FillRows() {
     ListWindowState& s = S();
     RebuildRowIndex();
     if (!s.listView) return;
-    SendMessageW(s.listView, LVM_DELETEALLITEMS, 0, 0);
-    SendMessageW(s.listView, LVM_SETITEMCOUNT, (WPARAM)s.rows.size(), 0);
+    if ((size_t)SendMessageW(s.listView, LVM_GETITEMCOUNT, 0, 0) != s.rows.size()) {
+        SendMessageW(s.listView, LVM_DELETEALLITEMS, 0, 0);
+        SendMessageW(s.listView, LVM_SETITEMCOUNT, (WPARAM)s.rows.size(), 0);
+    } else {
+        // The same number of rows: what a fresh fill does to the view (no
+        // selection, no focus, back at the top) without telling the list
+        // view a new count, which costs it tens of milliseconds on a big list.
+        LVITEMW state = {};
+        state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+        SendMessageW(s.listView, LVM_SETITEMSTATE, (WPARAM)-1, (LPARAM)&state);
+        SendMessageW(s.listView, LVM_SETSELECTIONMARK, 0, -1);
+        if (!s.rows.empty()) SendMessageW(s.listView, LVM_ENSUREVISIBLE, 0, FALSE);
+    }
     InvalidateRect(s.listView, nullptr, TRUE);
 }
 

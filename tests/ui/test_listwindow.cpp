@@ -190,10 +190,16 @@ TEST_CASE(Ui_List_SortTwiceReversesAndSavesTheOrder) {
     std::wstring path = WriteList(L"Grocery.zvl", Grocery());
     ListOpenRequest req;
     ui::Script s;
-    s.Step([&](ui::Dlg& d) { d.Command(IDM_SORT_BASE + 1); });
+    s.Step([&](ui::Dlg& d) {
+        SelectRow(d, 1);
+        d.Command(IDM_SORT_BASE + 1);
+    });
     s.Step([&](ui::Dlg& d) {
         // Flag 0 from the file: a text column sorts descending.
         CHECK(Column(d, 1) == Texts({L"milk", L"Bread", L"apples"}));
+        // The rows are shown afresh: nothing selected, nothing focused.
+        CHECK_EQ(d.ListSelectionMark(kList), -1);
+        CHECK_EQ(d.ListFocused(kList), -1);
         CHECK(HeaderHasMark(d, 1));
         CHECK(!HeaderHasMark(d, 0));
         d.Command(IDM_SORT_BASE + 1);
