@@ -274,6 +274,9 @@ void CALLBACK ModelessTimerProc(HWND, UINT, UINT_PTR, DWORD) {
 
 void BeginRun(RunState& run, Script& script, const char* file, int line) {
     InstallHooks();
+    // A quit request left by an earlier test would end this run's loop at once.
+    MSG stale;
+    PeekMessageW(&stale, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
     run.script = &script;
     run.file = file;
     run.line = line;
@@ -523,14 +526,22 @@ bool RunWindow(Script& script, HWND hwnd, const char* file, int line) {
 const std::vector<MessageBoxRecord>& MessageBoxes() { return g_harness.boxes; }
 const std::vector<std::string>& LastRunProblems() { return g_harness.problems; }
 
+// A quit request met while pumping stays for the caller to see.
 void Pump() {
     InstallHooks();
     MSG msg;
+    bool quit = false;
+    int quitCode = 0;
     for (int i = 0; i < 10000 && PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE); ++i) {
-        if (msg.message == WM_QUIT) continue;
+        if (msg.message == WM_QUIT) {
+            quit = true;
+            quitCode = (int)msg.wParam;
+            continue;
+        }
         TranslateMessage(&msg);
         DispatchMessageW(&msg);
     }
+    if (quit) PostQuitMessage(quitCode);
 }
 
 const char* ButtonSetName(UINT buttons) {

@@ -145,7 +145,10 @@ const std::vector<MessageBoxRecord>& MessageBoxes();
 const std::vector<std::string>& LastRunProblems();
 
 // Pumps the thread's messages until the queue is idle (for checks after
-// creating a window outside a script).
+// creating a window outside a script). A WM_QUIT met on the way is left in
+// the queue (RunModal ends with this too); each run starts by dropping a
+// WM_QUIT left over from before, and RunWindow takes the one its window's
+// exit posts.
 void Pump();
 
 // Text of a message box's button set, for failure messages ("MB_YESNO").

@@ -273,6 +273,40 @@ TEST_CASE(Ui_Platform_TappingASoftKeyActsLikeTheKey) {
     CHECK(g_test.commands == std::vector<UINT>{kCmdDone});
 }
 
+void SendKey(WORD vk) {
+    INPUT in[2] = {};
+    in[0].type = in[1].type = INPUT_KEYBOARD;
+    in[0].ki.wVk = in[1].ki.wVk = vk;
+    in[1].ki.dwFlags = KEYEVENTF_KEYUP;
+    SendInput(2, in, sizeof(INPUT));
+}
+
+// Keys from the keyboard driver (not posted by the harness) take the same way.
+TEST_CASE(Ui_Platform_HardwareKeysReachTheBar) {
+    ResetTestDialog();
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(GetForegroundWindow(), d.hwnd);
+        SendKey('A');
+        SendKey(VK_ESCAPE);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.Text(kEditId), L"");  // typed, then erased by Back
+        CHECK(g_test.hotkeys == (std::vector<LPARAM>{MAKELPARAM(0, VK_ESCAPE), MAKELPARAM(MOD_KEYUP, VK_ESCAPE)}));
+        SendKey(VK_F2);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK(d.MenuOpen());
+        SendKey('2');
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK(!d.MenuOpen());
+        CHECK(g_test.commands == std::vector<UINT>{kCmdBeta});
+        SendKey(VK_F1);
+    });
+    CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
+}
+
 // A mouse click on the band below the client area (the frame shows the bar).
 TEST_CASE(Ui_Platform_ClickInTheBarBandPressesTheKey) {
     ResetTestDialog();
