@@ -24,8 +24,9 @@ enum FileSelectMode {
 };
 
 // Commands: IDC_FILE_SELECT_ACCEPT (6, the "Select" soft key) accepts by
-// mode, IDOK (Enter) activates the selected row (a folder is opened),
-// IDCANCEL (the "Cancel" soft key) closes without a choice.
+// mode, IDOK (Enter) activates the selected row (a folder is opened; Enter
+// typed in the name box accepts instead), IDCANCEL (the "Cancel" soft key)
+// closes without a choice. Back (Esc) and a tap on the path line go up.
 
 // Child window IDs, for tests and for anyone reading the dialog's controls.
 enum FileSelectControl {

@@ -64,11 +64,16 @@ public:
             }
         }
     }
-    ~ScratchTree() { RemoveTree(kRoot); }
+    // The tree goes, and so does any memory of a folder in it.
+    ~ScratchTree() {
+        RemoveTree(kRoot);
+        g_fileSelectLastFolder = m_lastFolder;
+    }
     std::wstring operator/(const wchar_t* sub) const { return std::wstring(kRoot) + sub; }
 
 private:
     OnDriveC m_drive;
+    CeString m_lastFolder = g_fileSelectLastFolder;
 };
 
 std::vector<std::wstring> Rows(ui::Dlg& d) {
