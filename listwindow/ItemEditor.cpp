@@ -73,12 +73,27 @@ int RowCount() { return (int)g_itemEditor.rows.size(); }
 int RowTop(int index) { return g_itemEditor.geometry.firstTop + index * g_itemEditor.geometry.pitch; }
 int MaxScroll() { return std::max(0, g_itemEditor.contentHeight - g_itemEditor.clientHeight); }
 
-void PlaceRows(HWND dlg) {
+bool TopInView(int top) {
+    return top + g_itemEditor.geometry.rowHeight > 0 && top < g_itemEditor.clientHeight;
+}
+
+// Puts the rows where the scroll position wants them. Moving fifty rows of
+// windows at every step is slow, and a row out of sight stays out of sight
+// while it is not moved, so only rows that are or will be in view move; the
+// others keep a stale place until they come near (`spare` holds the top
+// each row was put at).
+void PlaceRows(HWND dlg, bool all) {
     HDWP defer = BeginDeferWindowPos(RowCount() * 3);
-    for (int i = 0; i < RowCount(); ++i)
-        PlaceItemRow(defer, g_itemEditor.rows[i], g_itemEditor.geometry, RowTop(i) - g_itemEditor.scrollPos);
+    for (int i = 0; i < RowCount(); ++i) {
+        ItemEditorRow& row = g_itemEditor.rows[i];
+        const int top = RowTop(i) - g_itemEditor.scrollPos;
+        if (!all && (top == row.spare || (!TopInView(top) && !TopInView(row.spare)))) continue;
+        PlaceItemRow(defer, row, g_itemEditor.geometry, top);
+        row.spare = top;
+    }
     if (defer) EndDeferWindowPos(defer);
-    InvalidateRect(dlg, nullptr, TRUE);
+    // The rows move without drawing; the whole form is drawn once after.
+    RedrawWindow(dlg, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void ScrollTo(HWND dlg, int pos) {
@@ -86,7 +101,7 @@ void ScrollTo(HWND dlg, int pos) {
     if (pos == g_itemEditor.scrollPos) return;
     g_itemEditor.scrollPos = pos;
     SetScrollPos(dlg, SB_VERT, pos, TRUE);
-    PlaceRows(dlg);
+    PlaceRows(dlg, false);
 }
 
 // Scrolls the least needed for row `index` to be wholly in view.
@@ -174,7 +189,7 @@ void CreateRows(HWND dlg) {
         // Installed after the up-down took its buddy, so this sees keys first.
         if (row.editor) SetWindowSubclass(row.editor, EditorKeyProc, (UINT_PTR)i, 0);
     }
-    PlaceRows(dlg);
+    PlaceRows(dlg, true);
 }
 
 // ---------------------------------------------------------------------------

@@ -130,7 +130,7 @@ ItemEditorRow CreateItemRow(HWND dlg, int index, const FieldDef& field, FieldVal
 }
 
 void PlaceItemRow(HDWP& defer, const ItemEditorRow& row, const RowGeometry& g, int top) {
-    const UINT flags = SWP_NOZORDER | SWP_NOACTIVATE;
+    const UINT flags = SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW | SWP_NOCOPYBITS;
     auto place = [&](HWND hwnd, int x, int y, int w, int h) {
         if (hwnd && defer) defer = DeferWindowPos(defer, hwnd, nullptr, x, y, w, h, flags);
     };

@@ -20,7 +20,7 @@ struct ItemEditorRow {
     HWND label = nullptr;
     HWND editor = nullptr;
     HWND upDown = nullptr;
-    int spare = 0;  // per-field word kept for the row's owner
+    int spare = 0;  // per-field word: the dialog keeps the top the row was last put at
 };
 
 // Geometry of the rows, from the dialog's client width and the density.
