@@ -1,6 +1,5 @@
 #include "document/DocMessages.h"
 
-#include <cwchar>
 #include <string>
 
 #include "base/ResString.h"
@@ -10,14 +9,11 @@ MessageBoxFunction ZvMessageBoxOverride = nullptr;
 int showDocMessage(HWND owner, UINT textId, UINT captionId, UINT style, const wchar_t* argument) {
     std::wstring text = ResText(textId);
     if (argument) {
-        // The text holds one "%s"; 1024 characters like every loaded text.
-        wchar_t formatted[1024 + 260];
-        std::wstring pattern = text;
-        size_t at = pattern.find(L"%s");
-        std::wstring joined = at == std::wstring::npos ? pattern : pattern.substr(0, at) + argument + pattern.substr(at + 2);
-        wcsncpy(formatted, joined.c_str(), sizeof formatted / sizeof formatted[0] - 1);
-        formatted[sizeof formatted / sizeof formatted[0] - 1] = 0;
-        text = formatted;
+        // The text holds one "%s". It is replaced here rather than passed to
+        // wsprintfW, so that a translated text with a stray "%" cannot read
+        // arguments that are not there.
+        size_t at = text.find(L"%s");
+        if (at != std::wstring::npos) text.replace(at, 2, argument);
     }
     std::wstring caption = ResText(captionId);
     if (ZvMessageBoxOverride) return ZvMessageBoxOverride(owner, text.c_str(), caption.c_str(), style);
