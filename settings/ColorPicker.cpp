@@ -33,7 +33,6 @@ const UINT kTextIds[ColorTextCount] = {
 };
 
 const wchar_t kHtmlLabel[] = L"HTML#";
-const wchar_t kDefaultItem[] = L"Default";
 
 // The picker that is running (the dialog is modal, so there is at most one)
 // and the class procedures of the controls it subclasses.
@@ -312,7 +311,8 @@ void CreateMenuBar(HWND hwnd, CColorPicker& p) {
     AppendMenuW(popup, MF_STRING, IDM_COLOR_HTML, kHtmlLabel);
     AppendMenuW(popup, MF_STRING, IDM_COLOR_PALETTE, p.text[ColorTextPaletteMode]);
     AppendMenuW(popup, MF_SEPARATOR, 0, nullptr);
-    if (p.allowDefault) AppendMenuW(popup, MF_STRING, IDM_COLOR_DEFAULT, kDefaultItem);
+    // "Default" in the language's own words: the text the preview shows for it.
+    if (p.allowDefault) AppendMenuW(popup, MF_STRING, IDM_COLOR_DEFAULT, p.text[ColorTextDefault]);
     AppendMenuW(popup, MF_STRING, IDM_COLOR_CANCEL, p.text[ColorTextCancel]);
 }
 
