@@ -55,7 +55,7 @@ void CreateMenuBar(FileSelectDialog& dlg) {
                  MAKELPARAM(SHMBOF_NODEFAULT | SHMBOF_NOTIFY, SHMBOF_NODEFAULT | SHMBOF_NOTIFY));
 }
 
-void CreateFonts(FileSelectDialog& dlg) {
+void CreateDialogFont(FileSelectDialog& dlg) {
     LOGFONTW lf = {};
     lf.lfHeight = -ScaleY(11);
     lf.lfWeight = FW_NORMAL;
@@ -252,7 +252,7 @@ BOOL OnInitDialog(HWND hwnd, FileSelectDialog& dlg) {
     init.dwFlags = SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
     SHInitDialog(&init);
     CreateMenuBar(dlg);
-    CreateFonts(dlg);
+    CreateDialogFont(dlg);
     CreateImageLists(dlg);
     CreateControls(dlg);
     RECT client;

@@ -10,6 +10,11 @@
 //   FileSelectRequest req; req.mode = FileSelectSave; req.title = L"File Select";
 //   req.filterText = L"CSV File"; req.extension = L".CSV";
 //   if (RunFileSelectDialog(owner, req)) use(req.path);
+//
+// dialogs/ holds this one dialog:
+//   FileSelectDialog.h/.cpp  the interface, the procedure, layout, accept rules
+//   FileSelectList.h/.cpp    filling the listing, opening folders, going up
+//   FileSelectPaths.h/.cpp   path and file-name rules (no windows)
 #pragma once
 #include <windows.h>
 #include <commctrl.h>

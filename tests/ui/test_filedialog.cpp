@@ -126,6 +126,8 @@ TEST_CASE(Ui_FileDlg_FoldersFirstThenFilesIgnoringCase) {
     s.Step([&](ui::Dlg& d) {
         CHECK_EQ(Join(Rows(d)), std::wstring(L"beta|Zeta|_under.txt|alpha.txt|delta.TXT|Gamma.txt"));
         CHECK_EQ(d.Text(kFileSelectPathLine), std::wstring(kRoot));
+        // A short path leaves room for the hint that a tap goes up.
+        CHECK(d.ClientRect(kFileSelectPathLine).right < d.ClientRect().right / 2);
         CHECK_EQ(d.Text(kFileSelectTypeField), std::wstring(L"All Files(*.*)"));
         CHECK_EQ(d.Text(), std::wstring(L"Load File"));
         CHECK(!d.Item(kFileSelectNameEdit));  // the name box is for saving only
@@ -241,6 +243,8 @@ TEST_CASE(Ui_FileDlg_UpAtRootStaysAtRoot) {
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(d.Text(kFileSelectPathLine), std::wstring(L"\\"));
         CHECK(d.ListCount(kFileSelectList) > 0);  // C:\ holds folders
+        // Nothing above the root: no hint, the path has the whole line.
+        CHECK_EQ(d.ClientRect(kFileSelectPathLine).right, d.ClientRect().right - 2 * ScaleX(2));
         d.Back();
     });
     s.Step([](ui::Dlg& d) {
