@@ -163,11 +163,22 @@ bool OnEditorKey(int index, UINT vk) {
     return false;
 }
 
+// Typing into a picker needs one of its parts chosen first.
+void EnsurePickerPart(int index) {
+    ItemEditorRow& row = g_itemEditor.rows[index];
+    if (row.pickerPartChosen || RowEditorKindOf(FieldAt(index).type) != RowEditorKind::Picker) return;
+    row.pickerPartChosen = true;
+    PrimePicker(row.editor);
+}
+
 LRESULT CALLBACK EditorKeyProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam, UINT_PTR index, DWORD_PTR) {
     switch (msg) {
     case WM_GETDLGCODE: return DefSubclassProc(hwnd, msg, wParam, lParam) | DLGC_WANTARROWS;
+    case WM_LBUTTONDOWN: g_itemEditor.rows[index].pickerPartChosen = true; break;
+    case WM_CHAR: EnsurePickerPart((int)index); break;
     case WM_KEYDOWN:
         if (OnEditorKey((int)index, (UINT)wParam)) return 0;
+        if (wParam == VK_LEFT || wParam == VK_RIGHT) EnsurePickerPart((int)index);
         break;
     case WM_NCDESTROY: RemoveWindowSubclass(hwnd, EditorKeyProc, index); break;
     }

@@ -211,3 +211,11 @@ void DrawListEntry(const DRAWITEMSTRUCT& dis) {
     rc.left += ScaleX(2);
     DrawTextW(dis.hDC, text, -1, &rc, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
 }
+
+void PrimePicker(HWND picker) {
+    RECT rc;
+    GetClientRect(picker, &rc);
+    const LPARAM at = MAKELPARAM(ScaleX(5), rc.bottom / 2);
+    SendMessageW(picker, WM_LBUTTONDOWN, MK_LBUTTON, at);
+    SendMessageW(picker, WM_LBUTTONUP, 0, at);
+}

@@ -21,6 +21,7 @@ struct ItemEditorRow {
     HWND editor = nullptr;
     HWND upDown = nullptr;
     int spare = 0;  // per-field word: the dialog keeps the top the row was last put at
+    bool pickerPartChosen = false;  // a picker has had a part chosen (by tap or by PrimePicker)
 };
 
 // Geometry of the rows, from the dialog's client width and the density.
@@ -62,3 +63,8 @@ void StepListEditor(const ItemEditorRow& row, int delta);
 // selection is lit only while the box has the focus.
 void MeasureListEntry(MEASUREITEMSTRUCT& mis, const RowGeometry& g);
 void DrawListEntry(const DRAWITEMSTRUCT& dis);
+
+// A date-time picker here starts with no part chosen, and then takes no typed
+// digits and no Left/Right; a tap on its first part chooses it, as the phone's
+// picker starts with its first part chosen.
+void PrimePicker(HWND picker);

@@ -390,6 +390,33 @@ TEST_CASE(Ui_ItemEd_ArrowsMoveBetweenRowsAndTurnLists) {
     CHECK_EQ(std::wstring(run.item.values[2].text.c_str()), std::wstring(L"a"));
 }
 
+TEST_CASE(Ui_ItemEd_PickersTakeTypedDigits) {
+    // Up and Down belong to the rows, so a date is changed by typing its
+    // parts; Right moves to the next part.
+    Run run({Field(L"Due", FieldType::Date), Field(L"At", FieldType::Time)});
+    ui::Script s;
+    s.Step([](ui::Dlg& d) { d.Type(L"12"); });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.Text(kItemEditorFirstId), std::wstring(L"12/01/2007"));
+        d.Key(VK_RIGHT);
+    });
+    s.Step([](ui::Dlg& d) { d.Type(L"24"); });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.Text(kItemEditorFirstId), std::wstring(L"12/24/2007"));
+        d.Key(VK_DOWN);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.FocusId(), kItemEditorFirstId + 1);
+        d.Type(L"18");
+    });
+    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    CHECK_EQ(GO(run, s), 1);
+    CHECK_EQ(run.item.values[0].time.wMonth, (WORD)12);
+    CHECK_EQ(run.item.values[0].time.wDay, (WORD)24);
+    CHECK_EQ(run.item.values[1].time.wHour, (WORD)18);
+    CHECK_EQ(run.item.values[1].time.wMinute, (WORD)5);
+}
+
 TEST_CASE(Ui_ItemEd_TapsFocusAndTurn) {
     Run run({Field(L"Note", FieldType::Text), Field(L"Level", FieldType::Priority)});
     ui::Script s;
@@ -437,10 +464,10 @@ TEST_CASE(Ui_ItemEd_FiftyFieldsScrollToTheLast) {
         CHECK(!InView(d, kItemEditorFirstId));
         d.Type(L"end");
     });
-    PressSteps(s, VK_UP, 20);
+    PressSteps(s, VK_UP, 14);
     s.Step([&](ui::Dlg& d) {
-        CHECK_EQ(d.FocusId(), last - 20);
-        CHECK(InView(d, last - 20));
+        CHECK_EQ(d.FocusId(), last - 14);
+        CHECK(InView(d, last - 14));
         SendMessageW(d.hwnd, WM_VSCROLL, SB_TOP, 0);  // the scroll bar moves the rows too
     });
     s.Step([&](ui::Dlg& d) {
