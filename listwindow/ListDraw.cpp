@@ -96,18 +96,12 @@ void DrawCell(HDC dc, const RECT& cell, const ListItem& item, int column) {
     }
 }
 
-void DrawRow(const DRAWITEMSTRUCT* draw) {
+void PaintRow(HDC dc, const RECT& rowRect, const RECT& client, int row, const ListItem& item) {
     ListWindowState& s = S();
-    int row = (int)draw->itemID;
-    if (row < 0 || (size_t)row >= s.rows.size()) return;
-    const ListItem& item = *s.rows[(size_t)row];
-    HDC dc = draw->hDC;
-    int saved = SaveDC(dc);
     SelectObject(dc, s.listFont.Get());
     SetBkMode(dc, TRANSPARENT);
     if (s.headerWidthsPending) MeasureHeaderWidths(dc);
 
-    RECT rowRect = draw->rcItem;
     // The focused row, asked of this row alone: a search for the focused item
     // walks every row of the list for each row drawn.
     if (SendMessageW(s.listView, LVM_GETITEMSTATE, (WPARAM)row, LVIS_FOCUSED) & LVIS_FOCUSED) {
@@ -121,8 +115,6 @@ void DrawRow(const DRAWITEMSTRUCT* draw) {
     }
     SetBkMode(dc, TRANSPARENT);
 
-    RECT client;
-    GetClientRect(s.listView, &client);
     RECT cell = rowRect;
     int columns = s.doc.fieldCount();
     if (columns > (int)item.values.size()) columns = (int)item.values.size();
@@ -132,7 +124,62 @@ void DrawRow(const DRAWITEMSTRUCT* draw) {
         if (cell.right > client.left && cell.left < client.right) DrawCell(dc, cell, item, i);
         cell.left = cell.right;
     }
-    RestoreDC(dc, saved);
+}
+
+// A bitmap one row high and as wide as the list, kept while the window is
+// open: rows are composed in it and copied to the screen in one blit, so the
+// icons' blending reads memory rather than the screen.
+HBITMAP RowBuffer(HDC screen, int width, int height) {
+    ListWindowState& s = S();
+    if (!s.rowBuffer.Get() || s.rowBufferSize.cx < width || s.rowBufferSize.cy < height) {
+        BITMAPINFO info = {};
+        info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
+        info.bmiHeader.biWidth = width;
+        info.bmiHeader.biHeight = -height;
+        info.bmiHeader.biPlanes = 1;
+        info.bmiHeader.biBitCount = 32;
+        info.bmiHeader.biCompression = BI_RGB;
+        void* bits = nullptr;
+        s.rowBuffer.Reset(CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+        s.rowBufferSize = {width, height};
+    }
+    return s.rowBuffer.Bitmap();
+}
+
+void DrawRow(const DRAWITEMSTRUCT* draw) {
+    ListWindowState& s = S();
+    int row = (int)draw->itemID;
+    if (row < 0 || (size_t)row >= s.rows.size()) return;
+    const ListItem& item = *s.rows[(size_t)row];
+    RECT rowRect = draw->rcItem;
+    RECT client;
+    GetClientRect(s.listView, &client);
+    int width = client.right, height = rowRect.bottom - rowRect.top;
+    HDC memory = width > 0 && height > 0 ? CreateCompatibleDC(draw->hDC) : nullptr;
+    HBITMAP buffer = memory ? RowBuffer(draw->hDC, width, height) : nullptr;
+    if (!buffer) {
+        // No memory for the buffer: draw straight onto the list.
+        int saved = SaveDC(draw->hDC);
+        PaintRow(draw->hDC, rowRect, client, row, item);
+        RestoreDC(draw->hDC, saved);
+        if (memory) DeleteDC(memory);
+        return;
+    }
+    {
+        DcSelection select(memory, buffer);
+        // The buffer holds the row's band of the list, in list coordinates.
+        SetViewportOrgEx(memory, 0, -rowRect.top, nullptr);
+        RECT band = {0, rowRect.top, width, rowRect.bottom};
+        COLORREF back = (COLORREF)SendMessageW(s.listView, LVM_GETBKCOLOR, 0, 0);
+        Fill(memory, band, back == CLR_NONE ? GetSysColor(COLOR_WINDOW) : back);
+        {
+            int saved = SaveDC(memory);
+            PaintRow(memory, rowRect, client, row, item);
+            RestoreDC(memory, saved);
+        }
+        BitBlt(draw->hDC, 0, rowRect.top, width, height, memory, 0, rowRect.top, SRCCOPY);
+    }
+    DeleteDC(memory);
 }
 
 HBITMAP LoadSortBitmap(UINT id) {

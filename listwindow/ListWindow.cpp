@@ -325,6 +325,8 @@ void OnDestroy(HWND hwnd) {
     s.priorityLow.Release();
     s.checkedBox.bitmap.Reset();
     s.clearBox.bitmap.Reset();
+    s.rowBuffer.Reset();
+    s.rowBufferSize = {};
     s.listFont.Reset();
     s.titleFont.Reset();
     s.checkedFont.Reset();

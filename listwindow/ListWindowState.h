@@ -86,6 +86,8 @@ struct ListWindowState {
     PlanarImage priorityLow;   // image 173: Priority value 2
     CheckBitmap checkedBox;    // bitmap 175
     CheckBitmap clearBox;      // bitmap 176
+    GdiObject rowBuffer;       // rows are composed here, then copied to the list
+    SIZE rowBufferSize = {};
 };
 
 extern ListWindowState g_listWindow;
