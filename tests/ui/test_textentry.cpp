@@ -7,6 +7,7 @@
 #include "app/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "listwindow/TextEntry.h"
+#include "settings/AppSettings.h"
 #include "tests/framework/ZvTest.h"
 #include "tests/harness/UiHarness.h"
 
@@ -157,10 +158,31 @@ TEST_CASE(Ui_TextEntry_EditSitsUnderThePromptAt96And192Dpi) {
             HFONT font = (HFONT)SendMessageW(d.Item(kTextEntryEditId), WM_GETFONT, 0, 0);
             LOGFONTW lf = {};
             GetObjectW(font, sizeof lf, &lf);
-            CHECK(lf.lfHeight >= ScaleY(8));
+            int points = g_appSettings.FontSize.value > 0 ? (int)g_appSettings.FontSize.value : 12;
+            CHECK_EQ(lf.lfHeight, (LONG)ScaleY(points));
         });
         s.Step([](ui::Dlg&) { PauseForScreenshot(); });
         s.Step([](ui::Dlg& d) { d.SoftKey(ui::Right); });
         RUN(s, req);
     }
+}
+
+TEST_CASE(Ui_TextEntry_PromptAndBoxUseTheListFontSettings) {
+    CeString face = g_appSettings.FontFace.value;
+    DWORD size = g_appSettings.FontSize.value;
+    g_appSettings.FontFace.value = L"Tahoma";
+    g_appSettings.FontSize.value = 16;
+    TextEntryRequest req = Request(L"");
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        HFONT font = (HFONT)SendMessageW(d.Item(kTextEntryEditId), WM_GETFONT, 0, 0);
+        LOGFONTW lf = {};
+        GetObjectW(font, sizeof lf, &lf);
+        CHECK_EQ(lf.lfHeight, (LONG)ScaleY(16));
+        CHECK_EQ((const wchar_t*)lf.lfFaceName, L"Tahoma");
+        d.SoftKey(ui::Right);
+    });
+    RUN(s, req);
+    g_appSettings.FontFace.value = face;
+    g_appSettings.FontSize.value = size;
 }
