@@ -595,3 +595,71 @@ TEST_CASE(Ui_List_ListIconAndFitColumnsCountAsChanges) {
     CHECK_EQ(ui::MessageBoxes().size(), 2u);
     CHECK_EQ((int)req.saved, 0);
 }
+
+TEST_CASE(Ui_List_ContextMenuOffersTheItemCommands) {
+    std::wstring path = WriteList(L"Grocery.zvl", Grocery());
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) {
+        SelectRow(d, 0);
+        POINT at = {20, 40};
+        ClientToScreen(d.Item(kList), &at);
+        PostMessageW(d.hwnd, WM_CONTEXTMENU, (WPARAM)d.Item(kList), MAKELPARAM(at.x, at.y));
+    });
+    s.WaitUntil([](ui::Dlg& d) { return d.MenuOpen(); });
+    s.Step([&](ui::Dlg& d) {
+        d.Key(VK_DOWN);  // Add Item...
+        d.Key(VK_DOWN);  // Edit Item...
+        d.Key(VK_DOWN);  // Delete Item
+        d.Key(VK_RETURN);
+    });
+    s.WaitUntil([](ui::Dlg& d) { return !d.MenuOpen() && d.ListCount(kList) == 2; });
+    s.Step([&](ui::Dlg& d) {
+        CHECK(Column(d, 1) == Texts({L"Bread", L"apples"}));
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    ListSpec want = Grocery();
+    want.items.erase(want.items.begin());
+    CHECK_BYTES(ReadFileBytes(path), ListBytes(want));
+}
+
+TEST_CASE(Ui_List_MenuGraysItemCommandsWithoutASelection) {
+    std::wstring path = WriteList(L"Grocery.zvl", Grocery());
+    ListOpenRequest req;
+    HMENU menu = nullptr;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) {
+        menu = d.SoftKeyMenu(ui::Right);
+        d.SoftKey(ui::Right);
+    });
+    s.WaitUntil([](ui::Dlg& d) { return d.MenuOpen(); });
+    s.Step([&](ui::Dlg& d) {
+        // The focus timer left the selection mark on row 0.
+        CHECK(!(GetMenuState(menu, IDM_EDIT_ITEM, MF_BYCOMMAND) & MF_GRAYED));
+        CHECK(!(GetMenuState(menu, LISTWIN_POS_ROW_COLOR_POPUP, MF_BYPOSITION) & MF_GRAYED));
+        d.Key(VK_ESCAPE);
+    });
+    s.WaitUntil([](ui::Dlg& d) { return !d.MenuOpen(); });
+    s.Step([&](ui::Dlg& d) { d.Command(IDM_SORT_BASE + 2); });  // a sort clears the selection
+    s.Step([&](ui::Dlg& d) { d.SoftKey(ui::Right); });
+    s.WaitUntil([](ui::Dlg& d) { return d.MenuOpen(); });
+    s.Step([&](ui::Dlg& d) {
+        CHECK(GetMenuState(menu, IDM_EDIT_ITEM, MF_BYCOMMAND) & MF_GRAYED);
+        CHECK(GetMenuState(menu, IDM_DELETE_ITEM, MF_BYCOMMAND) & MF_GRAYED);
+        CHECK(GetMenuState(menu, LISTWIN_POS_ROW_COLOR_POPUP, MF_BYPOSITION) & MF_GRAYED);
+        CHECK(!(GetMenuState(menu, IDM_ADD_ITEM, MF_BYCOMMAND) & MF_GRAYED));
+        d.Key(VK_ESCAPE);
+    });
+    s.WaitUntil([](ui::Dlg& d) { return !d.MenuOpen(); });
+    s.Step([&](ui::Dlg& d) {
+        d.Command(IDM_EDIT_ITEM);  // nothing happens without a selection
+        d.Command(IDM_DELETE_ITEM);
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(d.ListCount(kList), 3);
+        d.Back();
+    });
+    s.Answer(IDYES);
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+}
