@@ -77,6 +77,15 @@ void MakeProgramDriveCurrent() {
     }
 }
 
+void UnquoteDesktopCommandLine(wchar_t* commandLine) {
+    size_t n = wcslen(commandLine);
+    while (n > 0 && commandLine[n - 1] == L' ') commandLine[--n] = 0;
+    if (n >= 2 && commandLine[0] == L'"' && wcschr(commandLine + 1, L'"') == commandLine + n - 1) {
+        wmemmove(commandLine, commandLine + 1, n - 2);
+        commandLine[n - 2] = 0;
+    }
+}
+
 ATOM RegisterMainWindowClass(HINSTANCE instance, WNDPROC wndProc, HICON icon, const wchar_t* className) {
     WNDCLASSW wc = {};
     wc.style = CS_HREDRAW | CS_VREDRAW;
@@ -172,6 +181,14 @@ BOOL InitInstance(HINSTANCE instance, int /*nCmdShow*/, LPWSTR lpCmdLine) {
 
     HWND window = CreateMainWindow(instance);
     if (!window) return FALSE;
+    if (g_hMainMenuBar) {
+        // The bar's rectangle is read but leaves the window where it is.
+        RECT windowRect, barRect;
+        GetWindowRect(window, &windowRect);
+        GetWindowRect(g_hMainMenuBar, &barRect);
+        MoveWindow(window, windowRect.left, windowRect.top, windowRect.right - windowRect.left,
+                   windowRect.bottom - windowRect.top, FALSE);
+    }
     UpdateWindow(window);
     return TRUE;
 }

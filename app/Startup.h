@@ -12,6 +12,11 @@ extern const wchar_t kMainWindowTitle[];  // "Zorvel"
 // drive the program was started from, which this makes the current one.
 void MakeProgramDriveCurrent();
 
+// A desktop shell quotes a path that holds blanks; the phone's shell hands
+// the path over as it is. One quoted argument loses its quotes so that the
+// command line reads as it would on the phone.
+void UnquoteDesktopCommandLine(wchar_t* commandLine);
+
 // Returns TRUE when the main window exists, FALSE when the program is to end.
 BOOL InitInstance(HINSTANCE instance, int nCmdShow, LPWSTR lpCmdLine);
 

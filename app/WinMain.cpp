@@ -7,6 +7,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR lpCmdLine, int nCmdSho
     // Paths are kept as on the device, rooted at "\": they name the drive
     // the program was started from.
     MakeProgramDriveCurrent();
+    UnquoteDesktopCommandLine(lpCmdLine);
     if (!InitInstance(instance, nCmdShow, lpCmdLine)) return 0;
     MSG msg;
     while (GetMessageW(&msg, nullptr, 0, 0)) {

@@ -95,6 +95,21 @@ TEST_CASE(App_Startup_CommandLineKinds) {
     CHECK_EQ(title, L"plain");
 }
 
+TEST_CASE(App_Startup_DesktopQuotesRemoved) {
+    wchar_t quoted[] = L"\"\\My Documents\\Grocery - weekly.zvl\" ";
+    UnquoteDesktopCommandLine(quoted);
+    CHECK_EQ(quoted, L"\\My Documents\\Grocery - weekly.zvl");
+    wchar_t plain[] = L"\\Lists\\a.zvl";
+    UnquoteDesktopCommandLine(plain);
+    CHECK_EQ(plain, L"\\Lists\\a.zvl");
+    wchar_t two[] = L"\"a\" \"b\"";  // two arguments stay as they are
+    UnquoteDesktopCommandLine(two);
+    CHECK_EQ(two, L"\"a\" \"b\"");
+    wchar_t empty[] = L"";
+    UnquoteDesktopCommandLine(empty);
+    CHECK_EQ(empty, L"");
+}
+
 TEST_CASE(App_Startup_DottedDateLanguages) {
     CHECK(LanguageUsesDottedDates(L"\\Windows\\langger.dll"));
     CHECK(LanguageUsesDottedDates(L"\\Windows\\LANGHEB.DLL"));
