@@ -11,6 +11,7 @@
 #include "base/AppGlobals.h"
 #include "base/ResString.h"
 #include "dialogs/FileSelectDialog.h"
+#include "listwindow/CsvDialogs.h"
 #include "listwindow/ListSort.h"
 #include "settings/IconPicker.h"
 #include "listwindow/ListWindowState.h"
@@ -662,4 +663,34 @@ TEST_CASE(Ui_List_MenuGraysItemCommandsWithoutASelection) {
     });
     s.Answer(IDYES);
     CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+}
+
+// The main window's import, as the user gives it: pick the text file, get a
+// new list of the same name in the category.
+TEST_CASE(Ui_List_ImportPicksAFileAndWritesTheList) {
+    std::wstring category = TestFolder();
+    std::wstring source = category + L"csv\\";
+    CreateDirectoryW(source.c_str(), nullptr);
+    Bytes csv;
+    csv.b = {0xFF, 0xFE};
+    csv.Wide(L"(" + ResText(IDS_TYPE_TEXT) + L")Item\t(" + ResText(IDS_TYPE_NUMBER) + L")Qty\r\nmilk\t2\t\r\ntea\t1\t",
+             false);
+    WriteFileBytes(source + L"Pantry.CSV", csv.b);
+    g_fileSelectLastFolder = source.c_str();
+    CeString listPath;
+    ui::Script s;
+    s.WaitFor(L"#32770", L"File Select");
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(d.ListText(kFileSelectList, d.ListSelectionMark(kFileSelectList)), std::wstring(L"Pantry.CSV"));
+        d.SoftKey(ui::Left);
+    });
+    INT_PTR imported = ui::RunModal(s, [&] { return (INT_PTR)importCsv(nullptr, category.c_str(), &listPath); });
+    CHECK_EQ((int)imported, 1);
+    CHECK_EQ(std::wstring(listPath.c_str()), category + L"Pantry.zvl");
+    ListSpec want;
+    want.fields = {Field(L"Item", 3, 0), Field(L"Qty", 5, 0)};  // no owner: no width to share
+    want.items = {{{Txt(L"milk"), Txt(L"2")}}, {{Txt(L"tea"), Txt(L"1")}}};
+    CHECK_BYTES(ReadFileBytes(category + L"Pantry.zvl"), ListBytes(want));
+    DeleteFileW((source + L"Pantry.CSV").c_str());
+    RemoveDirectoryW(source.c_str());
 }
