@@ -99,7 +99,11 @@ void OnWindowPosChanged(HWND hwnd, const WINDOWPOS* pos) {
 // A window coming back to the front follows a phone screen that was moved
 // while another window was on top.
 void OnActivate(HWND hwnd, WPARAM wParam) {
-    if (LOWORD(wParam) == WA_INACTIVE || IsIconic(hwnd) || !IsWindowVisible(hwnd)) return;
+    if (LOWORD(wParam) == WA_INACTIVE) return;
+    // A window whose frame was rebuilt before its first activation keeps an
+    // inactive caption under Wine: tell the frame again.
+    SendMessageW(hwnd, WM_NCACTIVATE, TRUE, 0);
+    if (IsIconic(hwnd) || !IsWindowVisible(hwnd)) return;
     POINT now = ClientOrigin(hwnd);
     POINT want = PhoneOrigin();
     if (now.x == want.x && now.y == want.y) return;
