@@ -175,6 +175,12 @@ LRESULT CALLBACK EditorKeyProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam
     switch (msg) {
     case WM_GETDLGCODE: return DefSubclassProc(hwnd, msg, wParam, lParam) | DLGC_WANTARROWS;
     case WM_LBUTTONDOWN: g_itemEditor.rows[index].pickerPartChosen = true; break;
+    case WM_MOUSEWHEEL:
+        // A one-entry list would scroll its entries away from the chosen
+        // one; the wheel scrolls the form instead.
+        if (RowEditorKindOf(FieldAt((int)index).type) == RowEditorKind::List)
+            return SendMessageW(GetParent(hwnd), msg, wParam, lParam);
+        break;
     case WM_CHAR: EnsurePickerPart((int)index); break;
     case WM_KEYDOWN:
         if (OnEditorKey((int)index, (UINT)wParam)) return 0;

@@ -473,6 +473,13 @@ TEST_CASE(Ui_ItemEd_FiftyFieldsScrollToTheLast) {
     s.Step([&](ui::Dlg& d) {
         CHECK(InView(d, kItemEditorFirstId));
         CHECK(!InView(d, last));
+        // The wheel over a one-entry list scrolls the form, not the list.
+        SendMessageW(d.Item(kItemEditorFirstId + 1), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK(!InView(d, kItemEditorFirstId));
+        CHECK_EQ(Selected(d.Item(kItemEditorFirstId + 1)), 0);
+        CHECK_EQ((int)SendMessageW(d.Item(kItemEditorFirstId + 1), LB_GETTOPINDEX, 0, 0), 0);
         d.SoftKey(ui::Left);
     });
     CHECK_EQ(GO(run, s), 1);
