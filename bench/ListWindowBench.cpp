@@ -43,6 +43,7 @@ struct BenchState {
     bool showFit = false;
     int showRow = -1;
     bool shown = false;
+    bool warming = false;  // the first window of the process: not one the user waits for twice
     std::vector<std::pair<std::string, double>> figures;
     std::vector<double> cpu;
     double openCpuStart = 0;
@@ -185,6 +186,13 @@ void MeasureParts() {
     Part("part: sortListItems by number", [&] { sortListItems(g_listWindow.doc.items, 2, FieldType::Number, true); });
     Part("part: sortListItems by date", [&] { sortListItems(g_listWindow.doc.items, 3, FieldType::Date, true); });
     Part("part: FillRows", [&] { FillRows(); });
+    Part("part: readListFile (no backup)", [&] {
+        ListDocument doc;
+        ReadListOptions options;
+        options.makeBackup = false;
+        options.showMessages = false;
+        readListFile(g_listWindow.request->path, doc, options);
+    });
     SendMessageW(list, LVM_SETITEMCOUNT, n, 0);
     Part("part: LVM_GETITEMSTATE x 1000", [&] { for (int i = 0; i < 1000; ++i) SendMessageW(list, LVM_GETITEMSTATE, 5, LVIS_FOCUSED); });
     UpdateWindow(list);
@@ -235,6 +243,10 @@ void CALLBACK StepTimer(HWND, UINT, UINT_PTR id, DWORD) {
     }
     if (g_bench.ran || g_bench.firstPaintMs < 0 || !g_bench.listWindow) return;
     KillTimer(nullptr, id);
+    if (g_bench.warming) {
+        PostMessageW(g_bench.listWindow, WM_COMMAND, IDCANCEL, 0);
+        return;
+    }
     RunSteps();
 }
 
@@ -322,10 +334,23 @@ int wmain(int argc, wchar_t** argv) {
     }
 
     g_bench.cbtHook = SetWindowsHookExW(WH_CBT, CbtHook, nullptr, GetCurrentThreadId());
-    SetTimer(nullptr, 0, 10, StepTimer);
     ListOpenRequest request = {};
     request.module = hInstance;
     lstrcpynW(request.path, path.c_str(), MAX_PATH);
+    double coldOpen = -1;
+    if (!g_bench.showMs) {
+        // The program's main window exists before any list is opened; here
+        // a first opening pays for what the first window of a process costs.
+        g_bench.warming = true;
+        SetTimer(nullptr, 0, 10, StepTimer);
+        QueryPerformanceCounter(&g_bench.openStart);
+        RunListWindow(nullptr, request);
+        coldOpen = g_bench.firstPaintMs;
+        g_bench.warming = false;
+        g_bench.listView = g_bench.listWindow = nullptr;
+        g_bench.firstPaintMs = -1;
+    }
+    SetTimer(nullptr, 0, 10, StepTimer);
     QueryPerformanceCounter(&g_bench.openStart);
     g_bench.openCpuStart = ThreadCpuMs();
     INT_PTR result = RunListWindow(nullptr, request);
@@ -333,6 +358,7 @@ int wmain(int argc, wchar_t** argv) {
     if (g_bench.showMs) return result == 1 ? 0 : 1;
 
     std::printf("list window with %d items (%d dpi)              wall ms   thread CPU ms\n", items, ScreenDpiX());
+    std::printf("  %-45s %8.1f\n", "first open in the process (cold)", coldOpen);
     for (size_t i = 0; i < g_bench.figures.size(); ++i)
         std::printf("  %-45s %8.1f %8.1f\n", g_bench.figures[i].first.c_str(), g_bench.figures[i].second, g_bench.cpu[i]);
     std::printf("saved: %d\n", (int)request.saved);
