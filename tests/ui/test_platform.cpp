@@ -389,6 +389,30 @@ TEST_CASE(Ui_Platform_BackWithoutOverrideErasesInEditElseCancels) {
     CHECK(g_test.commands == std::vector<UINT>{(UINT)IDCANCEL});
 }
 
+// Without a bar the phone keys are ordinary keys again: F1 does nothing and
+// Esc reaches the dialog manager (IDCANCEL).
+TEST_CASE(Ui_Platform_KeysPassWhenTheBarIsGone) {
+    ResetTestDialog();
+    g_test.overrideBack = false;
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        DestroyWindow(g_test.bar);
+        g_test.bar = nullptr;
+        CHECK(d.MenuBar() == nullptr);
+        // The client area keeps its size; the band stays as an empty bar.
+        CHECK_EQ(d.ClientRect().bottom, g_test.clientAtInit.bottom);
+        d.SoftKey(ui::Left);
+        d.SoftKey(ui::Right);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK(g_test.commands.empty());
+        CHECK(!d.MenuOpen());
+        d.Back();
+    });
+    CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)2);
+    CHECK(g_test.commands == std::vector<UINT>{(UINT)IDCANCEL});
+}
+
 TEST_CASE(Ui_Platform_ButtonInfoAndSubMenusRoundTrip) {
     ResetTestDialog();
     ui::Script s;
