@@ -172,6 +172,9 @@ void EnsurePickerPart(int index) {
 }
 
 LRESULT CALLBACK EditorKeyProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam, UINT_PTR index, DWORD_PTR) {
+    if (msg == WM_NCDESTROY) RemoveWindowSubclass(hwnd, EditorKeyProc, index);
+    // The rows are gone while the dialog's children are being destroyed.
+    if ((int)index >= RowCount()) return DefSubclassProc(hwnd, msg, wParam, lParam);
     switch (msg) {
     case WM_GETDLGCODE: return DefSubclassProc(hwnd, msg, wParam, lParam) | DLGC_WANTARROWS;
     case WM_LBUTTONDOWN: g_itemEditor.rows[index].pickerPartChosen = true; break;
@@ -186,7 +189,6 @@ LRESULT CALLBACK EditorKeyProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam
         if (OnEditorKey((int)index, (UINT)wParam)) return 0;
         if (wParam == VK_LEFT || wParam == VK_RIGHT) EnsurePickerPart((int)index);
         break;
-    case WM_NCDESTROY: RemoveWindowSubclass(hwnd, EditorKeyProc, index); break;
     }
     return DefSubclassProc(hwnd, msg, wParam, lParam);
 }
