@@ -3,7 +3,6 @@
 #include <windows.h>
 #include <commctrl.h>
 
-#include <iterator>
 #include <string>
 
 #include "LangIds.h"
@@ -19,7 +18,6 @@
 #include "settings/ColorPicker.h"
 #include "settings/IconPicker.h"
 #include "program/ProgramIds.h"
-#include "ImageIds.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 //   ListDraw.cpp       owner drawing of rows and the header sort mark
 //   ListCommands.cpp   menu and soft-key commands, saving and leaving
 //   ListNotify.cpp     keys, taps and column clicks on the list view
-//   ListSort.cpp       the stable sort of the items and its comparators
+//   ListSort.h/.cpp    the stable sort of the items and its comparators
 //   CsvDialogs.h       text export and import with the file selection dialog
 #pragma once
 #include <windows.h>
