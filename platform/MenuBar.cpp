@@ -11,146 +11,28 @@
 
 #include <commctrl.h>
 
-#include <map>
 #include <string>
-#include <vector>
 
 #include "platform/Platform.h"
 #include "platform/PlatformInternal.h"
+#include "platform/SoftKeyBar.h"
 
 const wchar_t kBarProp[] = L"ZvSoftKeyBar";
+static const wchar_t kBarStateProp[] = L"ZvSoftKeyBarState";
+
+SoftKeyBarState* SoftKeyBarStateOf(HWND bar) {
+    return bar ? (SoftKeyBarState*)GetPropW(bar, kBarStateProp) : nullptr;
+}
 
 namespace {
 
 const UINT_PTR kBarSubclassId = 0x5A51;
-const COLORREF kBarTop = RGB(70, 70, 74);
-const COLORREF kBarBottom = RGB(18, 18, 20);
-const COLORREF kBarPressed = RGB(90, 110, 150);
-const COLORREF kBarText = RGB(255, 255, 255);
-const COLORREF kBarGrayText = RGB(130, 130, 130);
 
-struct BarState {
-    HWND parent = nullptr;
-    HMENU menu = nullptr;                // the whole menu the bar was built from (owned)
-    std::map<UINT, WORD> keyOverrides;   // virtual key -> SHMBOF_* flags
-    bool inBand = false;                 // shown in the parent's frame band
-    int tappedIndex = -1;                // button under a tap in the band
-    bool backDown = false;               // a Back press started on this bar
-    COLORREF background = CLR_NONE;      // SHCMBF_COLORBK
-    HFONT font = nullptr;
-};
-
-// Entries changed by numbering an open popup, restored when it closes.
-struct NumberedEntry {
-    HMENU menu;
-    UINT pos;
-    std::wstring original;
-    std::wstring numbered;
-};
-
-struct SoftKeyMenuState {
-    bool open = false;
-    std::vector<NumberedEntry> numbered;
-} g_menu;
-
-const wchar_t kBarStateProp[] = L"ZvSoftKeyBarState";
-
-BarState* StateOf(HWND bar) { return bar ? (BarState*)GetPropW(bar, kBarStateProp) : nullptr; }
-
-std::wstring StripMnemonics(const std::wstring& text) {
-    std::wstring out;
-    for (size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == L'&' && i + 1 < text.size()) ++i;
-        else if (text[i] == L'&') continue;
-        if (text[i] == L'\t') break;  // accelerator column
-        out += text[i];
-    }
-    return out;
-}
-
-std::wstring MenuItemText(HMENU menu, UINT pos) {
-    wchar_t buf[512] = L"";
-    MENUITEMINFOW mii = {};
-    mii.cbSize = sizeof mii;
-    mii.fMask = MIIM_STRING;
-    mii.dwTypeData = buf;
-    mii.cch = 511;
-    if (!GetMenuItemInfoW(menu, pos, TRUE, &mii)) return L"";
-    return buf;
-}
-
-void SetMenuItemText(HMENU menu, UINT pos, const std::wstring& text) {
-    MENUITEMINFOW mii = {};
-    mii.cbSize = sizeof mii;
-    mii.fMask = MIIM_STRING;
-    mii.dwTypeData = (LPWSTR)text.c_str();
-    SetMenuItemInfoW(menu, pos, TRUE, &mii);
-}
-
-// ---------------------------------------------------------------------------
-// Popups: numbered 1..9, 0 like the phone's menus, so a digit picks an entry.
-// ---------------------------------------------------------------------------
-void NumberMenu(HMENU menu) {
-    int count = GetMenuItemCount(menu);
-    int number = 0;
-    for (int pos = 0; pos < count; ++pos) {
-        MENUITEMINFOW mii = {};
-        mii.cbSize = sizeof mii;
-        mii.fMask = MIIM_FTYPE | MIIM_SUBMENU;
-        if (!GetMenuItemInfoW(menu, pos, TRUE, &mii)) continue;
-        if (mii.fType & (MFT_SEPARATOR | MFT_OWNERDRAW | MFT_BITMAP)) continue;
-        if (mii.hSubMenu) NumberMenu(mii.hSubMenu);
-        if (++number > 10) continue;
-        std::wstring original = MenuItemText(menu, pos);
-        std::wstring numbered = L"&";
-        numbered += (wchar_t)(L'0' + number % 10);
-        numbered += L' ';
-        numbered += StripMnemonics(original);
-        SetMenuItemText(menu, pos, numbered);
-        g_menu.numbered.push_back({menu, (UINT)pos, original, numbered});
-    }
-}
-
-// Puts the texts back, unless the program changed an entry meanwhile.
-void RestoreMenuTexts() {
-    for (const NumberedEntry& e : g_menu.numbered) {
-        if (IsMenu(e.menu) && MenuItemText(e.menu, e.pos) == e.numbered) SetMenuItemText(e.menu, e.pos, e.original);
-    }
-    g_menu.numbered.clear();
-}
-
-void OpenPopup(HWND bar, int index) {
-    BarState* st = StateOf(bar);
-    TBBUTTON button = {};
-    if (!st || g_menu.open || !SendMessageW(bar, TB_GETBUTTON, index, (LPARAM)&button)) return;
-    HMENU popup = (HMENU)button.dwData;
-    if (!popup || !IsMenu(popup)) return;
-
-    RECT item;
-    SendMessageW(bar, TB_GETITEMRECT, index, (LPARAM)&item);
-    MapWindowPoints(bar, nullptr, (POINT*)&item, 2);
-    RECT barRect;
-    GetWindowRect(bar, &barRect);
-    int count = (int)SendMessageW(bar, TB_BUTTONCOUNT, 0, 0);
-    bool rightSide = index > 0 && index == count - 1;
-    UINT align = rightSide ? TPM_RIGHTALIGN : TPM_LEFTALIGN;
-    int x = rightSide ? item.right : item.left;
-
-    g_menu.open = true;
-    NumberMenu(popup);
-    SendMessageW(bar, TB_PRESSBUTTON, button.idCommand, TRUE);
-    HWND parent = st->parent;
-    UINT cmd = (UINT)TrackPopupMenuEx(popup, TPM_RETURNCMD | TPM_BOTTOMALIGN | TPM_LEFTBUTTON | align, x, barRect.top,
-                                      parent, nullptr);
-    if (IsWindow(bar)) SendMessageW(bar, TB_PRESSBUTTON, button.idCommand, FALSE);
-    RestoreMenuTexts();
-    g_menu.open = false;
-    if (cmd && IsWindow(parent)) PostMessageW(parent, WM_COMMAND, MAKEWPARAM(cmd, 0), 0);
-}
+SoftKeyBarState* StateOf(HWND bar) { return SoftKeyBarStateOf(bar); }
 
 // A soft key: its command goes to the parent, or its popup opens.
 void PressButton(HWND bar, int index) {
-    BarState* st = StateOf(bar);
+    SoftKeyBarState* st = StateOf(bar);
     TBBUTTON button = {};
     if (!st || !SendMessageW(bar, TB_GETBUTTON, index, (LPARAM)&button)) return;
     if (!(button.fsState & TBSTATE_ENABLED) || (button.fsState & TBSTATE_HIDDEN)) return;
@@ -166,7 +48,7 @@ void BackDefault(HWND parent) {
 }
 
 void OnBarKey(HWND bar, UINT vk, bool up) {
-    BarState* st = StateOf(bar);
+    SoftKeyBarState* st = StateOf(bar);
     if (!st) return;
     WORD flags = 0;
     auto found = st->keyOverrides.find(vk);
@@ -212,65 +94,12 @@ LRESULT OnSetSubMenu(HWND bar, UINT id, HMENU menu) {
 }
 
 LRESULT OnOverrideKey(HWND bar, UINT vk, LPARAM lParam) {
-    BarState* st = StateOf(bar);
+    SoftKeyBarState* st = StateOf(bar);
     if (!st) return FALSE;
     WORD mask = LOWORD(lParam), value = HIWORD(lParam);
     WORD& flags = st->keyOverrides[vk];
     flags = (WORD)((flags & ~mask) | (value & mask));
     return TRUE;
-}
-
-// ---------------------------------------------------------------------------
-// Drawing: a dark bar with each label centred over its part.
-// ---------------------------------------------------------------------------
-void FillBar(HDC dc, const RECT& rc, COLORREF background) {
-    if (background != CLR_NONE) {
-        HBRUSH brush = CreateSolidBrush(background);
-        FillRect(dc, &rc, brush);
-        DeleteObject(brush);
-        return;
-    }
-    TRIVERTEX v[2] = {{rc.left, rc.top, (COLOR16)(GetRValue(kBarTop) << 8), (COLOR16)(GetGValue(kBarTop) << 8),
-                       (COLOR16)(GetBValue(kBarTop) << 8), 0},
-                      {rc.right, rc.bottom, (COLOR16)(GetRValue(kBarBottom) << 8),
-                       (COLOR16)(GetGValue(kBarBottom) << 8), (COLOR16)(GetBValue(kBarBottom) << 8), 0}};
-    GRADIENT_RECT g = {0, 1};
-    GradientFill(dc, v, 2, &g, 1, GRADIENT_FILL_RECT_V);
-}
-
-void DrawSoftKey(HDC dc, RECT rc, const wchar_t* text, bool enabled, bool pressed, HFONT font) {
-    if (pressed) {
-        HBRUSH brush = CreateSolidBrush(kBarPressed);
-        InflateRect(&rc, -2, -2);
-        FillRect(dc, &rc, brush);
-        DeleteObject(brush);
-        InflateRect(&rc, 2, 2);
-    }
-    HGDIOBJ oldFont = SelectObject(dc, font ? (HGDIOBJ)font : GetStockObject(DEFAULT_GUI_FONT));
-    int oldMode = SetBkMode(dc, TRANSPARENT);
-    COLORREF oldColor = SetTextColor(dc, enabled ? kBarText : kBarGrayText);
-    DrawTextW(dc, text, -1, &rc, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_HIDEPREFIX);
-    SetTextColor(dc, oldColor);
-    SetBkMode(dc, oldMode);
-    SelectObject(dc, oldFont);
-}
-
-LRESULT DrawButton(HWND bar, NMTBCUSTOMDRAW* cd) {
-    BarState* st = StateOf(bar);
-    wchar_t text[256] = L"";
-    SendMessageW(bar, TB_GETBUTTONTEXTW, cd->nmcd.dwItemSpec, (LPARAM)text);
-    bool enabled = (cd->nmcd.uItemState & (CDIS_DISABLED | CDIS_GRAYED)) == 0;
-    DrawSoftKey(cd->nmcd.hdc, cd->nmcd.rc, text, enabled, (cd->nmcd.uItemState & CDIS_SELECTED) != 0,
-                st ? st->font : nullptr);
-    return CDRF_SKIPDEFAULT;
-}
-
-LRESULT OnCustomDraw(HWND bar, NMTBCUSTOMDRAW* cd) {
-    switch (cd->nmcd.dwDrawStage) {
-    case CDDS_PREPAINT:     return CDRF_NOTIFYITEMDRAW;
-    case CDDS_ITEMPREPAINT: return DrawButton(bar, cd);
-    default:                return CDRF_DODEFAULT;
-    }
 }
 
 // The bar's rectangle in its parent's window coordinates (the band).
@@ -283,7 +112,7 @@ RECT BandOf(HWND bar, HWND parent) {
 }
 
 void RepaintBand(HWND bar) {
-    BarState* st = StateOf(bar);
+    SoftKeyBarState* st = StateOf(bar);
     if (!st || !st->inBand || !IsWindow(st->parent)) return;
     HDC dc = GetWindowDC(st->parent);
     if (!dc) return;
@@ -324,7 +153,7 @@ void LayoutButtons(HWND bar) {
 LRESULT CALLBACK BarProc(HWND bar, UINT msg, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR);
 
 void OnBarDestroy(HWND bar) {
-    BarState* st = StateOf(bar);
+    SoftKeyBarState* st = StateOf(bar);
     RemoveWindowSubclass(bar, BarProc, kBarSubclassId);
     RemovePropW(bar, kBarStateProp);
     if (!st) return;
@@ -353,14 +182,14 @@ LRESULT CALLBACK BarProc(HWND bar, UINT msg, WPARAM wParam, LPARAM lParam, UINT_
         break;
     case WM_NOTIFY:
         if (((NMHDR*)lParam)->hwndFrom == bar) {
-            if (((NMHDR*)lParam)->code == (UINT)NM_CUSTOMDRAW) return OnCustomDraw(bar, (NMTBCUSTOMDRAW*)lParam);
+            if (((NMHDR*)lParam)->code == (UINT)NM_CUSTOMDRAW) return DrawSoftKeyBarItems(bar, (NMTBCUSTOMDRAW*)lParam);
             return 0;
         }
         break;
     case WM_ERASEBKGND: {
         RECT rc;
         GetClientRect(bar, &rc);
-        FillBar((HDC)wParam, rc, StateOf(bar) ? StateOf(bar)->background : CLR_NONE);
+        FillSoftKeyBar((HDC)wParam, rc, StateOf(bar) ? StateOf(bar)->background : CLR_NONE);
         return 1;
     }
     case WM_SIZE: {
@@ -369,7 +198,7 @@ LRESULT CALLBACK BarProc(HWND bar, UINT msg, WPARAM wParam, LPARAM lParam, UINT_
         return r;
     }
     case kMsgBarKey:         OnBarKey(bar, (UINT)wParam, lParam != 0); return 0;
-    case kMsgBarOpenPopup:   OpenPopup(bar, (int)wParam); return 0;
+    case kMsgBarOpenPopup:   OpenSoftKeyPopup(bar, (int)wParam); return 0;
     case WM_NCDESTROY:       OnBarDestroy(bar); break;
     }
     if (ChangesLook(msg)) {
@@ -414,7 +243,7 @@ HFONT CreateBarFont() {
 
 }  // namespace
 
-bool SoftKeyMenuIsOpen() { return g_menu.open; }
+
 
 HWND FindSoftKeyBar(HWND parent) {
     HWND bar = parent ? (HWND)GetPropW(parent, kBarProp) : nullptr;
@@ -425,7 +254,7 @@ HWND FindSoftKeyBar(HWND parent) {
 // that is not on the phone screen, along the bottom of its client area).
 void PlaceSoftKeyBar(HWND parent) {
     HWND bar = FindSoftKeyBar(parent);
-    BarState* st = bar ? StateOf(bar) : nullptr;
+    SoftKeyBarState* st = bar ? StateOf(bar) : nullptr;
     if (!st) return;
     RECT client;
     GetClientRect(parent, &client);
@@ -435,30 +264,10 @@ void PlaceSoftKeyBar(HWND parent) {
     RepaintBand(bar);
 }
 
-void PaintSoftKeyBand(HWND parent, HDC dc, const RECT& band) {
-    HWND bar = FindSoftKeyBar(parent);
-    BarState* st = bar ? StateOf(bar) : nullptr;
-    FillBar(dc, band, st ? st->background : CLR_NONE);
-    if (!st || !(GetWindowLongW(bar, GWL_STYLE) & WS_VISIBLE)) return;
-    int count = (int)SendMessageW(bar, TB_BUTTONCOUNT, 0, 0);
-    if (count <= 0) return;
-    int width = (band.right - band.left) / count;
-    for (int i = 0; i < count; ++i) {
-        TBBUTTON button = {};
-        if (!SendMessageW(bar, TB_GETBUTTON, i, (LPARAM)&button) || (button.fsState & TBSTATE_HIDDEN)) continue;
-        wchar_t text[256] = L"";
-        SendMessageW(bar, TB_GETBUTTONTEXTW, button.idCommand, (LPARAM)text);
-        RECT rc = {band.left + i * width, band.top, i == count - 1 ? band.right : band.left + (i + 1) * width,
-                   band.bottom};
-        DrawSoftKey(dc, rc, text, (button.fsState & TBSTATE_ENABLED) != 0, (button.fsState & TBSTATE_PRESSED) != 0,
-                    st->font);
-    }
-}
-
 // A tap in the band presses the key under it when released over it.
 void TapSoftKeyBand(HWND parent, POINT pt, bool up) {
     HWND bar = FindSoftKeyBar(parent);
-    BarState* st = bar ? StateOf(bar) : nullptr;
+    SoftKeyBarState* st = bar ? StateOf(bar) : nullptr;
     if (!st || !IsWindowVisible(bar) || !IsWindowEnabled(parent)) return;
     RECT rc;
     GetWindowRect(bar, &rc);
@@ -517,7 +326,7 @@ BOOL CreateSoftKeyBar(SHMENUBARINFO* pmbi, HMENU menu) {
         if (menu) DestroyMenu(menu);
         return FALSE;
     }
-    BarState* st = new BarState;
+    SoftKeyBarState* st = new SoftKeyBarState;
     st->parent = parent;
     st->menu = menu;
     st->inBand = inBand;

@@ -4,10 +4,14 @@
 //
 // Table of contents of platform/:
 //   aygshell.h        the shell interface (declarations)
-//   PhoneScreen.cpp   the screen rectangle, fitting windows onto it
+//   PhoneScreen.cpp   the screen rectangle, fitting windows onto it, the
+//                     frame band under the client area that shows the bar
 //   MenuBar.cpp       SHCreateMenuBar: the soft-key bar and its messages
+//   SoftKeyMenu.cpp   popups opened from a soft key, numbered for digits
+//   SoftKeyPaint.cpp  the bar's look
 //   SoftKeys.cpp      the thread keyboard hook: F1/F2/Esc to the bar
 //   ShellMisc.cpp     SHInitDialog, activation, Back key, Done, SIP, TransparentImage
+//   SoftKeyBar.h, PlatformInternal.h   shared inside platform/ only
 #pragma once
 #include <windows.h>
 
