@@ -354,6 +354,20 @@ void Dlg::TapCell(int listId, int row, int col) {
 }
 void Dlg::SetFocusTo(int ctrlId) { SetFocus(Item(ctrlId)); }
 
+// The bar is shown in the window's frame: a click there is a non-client
+// click at a screen point of the band.
+void Dlg::TapSoftKey(SoftKeySide side) {
+    HWND bar = MenuBar();
+    if (!bar) return;
+    RECT band;
+    GetWindowRect(bar, &band);
+    POINT pt = {side == Left ? band.left + (band.right - band.left) / 4 : band.right - (band.right - band.left) / 4,
+                (band.top + band.bottom) / 2};
+    LRESULT hit = SendMessageW(hwnd, WM_NCHITTEST, 0, MAKELPARAM(pt.x, pt.y));
+    PostMessageW(hwnd, WM_NCLBUTTONDOWN, hit, MAKELPARAM(pt.x, pt.y));
+    PostMessageW(hwnd, WM_NCLBUTTONUP, hit, MAKELPARAM(pt.x, pt.y));
+}
+
 // ---------------------------------------------------------------------------
 // Dlg: reading
 // ---------------------------------------------------------------------------

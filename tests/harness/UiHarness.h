@@ -62,6 +62,7 @@ public:
     void Char(wchar_t ch);             // WM_CHAR to the focused control
     void Type(const wchar_t* text);    // WM_CHAR for every character
     void SoftKey(SoftKeySide side);    // F1 or F2
+    void TapSoftKey(SoftKeySide side); // a mouse click on the key in the bar under the client area
     void Back();                       // Esc
     void Enter();                      // Return
     void Command(UINT id);             // WM_COMMAND id (lParam 0) posted to the window

@@ -334,10 +334,7 @@ TEST_CASE(Ui_Platform_ClickInTheBarBandPressesTheKey) {
     s.Step([](ui::Dlg& d) {
         CHECK(!d.MenuOpen());
         CHECK(g_test.commands.empty());
-        RECT band = ScreenRectOf(d.MenuBar());
-        POINT left = {band.left + 10, (band.top + band.bottom) / 2};
-        PostMessageW(d.hwnd, WM_NCLBUTTONDOWN, HTOBJECT, MAKELPARAM(left.x, left.y));
-        PostMessageW(d.hwnd, WM_NCLBUTTONUP, HTOBJECT, MAKELPARAM(left.x, left.y));
+        d.TapSoftKey(ui::Left);
     });
     CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
     CHECK(g_test.commands == std::vector<UINT>{kCmdDone});
