@@ -118,6 +118,13 @@ def without_icon(data, header):
     return data[:header] + b"".join(chunk(t, p) for t, p in rest)
 
 
+def widths_doubled(data, header):
+    """The same file with every column width (chunk 1001) twice as wide."""
+    rest = chunks_after(data, header)
+    return data[:header] + b"".join(
+        chunk(t, struct.pack("<i", 2 * struct.unpack("<i", p)[0]) if t == 1001 else p) for t, p in rest)
+
+
 def icon_size(data, header):
     rest = chunks_after(data, header)
     if not rest or rest[0][0] != 1007:
@@ -267,8 +274,8 @@ def main():
     check(status == 1 and len(err) == 1 and not os.path.exists(os.path.join(WORK, "never.zvl")),
           "new from a refused template leaves nothing", (status, err))
 
-    # The samples: all ten in both variants, icons 16 and 32 pixels, the
-    # variants otherwise identical.
+    # The samples: all ten in both variants, icons 16 and 32 pixels, column
+    # widths doubled for the high-density screen, otherwise identical.
     lists = ["Business/Company goals 2007.zvl", "Personal/Grocery - morning workdays.zvl",
              "Personal/Grocery - weekly.zvl", "Personal/Travel - business flights.zvl"]
     templates = ["Goals.zvt", "Packing.zvt", "Shopping.zvt", "Simple list.zvt", "Dated Assignments.zvt",
@@ -282,7 +289,8 @@ def main():
         qb, vb = open(q, "rb").read(), open(v, "rb").read()
         check(icon_size(qb, header) == (16, 16) and icon_size(vb, header) == (32, 32), "sample icons: " + rel,
               (icon_size(qb, header), icon_size(vb, header)))
-        check(without_icon(qb, header) == without_icon(vb, header), "sample variants agree: " + rel)
+        check(widths_doubled(without_icon(qb, header), header) == without_icon(vb, header),
+              "sample variants agree: " + rel)
 
     status, out, err = zvl("info", os.path.join(SAMPLES, "qvga", "lists", "Business", "Company goals 2007.zvl"))
     check(status == 0 and "Items:    8" in out and "Sort:     Due (field 2), ascending (flag 0)" in out,

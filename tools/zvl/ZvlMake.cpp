@@ -75,6 +75,9 @@ bool LoadIcon(const std::wstring& name, const std::wstring& sourcePath, const st
 bool WriteSource(SampleSource& source, const std::wstring& sourcePath, const std::wstring& outPath, int iconSize,
                  const std::wstring& iconFolder) {
     if (!source.icon.empty() && !LoadIcon(source.icon, sourcePath, iconFolder, iconSize, source.doc.icon)) return false;
+    // Widths are written for a 96-dpi screen, as the 16-pixel icons are; the
+    // copy for high-density screens gets both at twice the size.
+    for (FieldDef& field : source.doc.fields) field.columnWidth = field.columnWidth * iconSize / 16;
     CaptureDocMessages(outPath, IDNO);
     FileStatus status;
     if (source.isTemplate) {
