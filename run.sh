@@ -25,9 +25,9 @@ sleep 1
 crop=
 if [ -n "$window" ]; then
   eval "$(DISPLAY=$display xdotool getwindowgeometry --shell "$window")"
-  crop="-crop ${WIDTH}x${HEIGHT}+${X}+${Y} +repage"
+  crop="${WIDTH}x${HEIGHT}+${X}+${Y}"
 fi
-xwd -root -display "$display" -silent | convert xwd:- $crop build/screenshot.png
+tools/screenshot.sh "$display" build/screenshot.png $crop
 echo "Screenshot: build/screenshot.png"
 WINEPREFIX="$PWD/build/wine" wineserver -k 2>/dev/null || true
 wait $pid 2>/dev/null || true
