@@ -16,7 +16,7 @@ namespace {
 Bytes TgaHeader(int type, int width, int height, int bits, int descriptor, int idLength = 0, int colourMap = 0) {
     Bytes b;
     b.u8(idLength).u8(colourMap).u8(type);
-    for (int i = 0; i < 9; ++i) b.u8(0);  // colour map spec and origin
+    for (int i = 0; i < 9; ++i) b.u8(0);  // colour map fields and origin
     b.u16(width).u16(height).u8(bits).u8(descriptor);
     return b;
 }

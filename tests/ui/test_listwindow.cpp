@@ -28,19 +28,19 @@ using Texts = std::vector<std::wstring>;
 // A shopping check list: Done (check), Item (text), Qty (number),
 // Got (a second check column).
 ListSpec Grocery() {
-    ListSpec spec;
-    spec.fields = {Field(L"Done", 6, 30), Field(L"Item", 3, 90), Field(L"Qty", 5, 40), Field(L"Got", 6, 30)};
-    spec.items = {
+    ListSpec content;
+    content.fields = {Field(L"Done", 6, 30), Field(L"Item", 3, 90), Field(L"Qty", 5, 40), Field(L"Got", 6, 30)};
+    content.items = {
         {{Choice(0), Txt(L"milk"), Txt(L"2"), Choice(0)}},
         {{Choice(1), Txt(L"Bread"), Txt(L"10"), Choice(0)}},
         {{Choice(0), Txt(L"apples"), Txt(L"1.5"), Choice(1)}},
     };
-    return spec;
+    return content;
 }
 
-std::wstring WriteList(const std::wstring& name, const ListSpec& spec) {
+std::wstring WriteList(const std::wstring& name, const ListSpec& content) {
     std::wstring path = TestFolder() + name;
-    WriteFileBytes(path, ListBytes(spec));
+    WriteFileBytes(path, ListBytes(content));
     return path;
 }
 
@@ -49,9 +49,9 @@ std::wstring WriteList(const std::wstring& name, const ListSpec& spec) {
 }  // namespace
 
 TEST_CASE(Ui_List_OpensCheckListWithMenusAndBackup) {
-    ListSpec spec = Grocery();
-    spec.fields[3].name = L"";  // an empty name: " " in the header, its type's name in the menu
-    std::wstring path = WriteList(L"Grocery - weekly.zvl", spec);
+    ListSpec content = Grocery();
+    content.fields[3].name = L"";  // an empty name: " " in the header, its type's name in the menu
+    std::wstring path = WriteList(L"Grocery - weekly.zvl", content);
     ListOpenRequest req;
     ui::Script s;
     s.Step([&](ui::Dlg& d) {
@@ -126,12 +126,12 @@ namespace {
 // with the view state it should be saved with.
 ListSpec GroceryAs(std::vector<int> order, int sortColumn, int flag) {
     ListSpec base = Grocery();
-    ListSpec spec = base;
-    spec.items.clear();
-    for (int i : order) spec.items.push_back(base.items[(size_t)i]);
-    spec.sortColumn = sortColumn;
-    spec.sortFlag = flag;
-    return spec;
+    ListSpec content = base;
+    content.items.clear();
+    for (int i : order) content.items.push_back(base.items[(size_t)i]);
+    content.sortColumn = sortColumn;
+    content.sortFlag = flag;
+    return content;
 }
 
 bool HeaderHasMark(ui::Dlg& d, int column) {
@@ -160,9 +160,9 @@ void CheckBox(const ui::MessageBoxRecord& box, UINT text, UINT caption, UINT but
 }  // namespace
 
 TEST_CASE(Ui_List_NonCheckListWithoutItemsComputesWidths) {
-    ListSpec spec;
-    spec.fields = {Field(L"Due", 0, 77), Field(L"Prio", 2, 77), Field(L"Task", 3, 77), Field(L"Ok", 6, 77)};
-    std::wstring path = WriteList(L"Empty.zvl", spec);
+    ListSpec content;
+    content.fields = {Field(L"Due", 0, 77), Field(L"Prio", 2, 77), Field(L"Task", 3, 77), Field(L"Ok", 6, 77)};
+    std::wstring path = WriteList(L"Empty.zvl", content);
     ListOpenRequest req;
     ui::Script s;
     s.Step([&](ui::Dlg& d) {
@@ -243,15 +243,15 @@ TEST_CASE(Ui_List_TextThenNumberSortInOppositeSenses) {
 }
 
 TEST_CASE(Ui_List_DatesAndPrioritiesSortByMeaning) {
-    ListSpec spec;
-    spec.fields = {Field(L"Due", 0, 70), Field(L"Prio", 2, 30), Field(L"Task", 3, 90)};
-    spec.items = {
+    ListSpec content;
+    content.fields = {Field(L"Due", 0, 70), Field(L"Prio", 2, 30), Field(L"Task", 3, 90)};
+    content.items = {
         {{When(2007, 3, 1), Choice(0), Txt(L"first")}},   // normal
         {{When(2006, 12, 24), Choice(2), Txt(L"second")}}, // low
         {{When(2007, 3, 1), Choice(1), Txt(L"third")}},   // high
         {{When(2007, 3, 1), Choice(1), Txt(L"fourth")}},  // high
     };
-    std::wstring path = WriteList(L"Dates.zvl", spec);
+    std::wstring path = WriteList(L"Dates.zvl", content);
     ListOpenRequest req;
     ui::Script s;
     s.Step([&](ui::Dlg& d) { d.Command(IDM_SORT_BASE + 1); });
@@ -276,8 +276,8 @@ TEST_CASE(Ui_List_DatesAndPrioritiesSortByMeaning) {
 }
 
 TEST_CASE(Ui_List_AddLandsAtItsSortedPlace) {
-    ListSpec spec = GroceryAs({2, 1, 0}, 1, 1);  // saved sorted by Item, ascending
-    std::wstring path = WriteList(L"Grocery.zvl", spec);
+    ListSpec content = GroceryAs({2, 1, 0}, 1, 1);  // saved sorted by Item, ascending
+    std::wstring path = WriteList(L"Grocery.zvl", content);
     ListOpenRequest req;
     ui::Script s;
     s.Step([&](ui::Dlg& d) { d.Command(IDM_ADD_ITEM); });
@@ -293,7 +293,7 @@ TEST_CASE(Ui_List_AddLandsAtItsSortedPlace) {
         d.SoftKey(ui::Left);
     });
     CHECK_EQ((int)RUN_LIST(s, path, req), 1);
-    ListSpec want = spec;
+    ListSpec want = content;
     ItemSpec cheese;
     cheese.cells = {Choice(0), Txt(L"Cheese"), Txt(L""), Choice(0)};
     want.items.insert(want.items.begin() + 2, cheese);
@@ -479,9 +479,9 @@ TEST_CASE(Ui_List_LeaveQuestionNoKeepsTheWindow) {
 }
 
 TEST_CASE(Ui_List_DeleteCheckedRemovesExactlyOnes) {
-    ListSpec spec = Grocery();
-    spec.items[0].cells[0] = Choice(2);  // not exactly 1: stays
-    std::wstring path = WriteList(L"Grocery.zvl", spec);
+    ListSpec content = Grocery();
+    content.items[0].cells[0] = Choice(2);  // not exactly 1: stays
+    std::wstring path = WriteList(L"Grocery.zvl", content);
     ListOpenRequest req;
     ui::Script s;
     s.Step([&](ui::Dlg& d) { d.Command(IDM_DELETE_CHECKED); });
@@ -490,7 +490,7 @@ TEST_CASE(Ui_List_DeleteCheckedRemovesExactlyOnes) {
         d.SoftKey(ui::Left);
     });
     CHECK_EQ((int)RUN_LIST(s, path, req), 1);
-    ListSpec want = spec;
+    ListSpec want = content;
     want.items.erase(want.items.begin() + 1);
     CHECK_BYTES(ReadFileBytes(path), ListBytes(want));
 }
@@ -526,9 +526,9 @@ TEST_CASE(Ui_List_ExportWritesTheUtf16File) {
 }
 
 TEST_CASE(Ui_List_OtherVersionIsRefusedWithoutBackup) {
-    ListSpec spec = Grocery();
-    spec.version = L"1.6";
-    std::wstring path = WriteList(L"Old.zvl", spec);
+    ListSpec content = Grocery();
+    content.version = L"1.6";
+    std::wstring path = WriteList(L"Old.zvl", content);
     ListOpenRequest req;
     ui::Script s;
     CHECK_EQ((int)RUN_LIST(s, path, req), 1);

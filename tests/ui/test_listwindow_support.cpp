@@ -32,15 +32,15 @@ Cell When(int year, int month, int day, int hour, int minute) {
 static bool IsChoice(int type) { return type == 2 || type == 4 || type == 6 || type == 8; }
 static bool IsMoment(int type) { return type == 0 || type == 1 || type == 7; }
 
-std::vector<unsigned char> ListBytes(const ListSpec& spec) {
+std::vector<unsigned char> ListBytes(const ListSpec& content) {
     Bytes out;
     // Header: the version in an 8-byte slot, field count, item count.
-    std::wstring version = spec.version;
+    std::wstring version = content.version;
     version.resize(4, L'\0');
     out.Wide(version, false);
-    out.U32((uint32_t)spec.fields.size()).U32((uint32_t)spec.items.size());
-    out.Chunk(1010, 8).U32((uint32_t)spec.sortColumn).U32((uint32_t)spec.sortFlag);
-    for (const FieldSpec& f : spec.fields) {
+    out.U32((uint32_t)content.fields.size()).U32((uint32_t)content.items.size());
+    out.Chunk(1010, 8).U32((uint32_t)content.sortColumn).U32((uint32_t)content.sortFlag);
+    for (const FieldSpec& f : content.fields) {
         out.Chunk(4321, 0);
         out.U32Chunk(1001, (uint32_t)f.width);
         out.TextChunk(1004, f.name);
@@ -51,10 +51,10 @@ std::vector<unsigned char> ListBytes(const ListSpec& spec) {
         out.U32Chunk(1006, 0);
         out.Chunk(1234, 0);
     }
-    for (const ItemSpec& item : spec.items) {
+    for (const ItemSpec& item : content.items) {
         if (item.backColor != 0xFFFFFFFF) out.U32Chunk(120, item.backColor);
-        for (size_t i = 0; i < spec.fields.size(); ++i) {
-            int type = spec.fields[i].type;
+        for (size_t i = 0; i < content.fields.size(); ++i) {
+            int type = content.fields[i].type;
             const Cell& c = item.cells[i];
             if (IsChoice(type)) {
                 out.U32Chunk((uint32_t)type, (uint32_t)c.choice);

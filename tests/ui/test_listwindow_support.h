@@ -79,8 +79,8 @@ struct ListSpec {
     std::vector<ItemSpec> items;
 };
 
-// The whole file for `spec` as the layout defines it.
-std::vector<unsigned char> ListBytes(const ListSpec& spec);
+// The whole file for `content` as the layout defines it.
+std::vector<unsigned char> ListBytes(const ListSpec& content);
 
 // A folder of its own for the list tests ("\zvlisttests\"), emptied.
 std::wstring TestFolder();
@@ -88,7 +88,7 @@ void WriteFileBytes(const std::wstring& path, const std::vector<unsigned char>& 
 std::vector<unsigned char> ReadFileBytes(const std::wstring& path);
 bool FileExists(const std::wstring& path);
 
-// Writes `spec` to `path` and runs the list window on it under `script`.
+// Writes `content` to `path` and runs the list window on it under `script`.
 INT_PTR RunList(ui::Script& script, const std::wstring& path, ListOpenRequest& request, const char* file, int line);
 
 // Texts of column `col` of every row, top to bottom.

@@ -102,14 +102,14 @@ std::wstring Parse(int argc, wchar_t** argv, CommandLine& cl) {
     }
     if (cl.help) return std::wstring();
     if (cl.command.empty()) return L"no command given";
-    for (const CommandSpec& spec : kCommands) {
-        if (cl.command != spec.name) continue;
-        if (cl.args.size() != spec.argCount)
-            return cl.command + L" takes " + std::to_wstring(spec.argCount) +
-                   (spec.argCount == 1 ? L" file" : L" paths");
-        if (cl.json && !spec.json) return L"--json works with show only";
-        if (cl.force && !spec.force) return L"--force works with import, new and make only";
-        if ((!cl.iconFolder.empty() || cl.iconSize != 16) && !spec.make)
+    for (const CommandSpec& command : kCommands) {
+        if (cl.command != command.name) continue;
+        if (cl.args.size() != command.argCount)
+            return cl.command + L" takes " + std::to_wstring(command.argCount) +
+                   (command.argCount == 1 ? L" file" : L" paths");
+        if (cl.json && !command.json) return L"--json works with show only";
+        if (cl.force && !command.force) return L"--force works with import, new and make only";
+        if ((!cl.iconFolder.empty() || cl.iconSize != 16) && !command.make)
             return L"--icons and --icon-size work with make only";
         return std::wstring();
     }
