@@ -5,6 +5,7 @@
 #include <string>
 
 #include "app/Startup.h"
+#include "document/ListFile.h"
 #include "base/AppGlobals.h"
 #include "LangIds.h"
 #include "platform/Platform.h"
@@ -117,4 +118,44 @@ TEST_CASE(Ui_Main_MissingLanguageModule) {
         CHECK_EQ(ui::MessageBoxes()[0].caption, std::wstring(L"Error"));
         CHECK_EQ(ui::MessageBoxes()[0].icon, (UINT)MB_ICONEXCLAMATION);
     }
+}
+
+namespace {
+int CheckedItems(const std::wstring& path) {
+    ListDocument doc;
+    ReadListOptions quiet;
+    quiet.makeBackup = false;
+    quiet.showMessages = false;
+    if (readListFile(path.c_str(), doc, quiet) != FileStatus::Ok) return -1;
+    int n = 0;
+    for (const ListItem& item : doc.items) n += item.values[0].choice != 0;
+    return n;
+}
+}  // namespace
+
+// A list named on the command line, the way a double-click hands it over:
+// the list window opens at once, the keyboard alone edits and saves it, and
+// the program ends with the window.
+TEST_CASE(Ui_Main_CommandLineListEditedAndSaved) {
+    ModulesScope keep;
+    Install(L"LangEng.dll");
+    std::wstring list = std::wstring(kLists) + L"\\Personal\\Grocery - weekly.zvl";
+    CHECK(CopyFileW((BinFolder() + L"samples\\qvga\\lists\\Personal\\Grocery - weekly.zvl").c_str(), list.c_str(), FALSE));
+    int checkedBefore = CheckedItems(list);
+    CHECK(checkedBefore > 0);
+
+    std::wstring commandLine = L"\"" + list + L"\"";
+    UnquoteDesktopCommandLine(&commandLine[0]);
+    ui::Script s;
+    s.WaitUntil([](ui::Dlg& d) { return d.MenuBar() != nullptr && d.hwnd != MainWindow(); });
+    s.Step([](ui::Dlg& d) { d.Key(VK_DOWN); });
+    s.Step([](ui::Dlg& d) { d.Key(VK_RETURN); });  // toggles the check of the focused row
+    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });  // Save
+    INT_PTR started = ui::RunModal(s, [&] { return (INT_PTR)InitInstance(hInstance, SW_SHOW, &commandLine[0]); });
+    CHECK_EQ(started, (INT_PTR)FALSE);  // the main window ended with the list window
+    CHECK(MainWindow() == nullptr);
+    CHECK(ui::MessageBoxes().empty());
+    int checkedAfter = CheckedItems(list);
+    CHECK(checkedAfter == checkedBefore + 1 || checkedAfter == checkedBefore - 1);
+    CHECK(Exists(std::wstring(kLists) + L"\\Personal\\Grocery - weekly.BAK"));
 }
