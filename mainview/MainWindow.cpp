@@ -1,5 +1,7 @@
 #include "mainview/MainWindow.h"
 
+#include <commctrl.h>
+
 #include "app/Startup.h"
 #include "base/AppGlobals.h"
 #include "mainview/CommandLineFile.h"
@@ -27,6 +29,8 @@ void CreateMenuBar(HWND hwnd) {
     info.hInstRes = hLangModule;
     g_hMainMenuBar = SHCreateMenuBar(&info) ? info.hwndMB : nullptr;
     if (g_hMainMenuBar) {
+        // Without the tree there is nothing for the left soft key to open.
+        SendMessageW(g_hMainMenuBar, TB_ENABLEBUTTON, IDM_OPEN, FALSE);
         // Back reaches the window as WM_HOTKEY instead of its default action.
         SendMessageW(g_hMainMenuBar, SHCMBM_OVERRIDEKEY, VK_ESCAPE,
                      MAKELPARAM(SHMBOF_NODEFAULT | SHMBOF_NOTIFY, SHMBOF_NODEFAULT | SHMBOF_NOTIFY));
@@ -77,6 +81,19 @@ LRESULT OnCommand(HWND hwnd, UINT id) {
     return 0;
 }
 
+// The category tree and the commands that act on its items come later; until
+// then only the commands that need no tree are offered.
+bool IsAvailableCommand(UINT id) { return id == IDM_ABOUT || id == IDM_EXIT; }
+
+LRESULT OnInitMenuPopup(HMENU menu) {
+    for (int i = 0, n = GetMenuItemCount(menu); i < n; ++i) {
+        UINT id = GetMenuItemID(menu, i);
+        if (id == (UINT)-1 || id == 0) continue;  // a sub-menu or a separator
+        EnableMenuItem(menu, i, MF_BYPOSITION | (IsAvailableCommand(id) ? MF_ENABLED : MF_GRAYED));
+    }
+    return 0;
+}
+
 LRESULT OnHotKey(WPARAM wParam, LPARAM lParam) {
     if (HIWORD(lParam) == VK_ESCAPE) SHSendBackToFocusWindow(WM_HOTKEY, wParam, lParam);
     return 0;
@@ -91,6 +108,7 @@ LRESULT CALLBACK MainWndProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) 
     case WM_PAINT: return OnPaint(hwnd);
     case WM_SETTINGCHANGE: SHHandleWMSettingChange(hwnd, wParam, lParam, &g_activateInfo); return 0;
     case WM_COMMAND: return OnCommand(hwnd, LOWORD(wParam));
+    case WM_INITMENUPOPUP: return OnInitMenuPopup((HMENU)wParam);
     case WM_TIMER: KillTimer(hwnd, wParam); return 0;
     case WM_HOTKEY: return OnHotKey(wParam, lParam);
     }

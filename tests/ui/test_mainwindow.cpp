@@ -97,6 +97,11 @@ TEST_CASE(Ui_Main_StartShowsSoftKeysAndMenu) {
         std::vector<std::wstring> items = ui::Dlg::MenuTexts(d.SoftKeyMenu(ui::Right));
         CHECK(items.size() >= 3);
         if (!items.empty()) CHECK(items[0].compare(0, 3, L"&1 ") == 0);
+        // Only the commands that need no category tree are offered.
+        HMENU menu = d.SoftKeyMenu(ui::Right);
+        CHECK(!(GetMenuState(menu, IDM_EXIT, MF_BYCOMMAND) & MF_GRAYED));
+        CHECK(!(GetMenuState(menu, IDM_ABOUT, MF_BYCOMMAND) & MF_GRAYED));
+        CHECK(GetMenuState(menu, IDM_NEW_LIST, MF_BYCOMMAND) & MF_GRAYED);
         d.Back();
     });
     s.WaitUntil([](ui::Dlg& d) { return !d.MenuOpen(); });
