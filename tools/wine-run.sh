@@ -41,7 +41,7 @@ ensure_prefix() {
   exec 9>"$build/wine.lock"
   flock 9
   # Bump when the prefix settings below change: existing prefixes pick them up.
-  local version=2
+  local version=3
   if [ ! -d "$WINEPREFIX/drive_c" ]; then
     rm -rf "$WINEPREFIX"
     wineboot -i >/dev/null 2>&1 </dev/null
@@ -52,6 +52,8 @@ ensure_prefix() {
     # A crash ends the program with a report on stderr instead of a dialog
     # that would wait for a click that never comes.
     wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1 </dev/null
+    # The caption buttons are drawn with Marlett; Debian keeps it outside the prefix.
+    [ -f /usr/share/wine/fonts/marlett.ttf ] && cp /usr/share/wine/fonts/marlett.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
     echo "$version" > "$WINEPREFIX/.zv-ready"
   fi
   # A persistent server and its services, started detached from our output.
