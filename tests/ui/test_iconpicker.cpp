@@ -15,6 +15,7 @@
 #include "settings/IconPicker.h"
 #include "tests/framework/ZvTest.h"
 #include "tests/harness/UiHarness.h"
+#include "tests/ui/UiTestUtil.h"
 
 namespace {
 
@@ -34,39 +35,13 @@ const Rgb kGrey = {90, 90, 90};
 // An uncompressed true-colour TGA filled with one colour: 18-byte header,
 // then bottom-up rows of blue, green, red (and alpha at 32 bits).
 void WriteTga(const std::wstring& path, int width, int height, int bits, Rgb c, BYTE imageType = 2) {
-    std::vector<BYTE> bytes(18, 0);
-    bytes[2] = imageType;
-    bytes[12] = (BYTE)(width & 0xFF);
-    bytes[13] = (BYTE)(width >> 8);
-    bytes[14] = (BYTE)(height & 0xFF);
-    bytes[15] = (BYTE)(height >> 8);
-    bytes[16] = (BYTE)bits;
-    bytes[17] = bits == 32 ? 8 : 0;
+    std::vector<BYTE> bytes = {0, 0, imageType, 0, 0, 0, 0, 0, 0, 0, 0, 0, (BYTE)width, (BYTE)(width >> 8),
+                               (BYTE)height, (BYTE)(height >> 8), (BYTE)bits, (BYTE)(bits == 32 ? 8 : 0)};
     for (int i = 0; i < width * height; ++i) {
-        bytes.push_back(c.b);
-        bytes.push_back(c.g);
-        bytes.push_back(c.r);
+        bytes.insert(bytes.end(), {c.b, c.g, c.r});
         if (bits == 32) bytes.push_back(255);
     }
-    HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    DWORD written = 0;
-    WriteFile(file, bytes.data(), (DWORD)bytes.size(), &written, nullptr);
-    CloseHandle(file);
-}
-
-void RemoveTree(const std::wstring& folder) {
-    WIN32_FIND_DATAW found;
-    HANDLE search = FindFirstFileW((folder + L"*").c_str(), &found);
-    if (search != INVALID_HANDLE_VALUE) {
-        do {
-            std::wstring name = found.cFileName;
-            if (name == L"." || name == L"..") continue;
-            if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) RemoveTree(folder + name + L"\\");
-            else DeleteFileW((folder + name).c_str());
-        } while (FindNextFileW(search, &found));
-        FindClose(search);
-    }
-    RemoveDirectoryW(folder.c_str());
+    uitest::WriteFileBytes(path, bytes);
 }
 
 // The icons folder of these tests, on drive C: of the test prefix, and the
@@ -74,18 +49,16 @@ void RemoveTree(const std::wstring& folder) {
 // then the folder's own files by name; big.tga counts only at 192 dpi and
 // mapped.tga (colour-mapped) never.
 struct IconFolderFixture {
-    wchar_t oldDirectory[MAX_PATH];
+    uitest::OnDriveC drive;
     CeString oldFolder;
     int oldDirty;
 
     IconFolderFixture() {
-        GetCurrentDirectoryW(MAX_PATH, oldDirectory);
-        SetCurrentDirectoryW(L"C:\\");
         // The value itself, not Set: nothing here should reach the registry.
         oldFolder = g_appSettings.IconsFolder.value;
         oldDirty = g_appSettings.IconsFolder.dirty;
         std::wstring root = kIconsRoot;
-        RemoveTree(root);
+        uitest::RemoveTree(root);
         CreateDirectoryW(root.c_str(), nullptr);
         CreateDirectoryW((root + L"sub").c_str(), nullptr);
         WriteTga(root + L"a.tga", 16, 16, 32, kRed);
@@ -101,8 +74,7 @@ struct IconFolderFixture {
         IconPicker::ReleaseIconCache();
         g_appSettings.IconsFolder.value = oldFolder;
         g_appSettings.IconsFolder.dirty = oldDirty;
-        RemoveTree(kIconsRoot);
-        SetCurrentDirectoryW(oldDirectory);
+        uitest::RemoveTree(kIconsRoot);
     }
 };
 
@@ -157,20 +129,16 @@ void TapIcon(ui::Dlg& d, int row) {
 
 }  // namespace
 
-void AddShotPause(ui::Script& s);  // test_colorpicker.cpp
-
-// Cells of 44 x 30 phone pixels, ten icons fit five to a row.
-TEST_CASE(Ui_Icon_GridCellsFollowDensity) {
+// Cells of 44 x 30 phone pixels, ten icons fit five to a row; the 32-pixel
+// icon is offered only at 192 dpi.
+TEST_CASE(Ui_Icon_GridCellsAndSizeLimitFollowDensity) {
     IconFolderFixture fixture;
     for (int i = 0; i < 8; ++i)
         WriteTga(std::wstring(kIconsRoot) + L"m" + std::to_wstring(i) + L".tga", 16, 16, 32,
                  Rgb{(BYTE)(30 * i), 120, (BYTE)(200 - 20 * i)});
-    int oldX = ScreenDpiX(), oldY = ScreenDpiY();
-    const int densities[2] = {96, 192};
-    for (int dpi : densities) {
-        SetScreenDensity(dpi, dpi);
+    for (int k : {1, 2}) {
+        uitest::DensityScope density(96 * k);
         IconPicker::ReleaseIconCache();
-        int k = dpi / 96;
         PlanarImage image;
         MakeSolid(image, 16 * k, kGrey);
         ui::Script s;
@@ -180,18 +148,22 @@ TEST_CASE(Ui_Icon_GridCellsFollowDensity) {
             r.left = LVIR_SELECTBOUNDS;
             SendMessageW(d.Item(kList), LVM_GETITEMRECT, 0, (LPARAM)&r);
             CHECK_EQ(r.right - r.left, (LONG)(44 * k));
-            d.Key(VK_HOME);
-            d.Key(VK_RIGHT);
+            TapIcon(d, 2);  // 96 dpi: c.tga; 192 dpi: big.tga
         });
-        AddShotPause(s);
-        s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+        s.Step([k](ui::Dlg& d) {
+            CHECK_EQ(d.ListFocused(kList), 2);
+            CHECK(BandShows(d, k == 1 ? kBlue : kGrey));
+            d.SoftKey(ui::Left);
+        });
         CHECK(RunPicker(s, image, ZV_HERE));
-        CHECK(IsSolid(image, 16, 16, kRed));
+        if (k == 1) CHECK(IsSolid(image, 12, 12, kBlue));
+        else CHECK(IsSolid(image, 32, 32, kGrey));
     }
-    SetScreenDensity(oldX, oldY);
 }
 
-TEST_CASE(Ui_Icon_ScanPutsSubfoldersFirstAndSkipsLargeImages) {
+// Subfolders first, then the folder's own files by name; the folder is read
+// once and an icon added later does not show.
+TEST_CASE(Ui_Icon_ScanOrderAndNoRescan) {
     IconFolderFixture fixture;
     int scans = IconPicker::IconScanCount();
     PlanarImage image;
@@ -213,17 +185,7 @@ TEST_CASE(Ui_Icon_ScanPutsSubfoldersFirstAndSkipsLargeImages) {
         CHECK(IsSolid(IconPicker::CachedIcon(2), 12, 12, kBlue));
     }
     CHECK(image.IsEmpty());
-}
 
-TEST_CASE(Ui_Icon_SecondRunUsesTheCache) {
-    IconFolderFixture fixture;
-    PlanarImage image;
-    ui::Script first;
-    first.Step([](ui::Dlg& d) { d.Back(); });
-    RunPicker(first, image, ZV_HERE);
-    int scans = IconPicker::IconScanCount();
-
-    // An icon added now does not show: the folder is not read again.
     WriteTga(std::wstring(kIconsRoot) + L"new.tga", 16, 16, 32, kGrey);
     ui::Script second;
     second.Step([](ui::Dlg& d) {
@@ -231,28 +193,8 @@ TEST_CASE(Ui_Icon_SecondRunUsesTheCache) {
         d.Back();
     });
     RunPicker(second, image, ZV_HERE);
-    CHECK_EQ(IconPicker::IconScanCount(), scans);
+    CHECK_EQ(IconPicker::IconScanCount(), scans + 1);
     CHECK_EQ(IconPicker::CachedIconCount(), (size_t)3);
-}
-
-TEST_CASE(Ui_Icon_LargeIconListedAtHighDensity) {
-    IconFolderFixture fixture;
-    int oldX = ScreenDpiX(), oldY = ScreenDpiY();
-    SetScreenDensity(192, 192);
-    PlanarImage image;
-    ui::Script s;
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.ListCount(kList), 4);
-        TapIcon(d, 2);
-    });
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.ListFocused(kList), 2);
-        CHECK(BandShows(d, kGrey));
-        d.SoftKey(ui::Left);
-    });
-    CHECK(RunPicker(s, image, ZV_HERE));
-    CHECK(IsSolid(image, 32, 32, kGrey));
-    SetScreenDensity(oldX, oldY);
 }
 
 TEST_CASE(Ui_Icon_ConfirmReplacesTheCallersIcon) {
@@ -336,21 +278,18 @@ TEST_CASE(Ui_Icon_ConfirmWithoutChoiceKeepsTheIcon) {
     empty.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
     CHECK(RunPicker(empty, none, ZV_HERE));
     CHECK(none.IsEmpty());
-}
 
-TEST_CASE(Ui_Icon_MissingFolderGivesAnEmptyGrid) {
-    IconFolderFixture fixture;
+    // A missing folder gives an empty grid and the icon stays.
+    IconPicker::ReleaseIconCache();
     g_appSettings.IconsFolder.value = kMissingRoot;
-    PlanarImage image;
-    MakeSolid(image, 16, kRed);
-    ui::Script s;
-    s.Step([](ui::Dlg& d) {
+    ui::Script missing;
+    missing.Step([](ui::Dlg& d) {
         CHECK_EQ(d.ListCount(kList), 0);
         d.Key(VK_DOWN);
         d.SoftKey(ui::Left);
     });
-    CHECK(RunPicker(s, image, ZV_HERE));
-    CHECK(IsSolid(image, 16, 16, kRed));
+    CHECK(RunPicker(missing, image, ZV_HERE));
+    CHECK(IsSolid(image, 16, 16, kBlue));
     CHECK_EQ(IconPicker::CachedIconCount(), (size_t)0);
 }
 
@@ -371,7 +310,6 @@ TEST_CASE(Ui_Icon_ShippedIconsAreOffered) {
         d.Key(VK_DOWN);
         d.Key(VK_RIGHT);
     });
-    AddShotPause(s);
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(d.ListFocused(kList), 6);
         d.SoftKey(ui::Left);
