@@ -14,6 +14,7 @@
 #include "settings/ColorPicker.h"
 #include "tests/framework/ZvTest.h"
 #include "tests/harness/UiHarness.h"
+#include "tests/ui/UiTestUtil.h"
 
 namespace {
 
@@ -126,23 +127,19 @@ TEST_CASE(Ui_Color_HtmlFieldSetsChannelsAndSliders) {
         CHECK_EQ(d.FocusId(), (int)IDC_COLOR_RED_SLIDER);
         CHECK(!d.Visible(IDC_COLOR_HTML_FIELD));
         CheckChannels(d, 255, 128, 0, ZV_HERE);
-        CHECK_EQ(SliderPos(d, 0), 100);
-        CHECK_EQ(SliderPos(d, 1), 50);
-        CHECK_EQ(SliderPos(d, 2), 0);
         d.SoftKey(ui::Left);
     });
     CHECK_EQ(RunPicker(s, TRUE, ColorModeHtml, RGB(0x12, 0x34, 0x56), ZV_HERE), 0x0080FF);
-}
 
-TEST_CASE(Ui_Color_HtmlFieldKeepsChannelsThatDoNotParse) {
-    ui::Script s;
-    s.Step([](ui::Dlg& d) {
+    // Channels that do not parse are kept; the left soft key reads the field
+    // the user is still in.
+    ui::Script part;
+    part.Step([](ui::Dlg& d) {
         SelectAllIn(d, IDC_COLOR_HTML_FIELD);
         d.Type(L"#AB");  // red only; a leading '#' is allowed
     });
-    // The left soft key reads the field the user is still in.
-    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
-    CHECK_EQ(RunPicker(s, TRUE, ColorModeHtml, RGB(0x12, 0x34, 0x56), ZV_HERE), (int)RGB(0xAB, 0x34, 0x56));
+    part.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    CHECK_EQ(RunPicker(part, TRUE, ColorModeHtml, RGB(0x12, 0x34, 0x56), ZV_HERE), (int)RGB(0xAB, 0x34, 0x56));
 
     ui::Script junk;
     junk.Step([](ui::Dlg& d) {
@@ -196,60 +193,50 @@ TEST_CASE(Ui_Color_NumberAbove255IsRefusedAndUndone) {
         CHECK_EQ(boxes[0].caption, ResText(IDS_COLOR_TOO_LARGE_CAPTION));
         CHECK_EQ(boxes[0].buttons, (UINT)MB_OK);
     }
-}
 
-TEST_CASE(Ui_Color_ConfirmWithRefusedNumberStays) {
-    ui::Script s;
-    s.Step([](ui::Dlg& d) {
+    // Confirming with a refused number: the dialog stays, the field is undone.
+    ui::Script confirm;
+    confirm.Step([](ui::Dlg& d) {
         SelectAllIn(d, IDC_COLOR_RED_FIELD + 2);
         d.Type(L"999");
-        d.SoftKey(ui::Left);  // refused: the dialog stays, the field is undone
+        d.SoftKey(ui::Left);
     });
-    s.Step([](ui::Dlg& d) {
+    confirm.Step([](ui::Dlg& d) {
         CHECK_EQ(ui::MessageBoxes().size(), 1u);
         CHECK_EQ(d.Text(IDC_COLOR_RED_FIELD + 2), L"3");
         d.SoftKey(ui::Left);
     });
-    CHECK_EQ(RunPicker(s, FALSE, ColorModeSliders, RGB(1, 2, 3), ZV_HERE), (int)RGB(1, 2, 3));
+    CHECK_EQ(RunPicker(confirm, FALSE, ColorModeSliders, RGB(1, 2, 3), ZV_HERE), (int)RGB(1, 2, 3));
 }
 
+// Ten buttons to a row: up and down wrap between the top and bottom rows,
+// left and right step through the buttons.
 TEST_CASE(Ui_Color_PaletteKeysWrapByRows) {
+    struct Move {
+        int from;
+        UINT key;
+        int to;
+    };
+    static const Move kMoves[] = {{7, VK_UP, 47},   {47, VK_DOWN, 7}, {7, VK_DOWN, 17}, {3, VK_UP, 43},
+                                  {45, VK_DOWN, 5}, {5, VK_RIGHT, 6}, {6, VK_LEFT, 5}};
     ui::Script s;
     s.Step([](ui::Dlg& d) {
         CHECK(d.Focus() == PaletteButton(d, 0));
         CHECK(d.Visible(49));
         CHECK(!d.Visible(IDC_COLOR_RED_SLIDER));
-        d.SetFocusTo(7);
-        d.Key(VK_UP);
     });
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.FocusId(), 47);
-        d.Key(VK_DOWN);
-        d.Key(VK_DOWN);
-    });
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.FocusId(), 17);
-        d.SetFocusTo(3);
-        d.Key(VK_UP);
-    });
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.FocusId(), 43);
-        d.SetFocusTo(45);
-        d.Key(VK_DOWN);
-    });
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.FocusId(), 5);
-        d.Key(VK_RIGHT);  // left and right step through the buttons
-    });
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.FocusId(), 6);
-        d.Key(VK_LEFT);
-    });
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.FocusId(), 5);
-        // Enter picks the focused colour and the dialog stays.
-        d.Enter();
-    });
+    for (const Move& m : kMoves) {
+        s.Step([m](ui::Dlg& d) {
+            d.SetFocusTo(m.from);
+            d.Key(m.key);
+        });
+        s.Step([m](ui::Dlg& d) {
+            if (d.FocusId() != m.to)
+                zvtest::Fail(ZV_HERE, "from " + std::to_string(m.from) + " key " + std::to_string(m.key) +
+                                          ": focus " + std::to_string(d.FocusId()) + ", want " + std::to_string(m.to));
+        });
+    }
+    s.Step([](ui::Dlg& d) { d.Enter(); });  // Enter picks the focused colour and the dialog stays
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(d.Text(IDC_COLOR_HTML_FIELD), L"99FF99");
         CHECK(StripShows(d, RGB(0x99, 0xFF, 0x99)));
@@ -285,12 +272,9 @@ TEST_CASE(Ui_Color_PaletteButtonsOneAndTwoPickColours) {
 }
 
 TEST_CASE(Ui_Color_MenuOffersDefaultOnlyWhenAllowed) {
-    const UINT kWithDefault[] = {IDM_COLOR_SLIDERS, IDM_COLOR_HTML, IDM_COLOR_PALETTE, 0, IDM_COLOR_DEFAULT,
-                                 IDM_COLOR_CANCEL};
-    const UINT kWithout[] = {IDM_COLOR_SLIDERS, IDM_COLOR_HTML, IDM_COLOR_PALETTE, 0, IDM_COLOR_CANCEL};
     for (int allow = 0; allow < 2; ++allow) {
-        std::vector<UINT> want = allow ? std::vector<UINT>(kWithDefault, kWithDefault + 6)
-                                       : std::vector<UINT>(kWithout, kWithout + 5);
+        std::vector<UINT> want = {IDM_COLOR_SLIDERS, IDM_COLOR_HTML, IDM_COLOR_PALETTE, 0, IDM_COLOR_CANCEL};
+        if (allow) want.insert(want.begin() + 4, IDM_COLOR_DEFAULT);
         ui::Script s;
         s.Step([&](ui::Dlg& d) {
             CHECK_EQ(d.SoftKeyText(ui::Left), ResText(IDS_COLOR_SELECT));
@@ -298,9 +282,7 @@ TEST_CASE(Ui_Color_MenuOffersDefaultOnlyWhenAllowed) {
             CHECK_EQ(d.SoftKeyCommand(ui::Left), IDOK);
             HMENU menu = d.SoftKeyMenu(ui::Right);
             CHECK(menu != nullptr);
-            std::vector<UINT> ids = MenuIds(menu);
-            CHECK_EQ(ids.size(), want.size());
-            for (size_t i = 0; i < ids.size() && i < want.size(); ++i) CHECK_EQ(ids[i], want[i]);
+            CHECK(MenuIds(menu) == want);
             d.Command(IDM_COLOR_DEFAULT);  // ignored unless allowed
         });
         s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
@@ -336,20 +318,22 @@ TEST_CASE(Ui_Color_DefaultShowsInPreviewUntilAColourIsPicked) {
 }
 
 TEST_CASE(Ui_Color_CancelReturnsMinusTwo) {
-    ui::Script menu;
-    menu.Step([](ui::Dlg& d) { d.Command(IDM_COLOR_CANCEL); });
-    CHECK_EQ(RunPicker(menu, TRUE, ColorModeSliders, RGB(1, 2, 3), ZV_HERE), ColorPickerCancelled);
-
-    ui::Script back;
-    back.Step([](ui::Dlg& d) {
-        d.SetFocusTo(2);  // palette button 2 has IDCANCEL's identifier
-        d.Back();
-    });
-    CHECK_EQ(RunPicker(back, TRUE, ColorModePalette, RGB(1, 2, 3), ZV_HERE), ColorPickerCancelled);
-
-    ui::Script slider;
-    slider.Step([](ui::Dlg& d) { d.Back(); });
-    CHECK_EQ(RunPicker(slider, FALSE, ColorModeSliders, DefaultColor, ZV_HERE), ColorPickerCancelled);
+    struct Row {
+        BOOL allowDefault;
+        int mode;
+        COLORREF color;
+        void (*act)(ui::Dlg&);
+    } rows[] = {
+        {TRUE, ColorModeSliders, RGB(1, 2, 3), [](ui::Dlg& d) { d.Command(IDM_COLOR_CANCEL); }},
+        // Palette button 2 has IDCANCEL's identifier: Back on it still cancels.
+        {TRUE, ColorModePalette, RGB(1, 2, 3), [](ui::Dlg& d) { d.SetFocusTo(2); d.Back(); }},
+        {FALSE, ColorModeSliders, DefaultColor, [](ui::Dlg& d) { d.Back(); }},
+    };
+    for (const Row& row : rows) {
+        ui::Script s;
+        s.Step(row.act);
+        CHECK_EQ(RunPicker(s, row.allowDefault, row.mode, row.color, ZV_HERE), ColorPickerCancelled);
+    }
 }
 
 TEST_CASE(Ui_Color_MenuChecksTheCurrentMode) {
@@ -377,68 +361,25 @@ TEST_CASE(Ui_Color_MenuChecksTheCurrentMode) {
     CHECK_EQ(RunPicker(s, TRUE, ColorModePalette, RGB(0, 0, 0), ZV_HERE), ColorPickerCancelled);
 }
 
-namespace {
-
-RECT ChildRect(ui::Dlg& d, int id) {
-    RECT r;
-    GetWindowRect(id < kPaletteSize ? PaletteButton(d, id) : d.Item(id), &r);
-    MapWindowPoints(nullptr, d.hwnd, (POINT*)&r, 2);
-    return r;
-}
-
-void CheckRect(const RECT& r, int x, int y, int w, int h, const char* file, int line) {
-    CHECK_EQ_AT(r.left, (LONG)x, file, line);
-    CHECK_EQ_AT(r.top, (LONG)y, file, line);
-    CHECK_EQ_AT(r.right - r.left, (LONG)w, file, line);
-    CHECK_EQ_AT(r.bottom - r.top, (LONG)h, file, line);
-}
-
-DWORD ShotPause() {
-    wchar_t value[16];
-    return GetEnvironmentVariableW(L"ZV_SHOT_PAUSE_MS", value, 16) ? (DWORD)_wtoi(value) : 0;
-}
-
-}  // namespace
-
-// With ZV_SHOT_PAUSE_MS set, a step that keeps the dialog on screen that
-// long, for screenshots of the pickers (shared with the icon picker tests).
-void AddShotPause(ui::Script& s) {
-    DWORD pause = ShotPause();
-    if (!pause) return;
-    s.Timeout(pause + 5000);
-    DWORD* until = new DWORD(0);
-    s.Step([until, pause](ui::Dlg&) { *until = GetTickCount() + pause; });
-    s.WaitUntil([until](ui::Dlg&) { return GetTickCount() >= *until; });
-}
-
 // The cells, rows and fields are placed from the screen density: 240 x 320
 // phone pixels at 96 dpi, twice that at 192.
 TEST_CASE(Ui_Color_LayoutFollowsDensity) {
-    int oldX = ScreenDpiX(), oldY = ScreenDpiY();
-    const int densities[2] = {96, 192};
-    for (int dpi : densities) {
-        SetScreenDensity(dpi, dpi);
-        int k = dpi / 96;
+    for (int k : {1, 2}) {
+        uitest::DensityScope density(96 * k);
         ui::Script s;
         s.Step([k](ui::Dlg& d) {
-            RECT client = d.ClientRect();
-            CHECK_EQ(client.right, (LONG)(240 * k));
+            auto at = [&](int id) { return uitest::RectInParent(id < kPaletteSize ? PaletteButton(d, id) : d.Item(id)); };
+            CHECK_EQ(d.ClientRect().right, (LONG)(240 * k));
             // gap = (240 - 160 - 20) / 10 = 6, step 22, first column at 13.
-            CheckRect(ChildRect(d, 0), 13 * k, 5 * k, 16 * k, 16 * k, ZV_HERE);
-            CheckRect(ChildRect(d, 11), 35 * k, 26 * k, 16 * k, 16 * k, ZV_HERE);
-            CheckRect(ChildRect(d, 49), 211 * k, 89 * k, 16 * k, 16 * k, ZV_HERE);
-            CheckRect(ChildRect(d, IDC_COLOR_RED_SLIDER + 1), 40 * k, 40 * k, 144 * k, 20 * k, ZV_HERE);
-            CheckRect(ChildRect(d, IDC_COLOR_RED_FIELD + 2), 190 * k, 70 * k, 40 * k, 20 * k, ZV_HERE);
-            CheckRect(ChildRect(d, IDC_COLOR_HTML_FIELD), 41 * k, 10 * k, 189 * k, 20 * k, ZV_HERE);
+            uitest::CheckRect(at(0), 13 * k, 5 * k, 16 * k, 16 * k, ZV_HERE);
+            uitest::CheckRect(at(11), 35 * k, 26 * k, 16 * k, 16 * k, ZV_HERE);
+            uitest::CheckRect(at(49), 211 * k, 89 * k, 16 * k, 16 * k, ZV_HERE);
+            uitest::CheckRect(at(IDC_COLOR_RED_SLIDER + 1), 40 * k, 40 * k, 144 * k, 20 * k, ZV_HERE);
+            uitest::CheckRect(at(IDC_COLOR_RED_FIELD + 2), 190 * k, 70 * k, 40 * k, 20 * k, ZV_HERE);
+            uitest::CheckRect(at(IDC_COLOR_HTML_FIELD), 41 * k, 10 * k, 189 * k, 20 * k, ZV_HERE);
             CHECK(StripShows(d, RGB(0x33, 0x66, 0x99)));
+            d.SoftKey(ui::Left);
         });
-        AddShotPause(s);
-        s.Step([](ui::Dlg& d) { d.Command(IDM_COLOR_SLIDERS); });
-        AddShotPause(s);
-        s.Step([](ui::Dlg& d) { d.Command(IDM_COLOR_HTML); });
-        AddShotPause(s);
-        s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
         CHECK_EQ(RunPicker(s, TRUE, ColorModePalette, RGB(0x33, 0x66, 0x99), ZV_HERE), (int)RGB(0x33, 0x66, 0x99));
     }
-    SetScreenDensity(oldX, oldY);
 }
