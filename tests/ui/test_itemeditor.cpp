@@ -2,7 +2,6 @@
 #include <windows.h>
 #include <commctrl.h>
 
-#include <cstdlib>
 #include <functional>
 #include <string>
 #include <vector>
@@ -17,6 +16,7 @@
 #include "settings/AppSettings.h"
 #include "tests/framework/ZvTest.h"
 #include "tests/harness/UiHarness.h"
+#include "tests/ui/UiTestUtil.h"
 
 namespace {
 
@@ -238,13 +238,14 @@ TEST_CASE(Ui_ItemEd_NewItemShowsDefaults) {
 
 TEST_CASE(Ui_ItemEd_NumberCheck) {
     // The rule itself: digits and "."; a leading "-" lets anything through.
-    CHECK(IsAcceptedNumberText(L""));
-    CHECK(IsAcceptedNumberText(L"12.5"));
-    CHECK(IsAcceptedNumberText(L"-abc"));
-    CHECK(IsAcceptedNumberText(L"-"));
-    CHECK(!IsAcceptedNumberText(L"1a"));
-    CHECK(!IsAcceptedNumberText(L"1-"));
-    CHECK(!IsAcceptedNumberText(L" 1"));
+    const struct {
+        const wchar_t* text;
+        bool accepted;
+    } kRule[] = {{L"", true}, {L"12.5", true}, {L"-abc", true}, {L"-", true},
+                 {L"1a", false}, {L"1-", false}, {L" 1", false}};
+    for (const auto& row : kRule)
+        if ((bool)IsAcceptedNumberText(row.text) != row.accepted)
+            zvtest::Fail(ZV_HERE, "IsAcceptedNumberText(" + zvtest::Show(row.text) + ") should be " + zvtest::Show(row.accepted));
 
     Run run({Field(L"Note", FieldType::Text), Field(L"Amount", FieldType::Number), Field(L"", FieldType::Number)});
     ui::Script s;
@@ -514,66 +515,22 @@ TEST_CASE(Ui_ItemEd_CancelLeavesTheItem) {
 
 TEST_CASE(Ui_ItemEd_LayoutFollowsDensity) {
     for (int dpi : {96, 192}) {
-        SetScreenDensity(dpi, dpi);
+        uitest::DensityScope density(dpi);
         Run run(EveryType());
         ui::Script s;
         s.Step([&](ui::Dlg& d) {
-            RECT client = d.ClientRect(0);
-            RECT ed, lab;
-            GetWindowRect(d.Item(kItemEditorFirstId + 3), &ed);
-            GetWindowRect(d.Item(kItemLabelFirstId + 3), &lab);
-            MapWindowPoints(nullptr, d.hwnd, (POINT*)&ed, 2);
-            MapWindowPoints(nullptr, d.hwnd, (POINT*)&lab, 2);
-            CHECK_EQ(client.right, ScaleX(240) - ((GetWindowLongW(d.hwnd, GWL_STYLE) & WS_VSCROLL) ? GetSystemMetrics(SM_CXVSCROLL) : 0));
-            CHECK_EQ((int)(ed.bottom - ed.top), ScaleY(20));
-            CHECK_EQ((int)ed.left, (int)client.right / 3 + 3);
-            CHECK_EQ((int)(ed.right - ed.left), ((int)client.right / 3 - 10) * 2);
+            int width = d.ClientRect(0).right;
+            CHECK_EQ(width, ScaleX(240) - ((GetWindowLongW(d.hwnd, GWL_STYLE) & WS_VSCROLL) ? GetSystemMetrics(SM_CXVSCROLL) : 0));
+            uitest::CheckRect(uitest::RectInParent(d.Item(kItemEditorFirstId + 3)), width / 3 + 3,
+                              ScaleY(10) - 1 + 3 * ScaleY(24), (width / 3 - 10) * 2, ScaleY(20), ZV_HERE);
+            RECT lab = uitest::RectInParent(d.Item(kItemLabelFirstId + 3));
             CHECK_EQ((int)lab.left, 0);
-            CHECK_EQ((int)(lab.right - lab.left), (int)client.right / 3 - 5);
-            CHECK_EQ((int)ed.top, ScaleY(10) - 1 + 3 * ScaleY(24));
+            CHECK_EQ((int)(lab.right - lab.left), width / 3 - 5);
             // Every row of the ten fits without scrolling.
             CHECK(InView(d, kItemEditorFirstId + 9));
-            HFONT font = (HFONT)SendMessageW(d.Item(kItemEditorFirstId), WM_GETFONT, 0, 0);
-            LOGFONTW lf = {};
-            GetObjectW(font, sizeof lf, &lf);
-            CHECK_EQ((int)lf.lfHeight, -ScaleY(12));
+            CHECK_EQ((int)uitest::FontOf(d.Item(kItemEditorFirstId)).lfHeight, -ScaleY(12));
             d.SoftKey(ui::Right);
         });
         CHECK_EQ(GO(run, s), 0);
     }
-    SetScreenDensity(96, 96);
-}
-
-// Not a check: opens the editor on a ten-field item and holds it on screen
-// for ZV_ITEMED_SHOT seconds so that a screenshot can be taken
-// (ZV_ITEMED_DPI=192 for the high-density look). Does nothing otherwise.
-TEST_CASE(Ui_ItemEd_ShowForScreenshot) {
-    char buf[16] = {};
-    if (!GetEnvironmentVariableA("ZV_ITEMED_SHOT", buf, sizeof buf)) return;
-    const DWORD holdMs = (DWORD)atoi(buf) * 1000;
-    char dpiText[16] = {};
-    const int dpi = GetEnvironmentVariableA("ZV_ITEMED_DPI", dpiText, sizeof dpiText) ? atoi(dpiText) : 96;
-    SetScreenDensity(dpi, dpi);
-    Run run(EveryType());
-    run.item.values[2].choice = 1;
-    run.item.values[4].choice = 0;
-    run.item.values[8].choice = 5;
-    ui::Script s;
-    s.Timeout(holdMs + 5000);
-    s.Step([](ui::Dlg& d) { d.Key(VK_DOWN); });
-    s.Step([](ui::Dlg& d) { d.Key(VK_DOWN); });
-    s.Step([holdMs](ui::Dlg& d) {
-        DWORD until = GetTickCount() + holdMs;
-        MSG msg;
-        while (GetTickCount() < until) {
-            while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
-                TranslateMessage(&msg);
-                DispatchMessageW(&msg);
-            }
-            Sleep(20);
-        }
-        d.SoftKey(ui::Right);
-    });
-    GO(run, s);
-    SetScreenDensity(96, 96);
 }
