@@ -12,47 +12,18 @@
 #include "dialogs/FileSelectDialog.h"
 #include "tests/framework/ZvTest.h"
 #include "tests/harness/UiHarness.h"
+#include "tests/ui/UiTestUtil.h"
 
 namespace {
 
 const wchar_t kRoot[] = L"\\zvtest-fdlg\\";
 
-// Device paths are rooted on the current drive; the tests make theirs on C:.
-class OnDriveC {
-public:
-    OnDriveC() {
-        GetCurrentDirectoryW(MAX_PATH, m_saved);
-        SetCurrentDirectoryW(L"C:\\");
-    }
-    ~OnDriveC() { SetCurrentDirectoryW(m_saved); }
-
-private:
-    wchar_t m_saved[MAX_PATH] = {};
-};
-
-void RemoveTree(const std::wstring& folder) {
-    WIN32_FIND_DATAW found;
-    HANDLE find = FindFirstFileW((folder + L"*").c_str(), &found);
-    if (find != INVALID_HANDLE_VALUE) {
-        do {
-            std::wstring name = found.cFileName;
-            if (name == L"." || name == L"..") continue;
-            if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
-                RemoveTree(folder + name + L"\\");
-            else
-                DeleteFileW((folder + name).c_str());
-        } while (FindNextFileW(find, &found));
-        FindClose(find);
-    }
-    RemoveDirectoryW(folder.c_str());
-}
-
 // A scratch folder tree under \zvtest-fdlg\: entries ending in "\" are
 // folders, the others empty files. Removed again at the end of the test.
 class ScratchTree {
 public:
-    explicit ScratchTree(std::initializer_list<const wchar_t*> entries) {
-        RemoveTree(kRoot);
+    explicit ScratchTree(std::vector<const wchar_t*> entries) {
+        uitest::RemoveTree(kRoot);
         CreateDirectoryW(kRoot, nullptr);
         for (const wchar_t* entry : entries) {
             std::wstring path = std::wstring(kRoot) + entry;
@@ -66,13 +37,13 @@ public:
     }
     // The tree goes, and so does any memory of a folder in it.
     ~ScratchTree() {
-        RemoveTree(kRoot);
+        uitest::RemoveTree(kRoot);
         g_fileSelectLastFolder = m_lastFolder;
     }
     std::wstring operator/(const wchar_t* sub) const { return std::wstring(kRoot) + sub; }
 
 private:
-    OnDriveC m_drive;
+    uitest::OnDriveC m_drive;
     CeString m_lastFolder = g_fileSelectLastFolder;
 };
 
@@ -119,50 +90,44 @@ INT_PTR Run(ui::Script& s, FileSelectRequest& req, const char* file, int line) {
 
 }  // namespace
 
+// Folders first, then files, each by name ignoring case; an extension keeps
+// only its files (any case), and a folder named like a match stays a folder.
 TEST_CASE(Ui_FileDlg_FoldersFirstThenFilesIgnoringCase) {
-    ScratchTree tree({L"Zeta\\", L"beta\\", L"alpha.txt", L"Gamma.txt", L"delta.TXT", L"_under.txt"});
-    FileSelectRequest req = Request(FileSelectLoad, tree / L"");
-    ui::Script s;
-    s.Step([&](ui::Dlg& d) {
-        CHECK_EQ(Join(Rows(d)), std::wstring(L"beta|Zeta|_under.txt|alpha.txt|delta.TXT|Gamma.txt"));
-        CHECK_EQ(d.Text(kFileSelectPathLine), std::wstring(kRoot));
-        // A short path leaves room for the hint that a tap goes up.
-        CHECK(d.ClientRect(kFileSelectPathLine).right < d.ClientRect().right / 2);
-        CHECK_EQ(d.Text(kFileSelectTypeField), std::wstring(L"All Files(*.*)"));
-        CHECK_EQ(d.Text(), std::wstring(L"Load File"));
-        CHECK(!d.Item(kFileSelectNameEdit));  // the name box is for saving only
-        CHECK_EQ(d.FocusId(), (int)kFileSelectList);
-        CHECK_EQ(d.SoftKeyCommand(ui::Left), IDC_FILE_SELECT_ACCEPT);
-        CHECK_EQ(d.SoftKeyCommand(ui::Right), IDCANCEL);
-        d.SoftKey(ui::Right);
-    });
-    CHECK_EQ(RUN(s, req), 0);
-    CHECK_EQ(req.path.c_str(), L"");
-}
-
-TEST_CASE(Ui_FileDlg_ZetaFolderBeforeAlphaFile) {
-    ScratchTree tree({L"alpha", L"Zeta\\"});
-    FileSelectRequest req = Request(FileSelectSave, tree / L"");
-    ui::Script s;
-    s.Step([&](ui::Dlg& d) {
-        CHECK_EQ(Join(Rows(d)), std::wstring(L"Zeta|alpha"));
-        d.SoftKey(ui::Right);
-    });
-    RUN(s, req);
-}
-
-TEST_CASE(Ui_FileDlg_ExtensionFiltersFiles) {
-    ScratchTree tree({L"a.csv", L"b.CSV", L"c.txt", L"d.csvx", L"e.csv.bak", L"sub.csv\\"});
-    FileSelectRequest req = Request(FileSelectLoad, tree / L"", L".CSV");
-    req.filterText = L"CSV File";
-    ui::Script s;
-    s.Step([&](ui::Dlg& d) {
-        // A folder whose name looks like a match is still a folder, listed first.
-        CHECK_EQ(Join(Rows(d)), std::wstring(L"sub.csv|a.csv|b.CSV"));
-        CHECK_EQ(d.Text(kFileSelectTypeField), std::wstring(L"CSV File"));
-        d.SoftKey(ui::Right);
-    });
-    RUN(s, req);
+    struct Row {
+        std::vector<const wchar_t*> entries;
+        int mode;
+        const wchar_t* extension;
+        const wchar_t* rows;
+    } table[] = {
+        {{L"Zeta\\", L"beta\\", L"alpha.txt", L"Gamma.txt", L"delta.TXT", L"_under.txt"}, FileSelectLoad, nullptr,
+         L"beta|Zeta|_under.txt|alpha.txt|delta.TXT|Gamma.txt"},
+        {{L"alpha", L"Zeta\\"}, FileSelectSave, nullptr, L"Zeta|alpha"},
+        {{L"a.csv", L"b.CSV", L"c.txt", L"d.csvx", L"e.csv.bak", L"sub.csv\\"}, FileSelectLoad, L".CSV",
+         L"sub.csv|a.csv|b.CSV"},
+    };
+    for (const Row& row : table) {
+        ScratchTree tree(row.entries);
+        FileSelectRequest req = Request(row.mode, tree / L"", row.extension);
+        if (row.extension) req.filterText = L"CSV File";
+        ui::Script s;
+        s.Step([&](ui::Dlg& d) {
+            CHECK_EQ(Join(Rows(d)), std::wstring(row.rows));
+            CHECK_EQ(d.Text(kFileSelectTypeField), std::wstring(row.extension ? L"CSV File" : L"All Files(*.*)"));
+            if (row.mode == FileSelectLoad && !row.extension) {
+                CHECK_EQ(d.Text(kFileSelectPathLine), std::wstring(kRoot));
+                // A short path leaves room for the hint that a tap goes up.
+                CHECK(d.ClientRect(kFileSelectPathLine).right < d.ClientRect().right / 2);
+                CHECK_EQ(d.Text(), std::wstring(L"Load File"));
+                CHECK(!d.Item(kFileSelectNameEdit));  // the name box is for saving only
+                CHECK_EQ(d.FocusId(), (int)kFileSelectList);
+                CHECK_EQ(d.SoftKeyCommand(ui::Left), IDC_FILE_SELECT_ACCEPT);
+                CHECK_EQ(d.SoftKeyCommand(ui::Right), IDCANCEL);
+            }
+            d.SoftKey(ui::Right);
+        });
+        CHECK_EQ(RUN(s, req), 0);
+        CHECK_EQ(req.path.c_str(), L"");
+    }
 }
 
 TEST_CASE(Ui_FileDlg_FolderModeListsFoldersInFileSystemOrder) {
@@ -218,9 +183,7 @@ TEST_CASE(Ui_FileDlg_WalkDownWithEnterAndUpWithBackOrTap) {
         CHECK_EQ(d.Text(kFileSelectPathLine), tree / L"one\\");
         CHECK_EQ(d.ListText(kFileSelectList, d.ListSelectionMark(kFileSelectList)), std::wstring(L"two"));
         // A tap lands on the dialog: the path line lets clicks through.
-        RECT r;
-        GetWindowRect(d.Item(kFileSelectPathLine), &r);
-        MapWindowPoints(nullptr, d.hwnd, (POINT*)&r, 2);
+        RECT r = uitest::RectInParent(d.Item(kFileSelectPathLine));
         d.Tap(d.hwnd, r.left + 1, r.bottom - 1);
     });
     s.Step([&](ui::Dlg& d) {
@@ -237,7 +200,7 @@ TEST_CASE(Ui_FileDlg_WalkDownWithEnterAndUpWithBackOrTap) {
 }
 
 TEST_CASE(Ui_FileDlg_UpAtRootStaysAtRoot) {
-    OnDriveC drive;
+    uitest::OnDriveC drive;
     FileSelectRequest req = Request(FileSelectFolder, L"\\");
     ui::Script s;
     s.Step([](ui::Dlg& d) {
@@ -404,79 +367,39 @@ TEST_CASE(Ui_FileDlg_ClassInterfaceCopiesIntoCallersBuffer) {
     CHECK_EQ((const wchar_t*)small, std::wstring(L"\\zvte").c_str());
 }
 
-namespace {
-// Every control inside the client area, rows top to bottom without overlap.
-void CheckLayout(ui::Dlg& d, const char* file, int line) {
-    RECT client = d.ClientRect();
-    CHECK_EQ_AT(client.right, ScaleX(240), file, line);
-    auto place = [&](int id) {
-        RECT r;
-        GetWindowRect(d.Item(id), &r);
-        MapWindowPoints(nullptr, d.hwnd, (POINT*)&r, 2);
-        return r;
-    };
-    RECT edit = place(kFileSelectNameEdit), type = place(kFileSelectTypeField);
-    RECT path = place(kFileSelectPathLine), list = place(kFileSelectList);
-    CHECK_EQ_AT(edit.top, ScaleY(2), file, line);
-    CHECK_EQ_AT(edit.left, ScaleX(2) + ScaleX(50), file, line);
-    CHECK_EQ_AT(edit.right, client.right - ScaleX(2), file, line);
-    CHECK_EQ_AT(type.top, ScaleY(2) + ScaleY(24), file, line);
-    CHECK_AT(path.top >= type.bottom, file, line);
-    CHECK_EQ_AT(list.top, ScaleY(2) + 3 * ScaleY(24), file, line);
-    CHECK_EQ_AT(list.bottom, client.bottom - ScaleY(2), file, line);
-    CHECK_EQ_AT(list.right, client.right - ScaleX(2), file, line);
-    RECT listClient = d.ClientRect(kFileSelectList);
-    CHECK_EQ_AT((int)SendMessageW(d.Item(kFileSelectList), LVM_GETCOLUMNWIDTH, 0, 0), (int)listClient.right, file,
-                line);
-}
-
-// Holds a screen density for the life of a test and restores the old one.
-class Density {
-public:
-    explicit Density(int dpi) : m_x(ScreenDpiX()), m_y(ScreenDpiY()) { SetScreenDensity(dpi, dpi); }
-    ~Density() { SetScreenDensity(m_x, m_y); }
-
-private:
-    int m_x, m_y;
-};
-
-// With ZV_SHOT_PAUSE=<ms> set, a layout test holds the dialog on screen for
-// a screenshot.
-void PauseForScreenshot() {
-    wchar_t ms[16];
-    if (!GetEnvironmentVariableW(L"ZV_SHOT_PAUSE", ms, 16)) return;
-    DWORD until = GetTickCount() + _wtoi(ms);
-    while (GetTickCount() < until) {
-        ui::Pump();
-        Sleep(20);
-    }
-}
-}  // namespace
-
+// Every control inside the client area, rows top to bottom without overlap,
+// and the bar right under the dialog's area.
 TEST_CASE(Ui_FileDlg_LayoutAt96And192Dpi) {
-    ScratchTree tree({L"Categories\\", L"Business\\", L"Personal\\", L"Groceries.CSV", L"Packing list.CSV",
-                      L"Travel - business flights.CSV"});
+    ScratchTree tree({L"Categories\\", L"Groceries.CSV", L"Travel - business flights.CSV"});
     for (int dpi : {96, 192}) {
-        Density density(dpi);
+        uitest::DensityScope density(dpi);
         FileSelectRequest req = Request(FileSelectSave, tree / L"", L".CSV");
-        req.title = L"File Select";
-        req.filterText = L"CSV File";
         req.fileName = L"Export";
         ui::Script s;
-        s.Timeout(60000);
         s.Step([&](ui::Dlg& d) {
-            CheckLayout(d, ZV_HERE);
+            RECT client = d.ClientRect();
+            CHECK_EQ(client.right, ScaleX(240));
+            RECT edit = uitest::RectInParent(d.Item(kFileSelectNameEdit));
+            RECT type = uitest::RectInParent(d.Item(kFileSelectTypeField));
+            RECT path = uitest::RectInParent(d.Item(kFileSelectPathLine));
+            RECT list = uitest::RectInParent(d.Item(kFileSelectList));
+            CHECK_EQ(edit.top, ScaleY(2));
+            CHECK_EQ(edit.left, ScaleX(2) + ScaleX(50));
+            CHECK_EQ(edit.right, client.right - ScaleX(2));
+            CHECK_EQ(type.top, ScaleY(2) + ScaleY(24));
+            CHECK(path.top >= type.bottom);
+            CHECK_EQ(list.top, ScaleY(2) + 3 * ScaleY(24));
+            CHECK_EQ(list.bottom, client.bottom - ScaleY(2));
+            CHECK_EQ(list.right, client.right - ScaleX(2));
+            CHECK_EQ((int)SendMessageW(d.Item(kFileSelectList), LVM_GETCOLUMNWIDTH, 0, 0),
+                     (int)d.ClientRect(kFileSelectList).right);
             CHECK(IsWindowVisible(d.MenuBar()));
-            RECT bar, client = d.ClientRect();
+            RECT bar;
             GetWindowRect(d.MenuBar(), &bar);
             MapWindowPoints(d.hwnd, nullptr, (POINT*)&client, 2);
-            CHECK_EQ(bar.top, client.bottom);  // right under the dialog's area
-            ArrowTo(d, L"Groceries.CSV");
+            CHECK_EQ(bar.top, client.bottom);
+            d.SoftKey(ui::Right);
         });
-        s.Step([](ui::Dlg&) {
-            PauseForScreenshot();
-        });
-        s.Step([](ui::Dlg& d) { d.SoftKey(ui::Right); });
         RUN(s, req);
     }
 }
