@@ -18,48 +18,50 @@ static SYSTEMTIME Time(int y, int mo, int d, int h = 0, int mi = 0) {
     return t;
 }
 
-static std::wstring DateText(const SYSTEMTIME& t, DateOrder order, bool slash) {
-    wchar_t out[kTimeTextCapacity];
-    formatDateText(t, order, slash, out);
-    return out;
+// "year-month-day" and "hour:minute", so that a failing row shows itself.
+static std::wstring YMD(const SYSTEMTIME& t) {
+    return std::to_wstring(t.wYear) + L"-" + std::to_wstring(t.wMonth) + L"-" + std::to_wstring(t.wDay);
 }
+static std::wstring HM(const SYSTEMTIME& t) { return std::to_wstring(t.wHour) + L":" + std::to_wstring(t.wMinute); }
 
-static std::wstring DateTimeText(const SYSTEMTIME& t, DateOrder order, bool slash) {
-    wchar_t out[kTimeTextCapacity];
-    formatDateTimeText(t, order, slash, out);
-    return out;
-}
-
+// 1 March 2007 (and 9:05) in every order and separator; "%.4d" pads short
+// years and lets long ones grow.
 TEST_CASE(Doc_DateLayoutsInEveryOrder) {
-    SYSTEMTIME march1 = Time(2007, 3, 1);
-    CHECK_EQ(DateText(march1, DateOrder::MonthDayYear, true), L"03/01/2007");
-    CHECK_EQ(DateText(march1, DateOrder::MonthDayYear, false), L"03.01.2007");
-    CHECK_EQ(DateText(march1, DateOrder::DayMonthYear, true), L"01/03/2007");
-    CHECK_EQ(DateText(march1, DateOrder::DayMonthYear, false), L"01.03.2007");
-    CHECK_EQ(DateText(march1, DateOrder::YearMonthDay, true), L"2007/03/01");
-    CHECK_EQ(DateText(march1, DateOrder::YearMonthDay, false), L"2007.03.01");
-    // "%.4d" pads short years and lets long ones grow.
-    CHECK_EQ(DateText(Time(7, 1, 2), DateOrder::MonthDayYear, true), L"01/02/0007");
-    CHECK_EQ(DateText(Time(12345, 12, 31), DateOrder::YearMonthDay, false), L"12345.12.31");
-}
-
-TEST_CASE(Doc_DateTimeHasFourBlanksAndPaddedTime) {
-    SYSTEMTIME t = Time(2007, 3, 1, 9, 5);
-    CHECK_EQ(DateTimeText(t, DateOrder::MonthDayYear, true), L"03/01/2007    09:05");
-    CHECK_EQ(DateTimeText(t, DateOrder::DayMonthYear, false), L"01.03.2007    09:05");
-    CHECK_EQ(DateTimeText(t, DateOrder::YearMonthDay, true), L"2007/03/01    09:05");
+    const DateOrder MDY = DateOrder::MonthDayYear, DMY = DateOrder::DayMonthYear, YMD = DateOrder::YearMonthDay;
+    const struct {
+        SYSTEMTIME t;
+        DateOrder order;
+        bool slash;
+        const wchar_t *date, *dateTime;
+    } kRows[] = {
+        {Time(2007, 3, 1, 9, 5), MDY, true, L"03/01/2007", L"03/01/2007    09:05"},
+        {Time(2007, 3, 1, 9, 5), MDY, false, L"03.01.2007", L"03.01.2007    09:05"},
+        {Time(2007, 3, 1, 9, 5), DMY, true, L"01/03/2007", L"01/03/2007    09:05"},
+        {Time(2007, 3, 1, 9, 5), DMY, false, L"01.03.2007", L"01.03.2007    09:05"},
+        {Time(2007, 3, 1, 9, 5), YMD, true, L"2007/03/01", L"2007/03/01    09:05"},
+        {Time(2007, 3, 1, 9, 5), YMD, false, L"2007.03.01", L"2007.03.01    09:05"},
+        {Time(7, 1, 2, 23, 0), MDY, true, L"01/02/0007", L"01/02/0007    23:00"},
+        {Time(12345, 12, 31), YMD, false, L"12345.12.31", L"12345.12.31    00:00"},
+    };
+    for (const auto& row : kRows) {
+        wchar_t date[kTimeTextCapacity], dateTime[kTimeTextCapacity];
+        formatDateText(row.t, row.order, row.slash, date);
+        formatDateTimeText(row.t, row.order, row.slash, dateTime);
+        CHECK_EQ(std::wstring(date), std::wstring(row.date));
+        CHECK_EQ(std::wstring(dateTime), std::wstring(row.dateTime));
+    }
     wchar_t out[kTimeTextCapacity];
     formatTimeText(Time(2007, 3, 1, 23, 0), out);
     CHECK_EQ(std::wstring(out), L"23:00");
 }
 
 TEST_CASE(Doc_DateOrderFromLocaleText) {
-    CHECK(dateOrderFromText(L"0") == DateOrder::MonthDayYear);
-    CHECK(dateOrderFromText(L"1") == DateOrder::DayMonthYear);
-    CHECK(dateOrderFromText(L"2") == DateOrder::YearMonthDay);
-    CHECK(dateOrderFromText(L"7") == DateOrder::MonthDayYear);
-    CHECK(dateOrderFromText(L"") == DateOrder::MonthDayYear);
-    CHECK(dateOrderFromText(nullptr) == DateOrder::MonthDayYear);
+    const struct {
+        const wchar_t* text;
+        DateOrder order;
+    } kRows[] = {{L"0", DateOrder::MonthDayYear}, {L"1", DateOrder::DayMonthYear}, {L"2", DateOrder::YearMonthDay},
+                 {L"7", DateOrder::MonthDayYear}, {L"", DateOrder::MonthDayYear},  {nullptr, DateOrder::MonthDayYear}};
+    for (const auto& row : kRows) CHECK_EQ((int)dateOrderFromText(row.text), (int)row.order);
     // The test runner pins the locale: en_US reads month-day-year, and
     // ZV_LOCALE overrides it; check the query agrees with the locale's text.
     wchar_t idate[5] = {};
@@ -68,62 +70,56 @@ TEST_CASE(Doc_DateOrderFromLocaleText) {
 }
 
 TEST_CASE(Doc_PickerFormatsQuotedExactly) {
-    CHECK_EQ(pickerFormat(FieldType::Date, DateOrder::MonthDayYear, false), L"MM'.'dd'.'yyyy");
-    CHECK_EQ(pickerFormat(FieldType::Date, DateOrder::DayMonthYear, false), L"dd'.'MM'.'yyyy");
-    CHECK_EQ(pickerFormat(FieldType::Date, DateOrder::YearMonthDay, false), L"yyyy'.'MM'.'dd");
-    CHECK_EQ(pickerFormat(FieldType::Date, DateOrder::MonthDayYear, true), L"MM'/'dd'/'yyyy");
-    CHECK_EQ(pickerFormat(FieldType::Date, DateOrder::DayMonthYear, true), L"dd'/'MM'/'yyyy");
-    CHECK_EQ(pickerFormat(FieldType::Date, DateOrder::YearMonthDay, true), L"yyyy'/'MM'/'dd");
-    for (bool slash : {false, true}) {
-        CHECK_EQ(pickerFormat(FieldType::Time, DateOrder::DayMonthYear, slash), L"HH':'mm'");
-        // Date and time: always ".", three blanks, unmatched closing quote.
-        CHECK_EQ(pickerFormat(FieldType::DateTime, DateOrder::MonthDayYear, slash), L"MM'.'dd'.'yyyy   HH':'mm'");
-        CHECK_EQ(pickerFormat(FieldType::DateTime, DateOrder::DayMonthYear, slash), L"dd'.'MM'.'yyyy   HH':'mm'");
-        CHECK_EQ(pickerFormat(FieldType::DateTime, DateOrder::YearMonthDay, slash), L"yyyy'.'MM'.'dd   HH':'mm'");
+    // Per order: the date with "." and "/", and the date and time (always
+    // ".", three blanks, unmatched closing quote).
+    const struct {
+        DateOrder order;
+        const wchar_t *dot, *slash, *dateTime;
+    } kRows[] = {
+        {DateOrder::MonthDayYear, L"MM'.'dd'.'yyyy", L"MM'/'dd'/'yyyy", L"MM'.'dd'.'yyyy   HH':'mm'"},
+        {DateOrder::DayMonthYear, L"dd'.'MM'.'yyyy", L"dd'/'MM'/'yyyy", L"dd'.'MM'.'yyyy   HH':'mm'"},
+        {DateOrder::YearMonthDay, L"yyyy'.'MM'.'dd", L"yyyy'/'MM'/'dd", L"yyyy'.'MM'.'dd   HH':'mm'"},
+    };
+    for (const auto& row : kRows) {
+        CHECK_EQ(pickerFormat(FieldType::Date, row.order, false), row.dot);
+        CHECK_EQ(pickerFormat(FieldType::Date, row.order, true), row.slash);
+        for (bool slash : {false, true}) {
+            CHECK_EQ(pickerFormat(FieldType::DateTime, row.order, slash), row.dateTime);
+            CHECK_EQ(pickerFormat(FieldType::Time, row.order, slash), L"HH':'mm'");
+        }
     }
     CHECK(pickerFormat(FieldType::Text, DateOrder::MonthDayYear, true) == nullptr);
 }
 
+// Month, day, year whatever the layout: 12.25.2007 is 25 December, 25.12.2007
+// has month 25. Separators are not looked at; the time of day is dropped.
 TEST_CASE(Doc_ParseDateReadsMonthDayYearAlways) {
-    SYSTEMTIME t = parseDateText(L"12.25.2007");
-    CHECK_EQ(t.wYear, 2007);
-    CHECK_EQ(t.wMonth, 12);
-    CHECK_EQ(t.wDay, 25);
-    t = parseDateText(L"25.12.2007");
-    CHECK_EQ(t.wMonth, 25);
-    CHECK_EQ(t.wDay, 12);
-    // Separators are not looked at; the time of day is dropped.
-    t = parseDateText(L"03x01y2007    09:05");
-    CHECK_EQ(t.wMonth, 3);
-    CHECK_EQ(t.wDay, 1);
-    CHECK_EQ(t.wYear, 2007);
-    CHECK_EQ(t.wHour, 0);
-    CHECK_EQ(t.wMinute, 0);
-    CHECK_EQ(t.wSecond, 0);
-    t = parseDateText(L"");
-    CHECK_EQ(t.wYear + t.wMonth + t.wDay, 0);
-    t = parseDateText(L"ab.cd.efgh");
-    CHECK_EQ(t.wYear + t.wMonth + t.wDay, 0);
-    t = parseDateText(L"4");  // short text: only the month is there
-    CHECK_EQ(t.wMonth, 4);
-    CHECK_EQ(t.wDay, 0);
+    const struct {
+        const wchar_t* text;
+        int year, month, day;
+    } kRows[] = {{L"12.25.2007", 2007, 12, 25}, {L"25.12.2007", 2007, 25, 12}, {L"03x01y2007    09:05", 2007, 3, 1},
+                 {L"", 0, 0, 0}, {L"ab.cd.efgh", 0, 0, 0}, {L"4", 0, 4, 0}};  // short text: only the month
+    for (const auto& row : kRows) {
+        SYSTEMTIME t = parseDateText(row.text);
+        CHECK_EQ(YMD(t) + L" from " + row.text, YMD(Time(row.year, row.month, row.day)) + L" from " + row.text);
+        CHECK_EQ(t.wHour + t.wMinute + t.wSecond, 0);
+    }
 }
 
 TEST_CASE(Doc_ChoiceTextsByTable) {
-    CHECK_EQ(choiceTextId(FieldType::Priority, 0), (UINT)IDS_PRIORITY_NORMAL);
-    CHECK_EQ(choiceTextId(FieldType::Priority, 1), (UINT)IDS_PRIORITY_HIGH);
-    CHECK_EQ(choiceTextId(FieldType::Priority, 2), (UINT)IDS_PRIORITY_LOW);
-    CHECK_EQ(choiceTextId(FieldType::YesNo, 1), (UINT)IDS_YES);
-    CHECK_EQ(choiceTextId(FieldType::YesNo, 0), (UINT)IDS_NO);
-    CHECK_EQ(choiceTextId(FieldType::Check, 0), 8144u);
-    CHECK_EQ(choiceTextId(FieldType::Check, 1), 8145u);
-    CHECK_EQ(choiceTextId(FieldType::Selection, 0), 8124u);
-    CHECK_EQ(choiceTextId(FieldType::Selection, 10), 8134u);
-    CHECK_EQ(choiceTextId(FieldType::Selection, 11), 8187u);
-    CHECK_EQ(choiceTextId(FieldType::Selection, 13), 8189u);
-    CHECK_EQ(choiceTextId(FieldType::Selection, 14), 0u);
-    CHECK_EQ(choiceTextId(FieldType::Priority, 3), 0u);
-    CHECK_EQ(choiceTextId(FieldType::Text, 0), 0u);
+    const struct {
+        FieldType type;
+        int choice;
+        UINT id;
+        int line;
+    } kRows[] = {{FieldType::Priority, 0, IDS_PRIORITY_NORMAL, __LINE__}, {FieldType::Priority, 1, IDS_PRIORITY_HIGH, __LINE__},
+                 {FieldType::Priority, 2, IDS_PRIORITY_LOW, __LINE__},    {FieldType::YesNo, 1, IDS_YES, __LINE__},
+                 {FieldType::YesNo, 0, IDS_NO, __LINE__},                 {FieldType::Check, 0, 8144, __LINE__},
+                 {FieldType::Check, 1, 8145, __LINE__},                   {FieldType::Selection, 0, 8124, __LINE__},
+                 {FieldType::Selection, 10, 8134, __LINE__},              {FieldType::Selection, 11, 8187, __LINE__},
+                 {FieldType::Selection, 13, 8189, __LINE__},              {FieldType::Selection, 14, 0, __LINE__},
+                 {FieldType::Priority, 3, 0, __LINE__},                   {FieldType::Text, 0, 0, __LINE__}};
+    for (const auto& row : kRows) CHECK_EQ_AT(choiceTextId(row.type, row.choice), row.id, __FILE__, row.line);
     CHECK_EQ(std::wstring(choiceText(FieldType::Priority, 0).c_str()), ResText(IDS_PRIORITY_NORMAL));
     CHECK(choiceText(FieldType::Selection, -1).IsEmpty());
     CHECK_EQ(std::wstring(fieldTypeName(FieldType::Number).c_str()), ResText(IDS_TYPE_NUMBER));
@@ -168,16 +164,23 @@ TEST_CASE(Doc_DisplayTextOfChoices) {
     CHECK_EQ(v.text.c_str(), L"09:05");
 }
 
+// An empty Selection is 11; unknown text is 0; the comparison is exact.
 TEST_CASE(Doc_ParseChoice) {
-    CHECK_EQ(parseChoiceText(FieldType::Selection, L""), 11);
-    CHECK_EQ(parseChoiceText(FieldType::Selection, L"no such text"), 0);
-    CHECK_EQ(parseChoiceText(FieldType::YesNo, ResText(IDS_YES).c_str()), 1);
-    CHECK_EQ(parseChoiceText(FieldType::YesNo, ResText(IDS_NO).c_str()), 0);
-    CHECK_EQ(parseChoiceText(FieldType::Priority, ResText(IDS_PRIORITY_LOW).c_str()), 2);
-    CHECK_EQ(parseChoiceText(FieldType::Priority, ResText(IDS_PRIORITY_HIGH).c_str()), 1);
-    CHECK_EQ(parseChoiceText(FieldType::Check, ResText(8145).c_str()), 1);
-    CHECK_EQ(parseChoiceText(FieldType::Selection, ResText(8126).c_str()), 2);
-    // Exact comparison: case matters.
+    const struct {
+        FieldType type;
+        std::wstring text;
+        int choice;
+    } kRows[] = {{FieldType::Selection, L"", 11},
+                 {FieldType::Selection, L"no such text", 0},
+                 {FieldType::YesNo, ResText(IDS_YES), 1},
+                 {FieldType::YesNo, ResText(IDS_NO), 0},
+                 {FieldType::Priority, ResText(IDS_PRIORITY_LOW), 2},
+                 {FieldType::Priority, ResText(IDS_PRIORITY_HIGH), 1},
+                 {FieldType::Check, ResText(8145), 1},
+                 {FieldType::Selection, ResText(8126), 2}};
+    for (const auto& row : kRows)
+        CHECK_EQ(row.text + L" -> " + std::to_wstring(parseChoiceText(row.type, row.text.c_str())),
+                 row.text + L" -> " + std::to_wstring(row.choice));
     std::wstring yes = ResText(IDS_YES);
     for (wchar_t& c : yes) c = (wchar_t)towupper(c);
     if (yes != ResText(IDS_YES)) CHECK_EQ(parseChoiceText(FieldType::YesNo, yes.c_str()), 0);
@@ -191,46 +194,29 @@ TEST_CASE(Doc_ColumnAlignment) {
     }
 }
 
-TEST_CASE(Doc_NewItemTimeFromHalfHours) {
-    SYSTEMTIME now = Time(2007, 3, 1, 14, 47);
-    SYSTEMTIME t = newItemTime(0, now);
-    CHECK_EQ(t.wHour, 14);
-    CHECK_EQ(t.wMinute, 47);
-    t = newItemTime(1, now);
-    CHECK_EQ(t.wHour, 0);
-    CHECK_EQ(t.wMinute, 0);
-    t = newItemTime(4, now);
-    CHECK_EQ(t.wHour, 1);
-    CHECK_EQ(t.wMinute, 30);
-    t = newItemTime(19, now);
-    CHECK_EQ(t.wHour, 9);
-    CHECK_EQ(t.wMinute, 0);
-    t = newItemTime(48, now);
-    CHECK_EQ(t.wHour, 23);
-    CHECK_EQ(t.wMinute, 30);
-}
-
-TEST_CASE(Doc_NewItemDateModes) {
-    SYSTEMTIME now = Time(2007, 2, 28, 10, 15);
-    SYSTEMTIME d = newItemDate(0, now);
-    CHECK_EQ(d.wMonth, 2);
-    CHECK_EQ(d.wDay, 28);
-    d = newItemDate(1, now);
-    CHECK_EQ(d.wMonth, 3);
-    CHECK_EQ(d.wDay, 1);
-    CHECK_EQ(d.wHour, 10);
-    d = newItemDate(2, now);
-    CHECK_EQ(d.wDay, 7);
-    d = newItemDate(3, now);
-    CHECK_EQ(d.wMonth, 3);
-    CHECK_EQ(d.wDay, 28);
-    d = newItemDate(77, now);
-    CHECK_EQ(d.wDay, 28);
-    // The year moves alone: 29 February stays, even in a common year.
-    d = newItemDate(4, Time(2008, 2, 29));
-    CHECK_EQ(d.wYear, 2009);
-    CHECK_EQ(d.wMonth, 2);
-    CHECK_EQ(d.wDay, 29);
+// Time mode 0 is now, then half hours from midnight; date modes move from
+// today, and the year moves alone (29 February stays, even in a common year).
+TEST_CASE(Doc_NewItemTimeAndDateModes) {
+    const SYSTEMTIME now = Time(2007, 3, 1, 14, 47);
+    const struct {
+        int mode, hour, minute;
+    } kTimes[] = {{0, 14, 47}, {1, 0, 0}, {4, 1, 30}, {19, 9, 0}, {48, 23, 30}};
+    for (const auto& row : kTimes) {
+        SYSTEMTIME t = newItemTime(row.mode, now);
+        CHECK_EQ(std::to_wstring(row.mode) + L": " + HM(t), std::to_wstring(row.mode) + L": " + HM(Time(0, 0, 0, row.hour, row.minute)));
+    }
+    const struct {
+        int mode;
+        SYSTEMTIME from;
+        int year, month, day;
+    } kDates[] = {{0, Time(2007, 2, 28, 10, 15), 2007, 2, 28}, {1, Time(2007, 2, 28, 10, 15), 2007, 3, 1},
+                  {2, Time(2007, 2, 28, 10, 15), 2007, 3, 7},  {3, Time(2007, 2, 28, 10, 15), 2007, 3, 28},
+                  {77, Time(2007, 2, 28, 10, 15), 2007, 2, 28}, {4, Time(2008, 2, 29), 2009, 2, 29}};
+    for (const auto& row : kDates) {
+        SYSTEMTIME d = newItemDate(row.mode, row.from);
+        CHECK_EQ(std::to_wstring(row.mode) + L": " + YMD(d) + L" " + HM(d),
+                 std::to_wstring(row.mode) + L": " + YMD(Time(row.year, row.month, row.day)) + L" " + HM(row.from));
+    }
 }
 
 TEST_CASE(Doc_NewItemDefaults) {
