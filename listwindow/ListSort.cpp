@@ -3,6 +3,8 @@
 #include <oleauto.h>
 
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <cwchar>
 #include <string>
 #include <vector>
@@ -94,21 +96,53 @@ bool Precedes(const SortEntry& a, const SortEntry& b, SortKind kind, bool flag) 
     return laterFirst ? a.serial > b.serial : a.serial < b.serial;
 }
 
+const FieldValue& CellOf(const ListItem& item, int column) {
+    static const FieldValue kEmpty;
+    return (size_t)column < item.values.size() ? item.values[(size_t)column] : kEmpty;
+}
+
+SortEntry EntryOf(const ListItem& item, int column, SortKind kind, ItemIterator position) {
+    const FieldValue& value = CellOf(item, column);
+    return {KeyOf(value, kind), kind == SortKind::Text ? TextKeyOf(value.text.c_str()) : std::string(), item.serial,
+            position};
+}
+
 }  // namespace
 
-void sortListItems(std::list<ListItem>& items, int column, FieldType comparatorType, bool directionFlag) {
-    if (column < 0 || items.size() < 2) return;
+bool sortListItems(std::list<ListItem>& items, int column, FieldType comparatorType, bool directionFlag) {
+    if (column < 0) return false;
     SortKind kind = sortKindOf(comparatorType);
-    static const FieldValue kEmpty;
     std::vector<SortEntry> entries;
     entries.reserve(items.size());
+    bool strict = true;
     for (ItemIterator it = items.begin(); it != items.end(); ++it) {
-        const FieldValue& value = (size_t)column < it->values.size() ? it->values[(size_t)column] : kEmpty;
-        entries.push_back({KeyOf(value, kind), kind == SortKind::Text ? TextKeyOf(value.text.c_str()) : std::string(),
-                           it->serial, it});
+        entries.push_back(EntryOf(*it, column, kind, it));
+        if (std::isnan(entries.back().key)) strict = false;
     }
+    if (entries.size() < 2) return strict;
     std::stable_sort(entries.begin(), entries.end(),
                      [&](const SortEntry& a, const SortEntry& b) { return Precedes(a, b, kind, directionFlag); });
     // Relink the nodes in the new order; no item is copied or moved in memory.
     for (SortEntry& entry : entries) items.splice(items.end(), items, entry.item);
+    return strict;
+}
+
+size_t sortedInsertIndex(const std::vector<ListItem*>& rows, const ListItem& item, int column,
+                         FieldType comparatorType, bool directionFlag) {
+    if (column < 0) return SIZE_MAX;
+    SortKind kind = sortKindOf(comparatorType);
+    SortEntry added = EntryOf(item, column, kind, ItemIterator());
+    if (std::isnan(added.key)) return SIZE_MAX;
+    // The first row that the new item precedes; every row before it
+    // precedes the new item, as the order is strict.
+    size_t low = 0, high = rows.size();
+    while (low < high) {
+        size_t middle = low + (high - low) / 2;
+        SortEntry row = EntryOf(*rows[middle], column, kind, ItemIterator());
+        if (Precedes(row, added, kind, directionFlag))
+            low = middle + 1;
+        else
+            high = middle;
+    }
+    return low;
 }

@@ -42,6 +42,7 @@ void ResetState(ListOpenRequest* request, HWND hwnd) {
     s.rows.clear();
     s.modified = 0;
     s.headerWidthsPending = 1;
+    s.inResortOrder = 0;
 }
 
 // The list font from the font settings, with its bold (title) and

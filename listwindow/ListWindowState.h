@@ -72,6 +72,11 @@ struct ListWindowState {
 
     BYTE modified = 0;
     BYTE headerWidthsPending = 1;
+    // Whether the items stand in the order a re-sort would give them (sort
+    // column, its field's comparator, the present direction, no NaN key), so
+    // that an added item can go straight to its place. Cleared whenever a
+    // change may leave the order stale without a re-sort.
+    BYTE inResortOrder = 0;
 
     // Fonts made from the font settings: the list font, the bold title font
     // and the struck-out font of checked rows. fontHeight is the list font's
@@ -127,6 +132,8 @@ void ToggleCheckCell(int row, int column, bool fromAction);
 void SortByColumn(int column, bool fromMenu);
 // Sorts again by the present column and direction, then refills the rows.
 void Resort();
+// Refills the rows after the item list was reordered and repaints once.
+void ShowResortedRows();
 
 // ---- ListNotify.cpp --------------------------------------------------------
 LRESULT OnNotify(HWND hwnd, const NMHDR* header);
