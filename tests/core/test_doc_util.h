@@ -1,5 +1,5 @@
 // Helpers of the document tests: a byte builder that spells out the file
-// layouts independently of the writer under test, scratch files, and a
+// layouts independently of the writer under test, dates, scratch files, and a
 // recorder that stands in for message boxes.
 #pragma once
 #include <windows.h>
@@ -38,7 +38,29 @@ struct Bytes {
     Bytes& listHeader(int fields, int items) { wstr(L"1.7"); i32(fields); return i32(items); }
     Bytes& templateHeader(int fields) { wstr(L"1.7"); return i32(fields); }
     Bytes& viewState(int column, int descending) { return chunk(1010, Bytes().i32(column).i32(descending)); }
+    // An 18-byte TGA header: colour map fields and origin all zero.
+    Bytes& tgaHeader(int type, int width, int height, int bits, int descriptor, int idLength = 0, int colourMap = 0) {
+        u8(idLength).u8(colourMap).u8(type).raw(ByteVec(9, 0));
+        return u16(width).u16(height).u8(bits).u8(descriptor);
+    }
 };
+
+inline SYSTEMTIME MakeTime(int y, int mo, int d, int h = 0, int mi = 0) {
+    SYSTEMTIME t = {};
+    t.wYear = (WORD)y;
+    t.wMonth = (WORD)mo;
+    t.wDay = (WORD)d;
+    t.wHour = (WORD)h;
+    t.wMinute = (WORD)mi;
+    return t;
+}
+
+// UTF-16LE bytes read back as text, from byte `from` on.
+inline std::wstring Utf16Text(const ByteVec& bytes, size_t from = 0) {
+    std::wstring text;
+    for (size_t i = from; i + 1 < bytes.size(); i += 2) text += wchar_t(bytes[i] | (bytes[i + 1] << 8));
+    return text;
+}
 
 // A folder of its own under the temporary folder, emptied on creation.
 std::wstring ScratchDir(const wchar_t* name);

@@ -12,13 +12,8 @@ using namespace doctest;
 
 namespace {
 
-// An 18-byte TGA header.
 Bytes TgaHeader(int type, int width, int height, int bits, int descriptor, int idLength = 0, int colourMap = 0) {
-    Bytes b;
-    b.u8(idLength).u8(colourMap).u8(type);
-    for (int i = 0; i < 9; ++i) b.u8(0);  // colour map fields and origin
-    b.u16(width).u16(height).u8(bits).u8(descriptor);
-    return b;
+    return Bytes().tgaHeader(type, width, height, bits, descriptor, idLength, colourMap);
 }
 
 struct Rgba {
@@ -137,32 +132,26 @@ TEST_CASE(Tga_RunLengthPackets) {
 }
 
 TEST_CASE(Tga_RefusedHeadersLeaveImageEmpty) {
-    PlanarImage img;
-    Bytes good = TgaHeader(2, 1, 1, 24, 0);
-    good.u8(1).u8(2).u8(3);
-    CHECK_EQ(Decode(img, good), S_OK);
-    Bytes mapped = TgaHeader(1, 1, 1, 8, 0);
-    mapped.u8(0).u8(0).u8(0);
-    CHECK_EQ(Decode(img, mapped), E_FAIL);
-    CHECK(img.IsEmpty());
-    Bytes grey = TgaHeader(3, 1, 1, 8, 0);
-    grey.u8(0).u8(0).u8(0);
-    CHECK_EQ(Decode(img, grey), E_FAIL);
-    Bytes withMap = TgaHeader(2, 1, 1, 24, 0, 0, 1);
-    withMap.u8(0).u8(0).u8(0);
-    CHECK_EQ(Decode(img, withMap), E_FAIL);
-    Bytes shortData = TgaHeader(2, 2, 2, 24, 0);
-    shortData.u8(1).u8(2).u8(3);
-    CHECK_EQ(Decode(img, shortData), E_FAIL);
-    Bytes shortRle = TgaHeader(10, 2, 2, 24, 0);
-    shortRle.u8(0x81).u8(1).u8(2).u8(3);
-    CHECK_EQ(Decode(img, shortRle), E_FAIL);
-    Bytes huge = TgaHeader(10, 65535, 65535, 32, 0);
-    huge.u8(0xFF).u8(1).u8(2).u8(3).u8(4);
-    CHECK_EQ(Decode(img, huge), E_FAIL);
-    CHECK_EQ(Decode(img, TgaHeader(2, 0, 5, 24, 0)), E_FAIL);
-    CHECK_EQ(DecodeTga(img, good.v.data(), 17), E_FAIL);
-    CHECK(img.IsEmpty());
+    Bytes good = TgaHeader(2, 1, 1, 24, 0).u8(1).u8(2).u8(3);
+    const struct {
+        Bytes file;
+        int line;
+    } kRefused[] = {
+        {TgaHeader(1, 1, 1, 8, 0).u8(0).u8(0).u8(0), __LINE__},               // colour-mapped
+        {TgaHeader(3, 1, 1, 8, 0).u8(0).u8(0).u8(0), __LINE__},               // grey
+        {TgaHeader(2, 1, 1, 24, 0, 0, 1).u8(0).u8(0).u8(0), __LINE__},        // with a colour map
+        {TgaHeader(2, 2, 2, 24, 0).u8(1).u8(2).u8(3), __LINE__},              // data too short
+        {TgaHeader(10, 2, 2, 24, 0).u8(0x81).u8(1).u8(2).u8(3), __LINE__},    // packets too short
+        {TgaHeader(10, 65535, 65535, 32, 0).u8(0xFF).u32(0x04030201), __LINE__},  // too large
+        {TgaHeader(2, 0, 5, 24, 0), __LINE__},                                // no width
+        {Bytes().raw(ByteVec(good.v.begin(), good.v.begin() + 17)), __LINE__},   // header cut
+    };
+    for (const auto& row : kRefused) {
+        PlanarImage img;
+        CHECK_EQ(Decode(img, good), S_OK);
+        CHECK_EQ_AT(Decode(img, row.file), E_FAIL, __FILE__, row.line);
+        CHECK_AT(img.IsEmpty(), __FILE__, row.line);
+    }
 }
 
 TEST_CASE(Tga_FilesAndResources) {
