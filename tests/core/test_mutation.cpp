@@ -221,9 +221,7 @@ TEST_CASE(Mut_TgaImages) {
     for (int type : {2, 10}) {
         for (int bits : {24, 32}) {
             Bytes b;
-            b.u8(2).u8(0).u8(type);
-            for (int i = 0; i < 9; ++i) b.u8(0);
-            b.u16(6).u16(5).u8(bits).u8(type == 2 ? 0x10 : 0).u8(0xAB).u8(0xCD);
+            b.tgaHeader(type, 6, 5, bits, type == 2 ? 0x10 : 0, 2).u8(0xAB).u8(0xCD);  // with a 2-byte ID
             int pb = bits / 8;
             for (int row = 0; row < 5; ++row) {
                 if (type == 2) {
@@ -271,7 +269,7 @@ TEST_CASE(Mut_TextImport) {
             WriteBytes(path, bytes);
             CHECK(readCsvFileText(path.c_str(), text));
         } else if (bytes.size() >= 2 && bytes[0] == 0xFF && bytes[1] == 0xFE) {
-            for (size_t i = 2; i + 1 < bytes.size(); i += 2) text += wchar_t(bytes[i] | (bytes[i + 1] << 8));
+            text = Utf16Text(bytes, 2);
         } else {
             for (unsigned char c : bytes) text += wchar_t(c);
         }
