@@ -129,9 +129,10 @@ void DeleteItem() {
         }
     }
     s.rows.erase(s.rows.begin() + mark);
+    // The list view repaints the rows from the deleted one down; the rows
+    // above it are unchanged and need no repaint.
     SendMessageW(s.listView, LVM_DELETEITEM, (WPARAM)mark, 0);
     s.modified = 1;
-    InvalidateRect(s.listView, nullptr, TRUE);
     InvalidateTitle();
 }
 
