@@ -11,28 +11,6 @@ using namespace doctest;
 
 namespace {
 
-// The chunks of one field definition as the layout spells them.
-Bytes FieldChunks(const std::wstring& name, int type, int width, const wchar_t* defaultText, int defaultChoice,
-                  int dateMode, int timeMode) {
-    Bytes b;
-    b.chunk0(4321).chunkU32(1001, width).chunkText(1004, name).chunkU32(1002, type);
-    bool choiceType = type == 2 || type == 4 || type == 6 || type == 8;
-    if (choiceType) b.chunkU32(1009, defaultChoice);
-    if (type != 2 && type != 6 && type != 8) b.chunkText(1003, defaultText);
-    b.chunkU32(1005, dateMode).chunkU32(1006, timeMode).chunk0(1234);
-    return b;
-}
-
-SYSTEMTIME MakeTime(int y, int mo, int d, int h, int mi) {
-    SYSTEMTIME t = {};
-    t.wYear = (WORD)y;
-    t.wMonth = (WORD)mo;
-    t.wDay = (WORD)d;
-    t.wHour = (WORD)h;
-    t.wMinute = (WORD)mi;
-    return t;
-}
-
 // Four fields covering the default-chunk rules: YesNo, Check, Text and an
 // unnamed Date.
 void FillSampleFields(ListDocument& doc) {
@@ -62,7 +40,7 @@ void AddSampleItems(ListDocument& doc) {
     a.values[2].storedType = FieldType::Text;
     a.values[2].text = L"milk";
     a.values[3].storedType = FieldType::Date;
-    a.values[3].time = MakeTime(2007, 3, 1, 0, 0);
+    a.values[3].time = MakeTime(2007, 3, 1);
     ListItem b = a;
     b.backColor = 0xB5DBB5;
     b.values[2].text = L"";
@@ -158,25 +136,20 @@ TEST_CASE(Doc_ReadListBuildsTexts) {
     file.listHeader(9, 3);
     file.chunk(777, Bytes().u32(1).u32(2));  // unknown list-wide chunk: skipped
     file.chunk(1007, Bytes().i32(1).i32(1));
-    file.chunk(1008, Bytes().u8(10)).chunk(1008, Bytes().u8(20)).chunk(1008, Bytes().u8(30)).chunk(1008, Bytes().u8(40));
+    for (int p = 1; p <= 4; ++p) file.chunk(1008, Bytes().u8(10 * p));
     file.viewState(4, 1);
     const wchar_t* names[9] = {L"D", L"T", L"P", L"X", L"Y", L"N", L"C", L"DT", L"S"};
-    for (int t = 0; t < 9; ++t) file.append(FieldChunks(names[t], t, 20 + t, L"", 0, 0, 0));
-    auto item = [&](Bytes& b, int choiceBase) {
-        b.chunk(0, Bytes().systemTime(2007, 3, 4, 1, 0, 0, 0, 0));
-        b.chunk(1, Bytes().systemTime(1899, 12, 6, 30, 9, 5, 0, 0));
-        b.chunkU32(2, choiceBase % 3);
-        b.chunkText(3, L"text");
-        b.chunkU32(4, 5);
-        b.chunkText(5, L"3.25");
-        b.chunkU32(6, 1);
-        b.chunk(7, Bytes().systemTime(2007, 3, 4, 1, 9, 5, 0, 0));
-        b.chunkU32(8, 11);
-    };
-    item(file, 0);
-    file.chunkU32(120, 0xC9CEFF);
-    item(file, 1);
-    item(file, 2);
+    // Fields and three items (the second coloured): the part written back as read.
+    Bytes body;
+    for (int t = 0; t < 9; ++t) body.append(FieldChunks(names[t], t, 20 + t, L"", 0, 0, 0));
+    for (int i = 0; i < 3; ++i) {
+        if (i == 1) body.chunkU32(120, 0xC9CEFF);
+        body.chunk(0, Bytes().systemTime(2007, 3, 4, 1, 0, 0, 0, 0));
+        body.chunk(1, Bytes().systemTime(1899, 12, 6, 30, 9, 5, 0, 0));
+        body.chunkU32(2, i % 3).chunkText(3, L"text").chunkU32(4, 5).chunkText(5, L"3.25").chunkU32(6, 1);
+        body.chunk(7, Bytes().systemTime(2007, 3, 4, 1, 9, 5, 0, 0)).chunkU32(8, 11);
+    }
+    file.append(body);
     ListDocument doc;
     TextLayout layout;  // month-day-year with "/"
     CHECK(parseListBytes(file.v.data(), file.v.size(), doc, &layout) == FileStatus::Ok);
@@ -206,19 +179,13 @@ TEST_CASE(Doc_ReadListBuildsTexts) {
     CHECK_EQ(it->ordinal, 1);
     CHECK_EQ(std::wstring(it->values[2].text.c_str()), ResText(IDS_PRIORITY_HIGH));
 
-    // Written back unchanged, byte for byte.
+    // Written back unchanged, byte for byte, less the unknown chunk.
     ByteWriter again;
     buildListBytes(doc, again);
     Bytes expected;
-    expected.listHeader(9, 3);
-    expected.chunk(1007, Bytes().i32(1).i32(1));
-    expected.chunk(1008, Bytes().u8(10)).chunk(1008, Bytes().u8(20)).chunk(1008, Bytes().u8(30));
-    expected.chunk(1008, Bytes().u8(40)).viewState(4, 1);
-    for (int t = 0; t < 9; ++t) expected.append(FieldChunks(names[t], t, 20 + t, L"", 0, 0, 0));
-    item(expected, 0);
-    expected.chunkU32(120, 0xC9CEFF);
-    item(expected, 1);
-    item(expected, 2);
+    expected.listHeader(9, 3).chunk(1007, Bytes().i32(1).i32(1));
+    for (int p = 1; p <= 4; ++p) expected.chunk(1008, Bytes().u8(10 * p));
+    expected.viewState(4, 1).append(body);
     CHECK_BYTES(again.bytes, expected.v);
 
     // The one-call-per-chunk reader gives the same document.
@@ -447,9 +414,15 @@ TEST_CASE(Doc_HeaderChunksThroughHandles) {
     CHECK_EQ(back.fields[0].defaultChoice, 4);
 }
 
+// Doubled backslashes collapse; a backup has "BAK" in place of the extension.
 TEST_CASE(Doc_PathHelpers) {
-    CHECK_EQ(std::wstring(normalizePath(L"\\\\My Documents\\\\\\Lists\\a.zvl").c_str()), L"\\My Documents\\Lists\\a.zvl");
-    CHECK_EQ(std::wstring(normalizePath(L"\\x\\y").c_str()), L"\\x\\y");
-    CHECK_EQ(std::wstring(backupPathOf(L"\\Lists\\Books.zvl").c_str()), L"\\Lists\\Books.BAK");
-    CHECK_EQ(std::wstring(backupPathOf(L"ab").c_str()), L"BAK");
+    const struct {
+        const wchar_t *in, *out;
+        CeString (*fn)(const wchar_t*);
+    } kRows[] = {{L"\\\\My Documents\\\\\\Lists\\a.zvl", L"\\My Documents\\Lists\\a.zvl", normalizePath},
+                 {L"\\x\\y", L"\\x\\y", normalizePath},
+                 {L"\\Lists\\Books.zvl", L"\\Lists\\Books.BAK", backupPathOf},
+                 {L"ab", L"BAK", backupPathOf}};
+    for (const auto& row : kRows)
+        CHECK_EQ(std::wstring(row.in) + L" -> " + row.fn(row.in).c_str(), std::wstring(row.in) + L" -> " + row.out);
 }

@@ -45,6 +45,18 @@ struct Bytes {
     }
 };
 
+// The chunks of one field definition as the layout spells them: the choice
+// types carry a default choice, all but Priority, Check and Selection a
+// default text.
+inline Bytes FieldChunks(const std::wstring& name, int type, int width, const wchar_t* defaultText, int defaultChoice,
+                         int dateMode, int timeMode) {
+    Bytes b;
+    b.chunk0(4321).chunkU32(1001, width).chunkText(1004, name).chunkU32(1002, type);
+    if (type == 2 || type == 4 || type == 6 || type == 8) b.chunkU32(1009, defaultChoice);
+    if (type != 2 && type != 6 && type != 8) b.chunkText(1003, defaultText);
+    return b.chunkU32(1005, dateMode).chunkU32(1006, timeMode).chunk0(1234);
+}
+
 inline SYSTEMTIME MakeTime(int y, int mo, int d, int h = 0, int mi = 0) {
     SYSTEMTIME t = {};
     t.wYear = (WORD)y;
