@@ -176,10 +176,7 @@ TEST_CASE(Csv_ImportWritesListAndAsksBeforeReplacing) {
     CHECK_EQ(std::wstring(listPath.c_str()), expectedPath);
     Bytes want;
     want.listHeader(2, 1).viewState(-1, 0);
-    want.chunk0(4321).chunkU32(1001, 120).chunkText(1004, L"Item").chunkU32(1002, 3).chunkText(1003, L"");
-    want.chunkU32(1005, 0).chunkU32(1006, 0).chunk0(1234);
-    want.chunk0(4321).chunkU32(1001, 120).chunkText(1004, L"Shop").chunkU32(1002, 8).chunkU32(1009, 0);
-    want.chunkU32(1005, 0).chunkU32(1006, 0).chunk0(1234);
+    want.append(FieldChunks(L"Item", 3, 120, L"", 0, 0, 0)).append(FieldChunks(L"Shop", 8, 120, L"", 0, 0, 0));
     want.chunkText(3, L"milk").chunkU32(8, 11);
     CHECK_BYTES(ReadBytes(expectedPath), want.v);
     CHECK_EQ((int)boxes.boxes.size(), 0);
