@@ -52,16 +52,43 @@ void MeasureHeaderWidths(HDC dc) {
     s.headerWidthsPending = 0;
 }
 
+// Copies the box's pixels that are not the key colour into the row buffer:
+// what a transparent blit of the same size does, without the mask bitmap
+// and the device contexts that a blit makes for every box on every row.
+void CopyBoxIntoRowBuffer(const CheckBitmap& box, int x, int y) {
+    ListWindowState& s = S();
+    const DWORD key = (DWORD)((GetRValue(kTransparentGreen) << 16) | (GetGValue(kTransparentGreen) << 8) |
+                              GetBValue(kTransparentGreen));
+    GdiFlush();  // what GDI drew into the buffer so far is in its pixels
+    int top = y - s.rowBufferTop;
+    for (int row = 0; row < box.size.cy; ++row) {
+        int line = top + row;
+        if (line < 0 || line >= s.rowBufferSize.cy) continue;
+        DWORD* out = s.rowBufferBits + (size_t)line * (size_t)s.rowBufferSize.cx;
+        const DWORD* in = box.pixels.data() + (size_t)row * (size_t)box.size.cx;
+        for (int column = 0; column < box.size.cx; ++column) {
+            int at = x + column;
+            if (at < 0 || at >= s.rowBufferSize.cx) continue;
+            DWORD pixel = in[column] & 0x00FFFFFF;
+            if (pixel != key) out[at] = pixel;
+        }
+    }
+}
+
 void DrawCheckBox(HDC dc, const RECT& cell, bool checked) {
     const CheckBitmap& box = checked ? S().checkedBox : S().clearBox;
     if (!box.bitmap.Get()) return;
+    int width = cell.right - cell.left;
+    int x = cell.left + width / 2 - box.size.cx / 2;
+    int y = cell.top + (S().fontHeight - box.size.cy) / 2 + 1;
+    if (dc == S().rowBufferDc && S().rowBufferBits && !box.pixels.empty()) {
+        CopyBoxIntoRowBuffer(box, x, y);
+        return;
+    }
     HDC memory = CreateCompatibleDC(dc);
     if (!memory) return;
     {
         DcSelection select(memory, box.bitmap.Get());
-        int width = cell.right - cell.left;
-        int x = cell.left + width / 2 - box.size.cx / 2;
-        int y = cell.top + (S().fontHeight - box.size.cy) / 2 + 1;
         TransparentImage(dc, x, y, box.size.cx, box.size.cy, memory, 0, 0, box.size.cx, box.size.cy,
                          kTransparentGreen);
     }
@@ -142,6 +169,7 @@ HBITMAP RowBuffer(HDC screen, int width, int height) {
         void* bits = nullptr;
         s.rowBuffer.Reset(CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
         s.rowBufferSize = {width, height};
+        s.rowBufferBits = s.rowBuffer.Get() ? (DWORD*)bits : nullptr;
     }
     return s.rowBuffer.Bitmap();
 }
@@ -174,7 +202,10 @@ void DrawRow(const DRAWITEMSTRUCT* draw) {
         Fill(memory, band, back == CLR_NONE ? GetSysColor(COLOR_WINDOW) : back);
         {
             int saved = SaveDC(memory);
+            s.rowBufferDc = memory;
+            s.rowBufferTop = rowRect.top;
             PaintRow(memory, rowRect, client, row, item);
+            s.rowBufferDc = nullptr;
             RestoreDC(memory, saved);
         }
         BitBlt(draw->hDC, 0, rowRect.top, width, height, memory, 0, rowRect.top, SRCCOPY);

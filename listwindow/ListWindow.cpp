@@ -159,8 +159,22 @@ void LoadCheckBitmap(CheckBitmap& box, UINT id) {
     if (hImageModule) bitmap = LoadBitmapW(hImageModule, MAKEINTRESOURCEW(id));
     if (!bitmap) bitmap = LoadBitmapW(hInstance, MAKEINTRESOURCEW(id));
     box.bitmap.Reset(bitmap);
+    box.pixels.clear();
     BITMAP info = {};
-    if (bitmap && GetObjectW(bitmap, sizeof info, &info)) box.size = {info.bmWidth, info.bmHeight};
+    if (!bitmap || !GetObjectW(bitmap, sizeof info, &info)) return;
+    box.size = {info.bmWidth, info.bmHeight};
+    BITMAPINFO format = {};
+    format.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
+    format.bmiHeader.biWidth = info.bmWidth;
+    format.bmiHeader.biHeight = -info.bmHeight;
+    format.bmiHeader.biPlanes = 1;
+    format.bmiHeader.biBitCount = 32;
+    format.bmiHeader.biCompression = BI_RGB;
+    std::vector<DWORD> pixels((size_t)info.bmWidth * (size_t)info.bmHeight);
+    HDC screen = GetDC(nullptr);
+    int lines = screen ? GetDIBits(screen, bitmap, 0, (UINT)info.bmHeight, pixels.data(), &format, DIB_RGB_COLORS) : 0;
+    if (screen) ReleaseDC(nullptr, screen);
+    if (lines == info.bmHeight) box.pixels.swap(pixels);
 }
 
 void LoadImages() {
@@ -328,6 +342,8 @@ void OnDestroy(HWND hwnd) {
     s.clearBox.bitmap.Reset();
     s.rowBuffer.Reset();
     s.rowBufferSize = {};
+    s.rowBufferBits = nullptr;
+    s.rowBufferDc = nullptr;
     s.listFont.Reset();
     s.titleFont.Reset();
     s.checkedFont.Reset();

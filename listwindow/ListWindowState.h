@@ -49,10 +49,13 @@ private:
     HGDIOBJ m_old;
 };
 
-// One check-box bitmap kept for the window's lifetime, with its size.
+// One check-box bitmap kept for the window's lifetime, with its size and
+// its pixels (32-bit, top-down rows) for copying straight into the row
+// buffer.
 struct CheckBitmap {
     GdiObject bitmap;
     SIZE size = {};
+    std::vector<DWORD> pixels;
 };
 
 struct ListWindowState {
@@ -93,6 +96,9 @@ struct ListWindowState {
     CheckBitmap clearBox;      // bitmap 176
     GdiObject rowBuffer;       // rows are composed here, then copied to the list
     SIZE rowBufferSize = {};
+    DWORD* rowBufferBits = nullptr;  // its pixels, top-down rows of rowBufferSize.cx
+    HDC rowBufferDc = nullptr;       // the DC composing a row, while one is drawn
+    int rowBufferTop = 0;            // list coordinate of the buffer's first line
 };
 
 extern ListWindowState g_listWindow;
