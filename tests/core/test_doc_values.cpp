@@ -135,33 +135,33 @@ TEST_CASE(Doc_ChoiceTextsByTable) {
     CHECK(!ResText(IDS_YES).empty());
 }
 
+// Choices by table (YesNo: any non-zero is yes, so 5 reads as yes; outside
+// the table: empty); texts kept for numbers and unknown types; dates in the
+// layout given.
 TEST_CASE(Doc_DisplayTextOfChoices) {
-    FieldValue v;
-    v.choice = 5;
-    buildDisplayText(v, FieldType::YesNo);
-    CHECK_EQ(std::wstring(v.text.c_str()), ResText(IDS_YES));
-    v.choice = -3;
-    buildDisplayText(v, FieldType::YesNo);
-    CHECK_EQ(std::wstring(v.text.c_str()), ResText(IDS_NO));
-    v.choice = 0;
-    buildDisplayText(v, FieldType::Priority);
-    CHECK_EQ(std::wstring(v.text.c_str()), ResText(IDS_PRIORITY_NORMAL));
-    v.choice = 99;  // outside the table: empty
-    buildDisplayText(v, FieldType::Selection);
-    CHECK(v.text.IsEmpty());
-    v.text = L"kept";
-    buildDisplayText(v, FieldType::Number);
-    CHECK_EQ(v.text.c_str(), L"kept");
-    buildDisplayText(v, FieldType(12));
-    CHECK_EQ(v.text.c_str(), L"kept");
-    v.time = Time(2007, 3, 1, 9, 5);
     TextLayout dmy;
     dmy.order = DateOrder::DayMonthYear;
     dmy.slash = true;
-    buildDisplayText(v, FieldType::Date, dmy);
-    CHECK_EQ(v.text.c_str(), L"01/03/2007");
-    buildDisplayText(v, FieldType::Time, dmy);
-    CHECK_EQ(v.text.c_str(), L"09:05");
+    const struct {
+        FieldType type;
+        int choice;
+        std::wstring want;
+    } kRows[] = {{FieldType::YesNo, 5, ResText(IDS_YES)},
+                 {FieldType::YesNo, -3, ResText(IDS_NO)},
+                 {FieldType::Priority, 0, ResText(IDS_PRIORITY_NORMAL)},
+                 {FieldType::Selection, 99, L""},
+                 {FieldType::Number, 0, L"kept"},
+                 {FieldType(12), 0, L"kept"},
+                 {FieldType::Date, 0, L"01/03/2007"},
+                 {FieldType::Time, 0, L"09:05"}};
+    for (const auto& row : kRows) {
+        FieldValue v;
+        v.choice = row.choice;
+        v.text = L"kept";
+        v.time = Time(2007, 3, 1, 9, 5);
+        buildDisplayText(v, row.type, dmy);
+        CHECK_EQ(std::to_wstring((int)row.type) + L": " + v.text.c_str(), std::to_wstring((int)row.type) + L": " + row.want);
+    }
 }
 
 // An empty Selection is 11; unknown text is 0; the comparison is exact.
