@@ -40,7 +40,12 @@ constexpr DWORD kTextCompareFlags = NORM_IGNORECASE;
 // and flags does, but is made once per item instead of once per comparison
 // (a text sort of ten thousand items compares some 130,000 times).
 std::string TextKeyOf(const wchar_t* text) {
-    int size = LCMapStringW(LOCALE_SYSTEM_DEFAULT, LCMAP_SORTKEY | kTextCompareFlags, text, -1, nullptr, 0);
+    // Most keys fit a small buffer: one call instead of asking the size first.
+    WCHAR buffer[128];
+    int size = LCMapStringW(LOCALE_SYSTEM_DEFAULT, LCMAP_SORTKEY | kTextCompareFlags, text, -1, buffer,
+                            (int)sizeof buffer);
+    if (size > 0) return std::string((const char*)buffer, (size_t)size);
+    size = LCMapStringW(LOCALE_SYSTEM_DEFAULT, LCMAP_SORTKEY | kTextCompareFlags, text, -1, nullptr, 0);
     if (size <= 0) return std::string();
     std::string key((size_t)size, '\0');
     LCMapStringW(LOCALE_SYSTEM_DEFAULT, LCMAP_SORTKEY | kTextCompareFlags, text, -1, (LPWSTR)&key[0], size);
@@ -120,10 +125,14 @@ bool sortListItems(std::list<ListItem>& items, int column, FieldType comparatorT
         if (std::isnan(entries.back().key)) strict = false;
     }
     if (entries.size() < 2) return strict;
-    std::stable_sort(entries.begin(), entries.end(),
-                     [&](const SortEntry& a, const SortEntry& b) { return Precedes(a, b, kind, directionFlag); });
+    // The merge sort moves indexes, not the entries with their text keys.
+    std::vector<uint32_t> order(entries.size());
+    for (size_t i = 0; i < order.size(); ++i) order[i] = (uint32_t)i;
+    std::stable_sort(order.begin(), order.end(), [&](uint32_t a, uint32_t b) {
+        return Precedes(entries[a], entries[b], kind, directionFlag);
+    });
     // Relink the nodes in the new order; no item is copied or moved in memory.
-    for (SortEntry& entry : entries) items.splice(items.end(), items, entry.item);
+    for (uint32_t i : order) items.splice(items.end(), items, entries[i].item);
     return strict;
 }
 
