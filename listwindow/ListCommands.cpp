@@ -113,8 +113,12 @@ void EditItem(HWND hwnd) {
     if (editItem(hwnd, s.doc, *item) == 0) return;
     RebuildItemTimeTexts(s.doc.fields.data(), s.doc.fieldCount(), *item);
     s.modified = 1;
-    if (s.doc.sortColumn >= 0) Resort();
-    InvalidateRect(s.listView, nullptr, TRUE);
+    // A re-sort refills and repaints the rows itself; painting them again
+    // afterwards would only repeat the same pixels.
+    if (s.doc.sortColumn >= 0 && s.doc.sortColumn < s.doc.fieldCount())
+        Resort();
+    else
+        InvalidateRect(s.listView, nullptr, TRUE);
 }
 
 void DeleteItem() {
