@@ -174,10 +174,19 @@ void MeasureParts() {
         SendMessageW(list, LVM_DELETEALLITEMS, 0, 0);
         SendMessageW(list, LVM_SETITEMCOUNT, n, 0);
     });
-    Part("part: clear selection+focus, mark -1, top", [&] {
+    Part("part: focus cleared through item -1", [&] {
         LVITEMW state = {};
         state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
         SendMessageW(list, LVM_SETITEMSTATE, (WPARAM)-1, (LPARAM)&state);
+    });
+    Part("part: clear selection+focus, mark -1, top", [&] {
+        LVITEMW state = {};
+        state.stateMask = LVIS_SELECTED;
+        for (int row = -1; (row = (int)SendMessageW(list, LVM_GETNEXTITEM, (WPARAM)row, LVNI_SELECTED)) >= 0;)
+            SendMessageW(list, LVM_SETITEMSTATE, (WPARAM)row, (LPARAM)&state);
+        int focused = (int)SendMessageW(list, LVM_GETNEXTITEM, (WPARAM)-1, LVNI_FOCUSED);
+        state.stateMask = LVIS_FOCUSED;
+        if (focused >= 0) SendMessageW(list, LVM_SETITEMSTATE, (WPARAM)focused, (LPARAM)&state);
         SendMessageW(list, LVM_SETSELECTIONMARK, 0, -1);
         SendMessageW(list, LVM_ENSUREVISIBLE, 0, FALSE);
     });
