@@ -6,6 +6,7 @@
 
 #include <cwchar>
 
+#include "app/MenuBars.h"
 #include "LangIds.h"
 #include "ImageIds.h"
 #include "program/ProgramIds.h"
@@ -42,17 +43,9 @@ HWND CreateChild(const FileSelectDialog& dlg, const wchar_t* cls, const wchar_t*
 }
 
 void CreateMenuBar(FileSelectDialog& dlg) {
-    SHMENUBARINFO info = {};
-    info.cbSize = sizeof info;
-    info.hwndParent = dlg.dialog;
-    info.dwFlags = SHCMBF_HMENU;
-    info.nToolBarId = dlg.menuBarId;
-    info.hInstRes = dlg.module;
-    if (!SHCreateMenuBar(&info)) return;
-    dlg.menuBar = info.hwndMB;
+    dlg.menuBar = CreateMenuBarFromMenu(dlg.dialog, dlg.module, dlg.menuBarId);
     // Back goes up one folder instead of closing the dialog.
-    SendMessageW(dlg.menuBar, SHCMBM_OVERRIDEKEY, VK_ESCAPE,
-                 MAKELPARAM(SHMBOF_NODEFAULT | SHMBOF_NOTIFY, SHMBOF_NODEFAULT | SHMBOF_NOTIFY));
+    OverrideBackKey(dlg.menuBar);
 }
 
 void CreateDialogFont(FileSelectDialog& dlg) {

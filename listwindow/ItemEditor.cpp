@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "app/MenuBars.h"
 #include "LangIds.h"
 #include "app/ScreenScale.h"
 #include "base/AppGlobals.h"
@@ -241,18 +242,9 @@ void SetUpShell(HWND dlg) {
     INITCOMMONCONTROLSEX icc = {sizeof(icc), ICC_DATE_CLASSES | ICC_UPDOWN_CLASS};
     InitCommonControlsEx(&icc);
 
-    SHMENUBARINFO mb = {};
-    mb.cbSize = sizeof(mb);
-    mb.hwndParent = dlg;
-    mb.dwFlags = SHCMBF_HMENU;
-    mb.nToolBarId = IDM_ITEM_EDIT_MENUBAR;
-    mb.hInstRes = hLangModule;
-    if (SHCreateMenuBar(&mb)) {
-        g_itemEditor.menuBar = mb.hwndMB;
-        // Back erases in the edit boxes instead of closing the dialog.
-        SendMessageW(mb.hwndMB, SHCMBM_OVERRIDEKEY, VK_TBACK,
-                     MAKELPARAM(SHMBOF_NODEFAULT | SHMBOF_NOTIFY, SHMBOF_NODEFAULT | SHMBOF_NOTIFY));
-    }
+    g_itemEditor.menuBar = CreateMenuBarFromMenu(dlg, hLangModule, IDM_ITEM_EDIT_MENUBAR);
+    // Back erases in the edit boxes instead of closing the dialog.
+    OverrideBackKey(g_itemEditor.menuBar);
 
     std::wstring title = ResText(IDS_ITEM_EDIT_TITLE);
     SetWindowTextW(dlg, title.empty() ? L"Edit Item" : title.c_str());

@@ -6,6 +6,7 @@
 
 #include <cwchar>
 
+#include "app/MenuBars.h"
 #include "ImageIds.h"
 #include "LangIds.h"
 #include "app/ScreenScale.h"
@@ -70,14 +71,8 @@ int ListTop() { return ScaleY(5) + S().fontHeight + ScaleY(1); }
 
 void CreateMenuBar(HWND hwnd) {
     ListWindowState& s = S();
-    SHMENUBARINFO bar = {};
-    bar.cbSize = sizeof bar;
-    bar.hwndParent = hwnd;
-    bar.dwFlags = SHCMBF_HMENU;
-    bar.nToolBarId = IDM_LIST_WINDOW_MENUBAR;
-    bar.hInstRes = hLangModule;
-    if (!SHCreateMenuBar(&bar)) return;
-    s.menuBar = bar.hwndMB;
+    s.menuBar = CreateMenuBarFromMenu(hwnd, hLangModule, IDM_LIST_WINDOW_MENUBAR);
+    if (!s.menuBar) return;
     TBBUTTONINFOW button = {};
     button.cbSize = sizeof button;
     button.dwMask = TBIF_BYINDEX | TBIF_LPARAM;

@@ -2,6 +2,7 @@
 
 #include <cwchar>
 
+#include "app/MenuBars.h"
 #include "LangIds.h"
 #include "program/ProgramIds.h"
 #include "app/ScreenScale.h"
@@ -36,17 +37,9 @@ HFONT CreateListFont() {
 }
 
 void CreateMenuBar(HWND hwnd) {
-    SHMENUBARINFO info = {};
-    info.cbSize = sizeof info;
-    info.hwndParent = hwnd;
-    info.dwFlags = SHCMBF_HMENU;
-    info.nToolBarId = IDM_OK_CANCEL_MENUBAR;
-    info.hInstRes = hLangModule;
-    if (!SHCreateMenuBar(&info)) return;
-    g_textEntry.menuBar = info.hwndMB;
+    g_textEntry.menuBar = CreateMenuBarFromMenu(hwnd, hLangModule, IDM_OK_CANCEL_MENUBAR);
     // Back arrives as WM_HOTKEY and is handed to the edit box to erase.
-    SendMessageW(info.hwndMB, SHCMBM_OVERRIDEKEY, VK_ESCAPE,
-                 MAKELPARAM(SHMBOF_NODEFAULT | SHMBOF_NOTIFY, SHMBOF_NODEFAULT | SHMBOF_NOTIFY));
+    OverrideBackKey(g_textEntry.menuBar);
 }
 
 BOOL OnInitDialog(HWND hwnd, TextEntryRequest* request) {

@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include "app/MenuBars.h"
 #include "app/Startup.h"
 #include "base/AppGlobals.h"
 #include "mainview/CommandLineFile.h"
@@ -21,19 +22,11 @@ SHACTIVATEINFO g_activateInfo = [] {
 const wchar_t kProgramVersion[] = L"1.7";
 
 void CreateMenuBar(HWND hwnd) {
-    SHMENUBARINFO info = {};
-    info.cbSize = sizeof info;
-    info.hwndParent = hwnd;
-    info.dwFlags = SHCMBF_HMENU;
-    info.nToolBarId = IDM_MAIN_MENUBAR;
-    info.hInstRes = hLangModule;
-    g_hMainMenuBar = SHCreateMenuBar(&info) ? info.hwndMB : nullptr;
+    g_hMainMenuBar = CreateMenuBarFromMenu(hwnd, hLangModule, IDM_MAIN_MENUBAR);
     if (g_hMainMenuBar) {
         // Without the tree there is nothing for the left soft key to open.
         SendMessageW(g_hMainMenuBar, TB_ENABLEBUTTON, IDM_OPEN, FALSE);
-        // Back reaches the window as WM_HOTKEY instead of its default action.
-        SendMessageW(g_hMainMenuBar, SHCMBM_OVERRIDEKEY, VK_ESCAPE,
-                     MAKELPARAM(SHMBOF_NODEFAULT | SHMBOF_NOTIFY, SHMBOF_NODEFAULT | SHMBOF_NOTIFY));
+        OverrideBackKey(g_hMainMenuBar);
     }
 }
 

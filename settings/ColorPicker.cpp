@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cwchar>
 
+#include "app/MenuBars.h"
 #include "LangIds.h"
 #include "app/ScreenScale.h"
 #include "base/AppGlobals.h"
@@ -290,14 +291,8 @@ void SetSoftKeyText(HWND menuBar, int buttonId, const wchar_t* text) {
 }
 
 void CreateMenuBar(HWND hwnd, CColorPicker& p) {
-    SHMENUBARINFO info = {};
-    info.cbSize = sizeof info;
-    info.hwndParent = hwnd;
-    info.dwFlags = SHCMBF_HMENU;
-    info.nToolBarId = p.menuBarId;
-    info.hInstRes = p.resourceModule;
-    if (!SHCreateMenuBar(&info)) return;
-    p.menuBar = info.hwndMB;
+    p.menuBar = CreateMenuBarFromMenu(hwnd, p.resourceModule, p.menuBarId);
+    if (!p.menuBar) return;
 
     wchar_t menuText[256];
     if (LoadStringW(hLangModule, IDS_MENU, menuText, 256) <= 0) menuText[0] = 0;

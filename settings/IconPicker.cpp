@@ -6,6 +6,7 @@
 
 #include <utility>
 
+#include "app/MenuBars.h"
 #include "LangIds.h"
 #include "app/ScreenScale.h"
 #include "base/AppGlobals.h"
@@ -158,13 +159,7 @@ BOOL OnInitDialog(HWND hwnd) {
     init.dwFlags = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
     SHInitDialog(&init);
 
-    SHMENUBARINFO bar = {};
-    bar.cbSize = sizeof bar;
-    bar.hwndParent = hwnd;
-    bar.dwFlags = SHCMBF_HMENU;
-    bar.nToolBarId = IDM_OK_CANCEL_MENUBAR;
-    bar.hInstRes = g_iconPicker.resourceModule;
-    if (SHCreateMenuBar(&bar)) g_iconPicker.menuBar = bar.hwndMB;
+    g_iconPicker.menuBar = CreateMenuBarFromMenu(hwnd, g_iconPicker.resourceModule, IDM_OK_CANCEL_MENUBAR);
 
     wchar_t title[256];
     if (LoadStringW(hLangModule, IDS_ICON_PICKER_TITLE, title, 256) > 0) SetWindowTextW(hwnd, title);
