@@ -13,6 +13,7 @@
 
 #include <string>
 
+#include "app/ScreenScale.h"
 #include "platform/Platform.h"
 #include "platform/PlatformInternal.h"
 #include "platform/SoftKeyBar.h"
@@ -237,6 +238,9 @@ HFONT CreateBarFont() {
     ncm.cbSize = sizeof ncm;
     SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof ncm, &ncm, 0);
     LOGFONTW lf = ncm.lfMenuFont;
+    // Sized like every other length on the phone screen, not by the desktop's density.
+    lf.lfHeight = -ScaleY(12);
+    lf.lfWidth = 0;
     lf.lfWeight = FW_BOLD;
     return CreateFontIndirectW(&lf);
 }
