@@ -26,6 +26,48 @@ struct PhoneScreenState {
     bool originSet;
 } g_phone;
 
+// Message boxes and other dialogs that are not full-screen open over the
+// phone screen, as they do on the phone, not in the middle of the desktop.
+struct DialogPlacementHook {
+    HHOOK hook;
+    DWORD thread;
+} g_dialogHook;
+
+bool IsDialogClass(HWND hwnd) {
+    wchar_t name[16];
+    return GetClassNameW(hwnd, name, 16) && lstrcmpW(name, L"#32770") == 0;
+}
+
+void CentreOnPhoneScreen(HWND hwnd) {
+    RECT phone, win;
+    GetPhoneScreenRect(&phone);
+    GetWindowRect(hwnd, &win);
+    int width = win.right - win.left, height = win.bottom - win.top;
+    int x = phone.left + ((phone.right - phone.left) - width) / 2;
+    int y = phone.top + ((phone.bottom - phone.top) - height) / 2;
+    SetWindowPos(hwnd, nullptr, x < 0 ? 0 : x, y < 0 ? 0 : y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+LRESULT CALLBACK DialogPlacementProc(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HCBT_ACTIVATE) {
+        HWND hwnd = (HWND)wParam;
+        if (!IsOnPhoneScreen(hwnd) && !(GetWindowLongW(hwnd, GWL_STYLE) & WS_CHILD) && IsDialogClass(hwnd) &&
+            !GetPropW(hwnd, L"ZvPlaced")) {
+            SetPropW(hwnd, L"ZvPlaced", (HANDLE)1);
+            CentreOnPhoneScreen(hwnd);
+        }
+    }
+    return CallNextHookEx(g_dialogHook.hook, code, wParam, lParam);
+}
+
+void InstallDialogPlacementHook() {
+    DWORD thread = GetCurrentThreadId();
+    if (g_dialogHook.hook && g_dialogHook.thread == thread) return;
+    if (g_dialogHook.hook) UnhookWindowsHookEx(g_dialogHook.hook);
+    g_dialogHook.hook = SetWindowsHookExW(WH_CBT, DialogPlacementProc, nullptr, thread);
+    g_dialogHook.thread = thread;
+}
+
 POINT PhoneOrigin() {
     if (!g_phone.originSet) {
         g_phone.origin.x = 48;
@@ -165,6 +207,7 @@ bool IsOnPhoneScreen(HWND hwnd) { return hwnd && GetPropW(hwnd, kPhoneProp) != n
 
 void FitToPhoneScreen(HWND hwnd) {
     if (!IsWindow(hwnd) || (GetWindowLongW(hwnd, GWL_STYLE) & WS_CHILD)) return;
+    InstallDialogPlacementHook();
     RECT phone;
     GetPhoneScreenRect(&phone);
 
