@@ -18,6 +18,7 @@
 
 #include "base/CeString.h"
 #include "document/CellText.h"
+#include "document/ItemPool.h"
 #include "mainview/PlanarImage.h"
 
 // The nine field types. The numeric values are stored in files and are the
@@ -76,21 +77,25 @@ struct FieldValue {
     SYSTEMTIME time = {};                     // Date, Time, DateTime
 };
 
+using FieldValues = std::vector<FieldValue, ItemPoolAllocator<FieldValue>>;
+
 // One row. Only the used slots exist: values.size() == fieldCount, which is
 // the document's field count (at most 50).
 struct ListItem {
-    std::vector<FieldValue> values;
+    FieldValues values;
     int32_t fieldCount = 0;
     int32_t ordinal = 0;     // position in the file when loaded (0-based)
     uint32_t serial = 0;     // creation order (load or add); ties in sorting
     COLORREF backColor = kNoBackColor;
 };
 
+using ItemList = std::list<ListItem, ItemPoolAllocator<ListItem>>;
+
 // The list open in the list window (a template: fields and icon, no items).
 struct ListDocument {
     CeString path;
     std::vector<FieldDef> fields;  // in column order; fieldCount() of them
-    std::list<ListItem> items;     // display order; new items go at the end
+    ItemList items;                // display order; new items go at the end
     PlanarImage icon;              // empty when the list has no icon
     int32_t sortColumn = -1;       // -1 = unsorted
     bool sortDescending = false;

@@ -49,7 +49,7 @@ private:
 // Everything the open dialog knows. The dialog is modal, so one instance.
 struct ItemEditorState {
     ItemEditRequest* request = nullptr;
-    std::vector<FieldValue> values;   // the working copy, written back on result 1
+    FieldValues values;   // the working copy, written back on result 1
     std::vector<ItemEditorRow> rows;  // label, editor, up-down and spare word per field
     RowGeometry geometry;
     GdiHolder<HFONT> font;            // shared by every control

@@ -25,7 +25,7 @@ SortKind sortKindOf(FieldType type) {
 
 namespace {
 
-using ItemIterator = std::list<ListItem>::iterator;
+using ItemIterator = ItemList::iterator;
 
 struct SortEntry {
     double key;            // every kind but Text
@@ -114,7 +114,7 @@ SortEntry EntryOf(const ListItem& item, int column, SortKind kind, ItemIterator 
 
 }  // namespace
 
-bool sortListItems(std::list<ListItem>& items, int column, FieldType comparatorType, bool directionFlag) {
+bool sortListItems(ItemList& items, int column, FieldType comparatorType, bool directionFlag) {
     if (column < 0) return false;
     SortKind kind = sortKindOf(comparatorType);
     std::vector<SortEntry> entries;

@@ -30,7 +30,7 @@ SortKind sortKindOf(FieldType type);
 // sort as empty. Returns whether every key was comparable (no number read
 // as NaN): only then is the order a strict one that sortedInsertIndex can
 // search.
-bool sortListItems(std::list<ListItem>& items, int column, FieldType comparatorType, bool directionFlag);
+bool sortListItems(ItemList& items, int column, FieldType comparatorType, bool directionFlag);
 
 // The index at which `item` lands when `rows`, already in the order
 // sortListItems gives with the same column, comparator and flag (and a

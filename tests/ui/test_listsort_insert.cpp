@@ -63,7 +63,7 @@ ListItem ItemOf(FieldType type, uint32_t serial, Dice& dice) {
     return item;
 }
 
-std::vector<uint32_t> SerialsOf(const std::list<ListItem>& items) {
+std::vector<uint32_t> SerialsOf(const ItemList& items) {
     std::vector<uint32_t> serials;
     for (const ListItem& item : items) serials.push_back(item.serial);
     return serials;
@@ -71,7 +71,7 @@ std::vector<uint32_t> SerialsOf(const std::list<ListItem>& items) {
 
 void CheckInsertMatchesSort(FieldType type, bool flag, uint32_t seed, int count, const char* file, int line) {
     Dice dice = {seed};
-    std::list<ListItem> items;
+    ItemList items;
     uint32_t serial = 0;
     // Serials not in list order, as after earlier sorts and adds.
     for (int i = 0; i < count; ++i) items.push_back(ItemOf(type, (uint32_t)dice.Roll(1000) * 64 + serial++ % 64, dice));
@@ -85,7 +85,7 @@ void CheckInsertMatchesSort(FieldType type, bool flag, uint32_t seed, int count,
         CHECK_AT(place <= rows.size(), file, line);
         if (place > rows.size()) return;
 
-        std::list<ListItem> sorted = items;
+        ItemList sorted = items;
         sorted.push_back(added);
         sortListItems(sorted, 0, type, flag);
 
@@ -113,7 +113,7 @@ TEST_CASE(Ui_List_SortedInsertMatchesFullSort) {
 // A number read as NaN compares with nothing: no strict order to search,
 // so the caller is told to sort the whole list.
 TEST_CASE(Ui_List_SortedInsertRefusesNaN) {
-    std::list<ListItem> items;
+    ItemList items;
     for (const wchar_t* text : {L"3", L"nan", L"1"}) {
         ListItem item;
         item.values.resize(1);
