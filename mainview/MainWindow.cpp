@@ -5,6 +5,7 @@
 #include "app/MenuBars.h"
 #include "app/Startup.h"
 #include "base/AppGlobals.h"
+#include "base/ResString.h"
 #include "mainview/CommandLineFile.h"
 #include "mainview/MainViewImages.h"
 #include "platform/aygshell.h"
@@ -20,6 +21,7 @@ SHACTIVATEINFO g_activateInfo = [] {
     return info;
 }();
 const wchar_t kProgramVersion[] = L"1.7";
+const wchar_t kBuildDate[] = L"" __DATE__;
 
 void CreateMenuBar(HWND hwnd) {
     g_hMainMenuBar = CreateMenuBarFromMenu(hwnd, hLangModule, IDM_MAIN_MENUBAR);
@@ -61,9 +63,11 @@ LRESULT OnPaint(HWND hwnd) {
 }
 
 void ShowAbout(HWND hwnd) {
-    wchar_t text[256];
-    wsprintfW(text, L"Zorvel %s\n%S", kProgramVersion, __DATE__);
-    MessageBoxW(hwnd, text, kMainWindowTitle, MB_OK | MB_ICONINFORMATION);
+    wchar_t version[64], built[64], text[512];
+    wsprintfW(version, ResText(IDS_ABOUT_VERSION).c_str(), kProgramVersion);
+    wsprintfW(built, ResText(IDS_ABOUT_BUILT).c_str(), kBuildDate);
+    wsprintfW(text, L"%s\n\n%s\n%s", ResText(IDS_ABOUT_PRODUCT).c_str(), version, built);
+    MessageBoxW(hwnd, text, ResText(IDS_ABOUT_TITLE).c_str(), MB_OK | MB_ICONINFORMATION);
 }
 
 LRESULT OnCommand(HWND hwnd, UINT id) {

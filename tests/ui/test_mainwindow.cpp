@@ -105,8 +105,11 @@ TEST_CASE(Ui_Main_StartShowsSoftKeysAndMenu) {
         d.Back();
     });
     s.WaitUntil([](ui::Dlg& d) { return !d.MenuOpen(); });
+    s.Step([](ui::Dlg& d) { d.Command(IDM_ABOUT); });
     s.Step([](ui::Dlg& d) { d.Command(IDM_EXIT); });
     CHECK(!ui::RunWindow(s, main));
+    CHECK_EQ(ui::MessageBoxes().size(), 1u);  // the about box
+    if (!ui::MessageBoxes().empty()) CHECK(ui::MessageBoxes()[0].text.find(L"1.7") != std::wstring::npos);
     CHECK(MainWindow() == nullptr);
 }
 
