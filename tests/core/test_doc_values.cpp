@@ -6,17 +6,10 @@
 #include "base/ResString.h"
 #include "document/ListDocument.h"
 #include "document/ValueText.h"
+#include "tests/core/test_doc_util.h"
 #include "tests/framework/ZvTest.h"
 
-static SYSTEMTIME Time(int y, int mo, int d, int h = 0, int mi = 0) {
-    SYSTEMTIME t = {};
-    t.wYear = (WORD)y;
-    t.wMonth = (WORD)mo;
-    t.wDay = (WORD)d;
-    t.wHour = (WORD)h;
-    t.wMinute = (WORD)mi;
-    return t;
-}
+using doctest::MakeTime;
 
 // "year-month-day" and "hour:minute", so that a failing row shows itself.
 static std::wstring YMD(const SYSTEMTIME& t) {
@@ -34,14 +27,14 @@ TEST_CASE(Doc_DateLayoutsInEveryOrder) {
         bool slash;
         const wchar_t *date, *dateTime;
     } kRows[] = {
-        {Time(2007, 3, 1, 9, 5), MDY, true, L"03/01/2007", L"03/01/2007    09:05"},
-        {Time(2007, 3, 1, 9, 5), MDY, false, L"03.01.2007", L"03.01.2007    09:05"},
-        {Time(2007, 3, 1, 9, 5), DMY, true, L"01/03/2007", L"01/03/2007    09:05"},
-        {Time(2007, 3, 1, 9, 5), DMY, false, L"01.03.2007", L"01.03.2007    09:05"},
-        {Time(2007, 3, 1, 9, 5), YMD, true, L"2007/03/01", L"2007/03/01    09:05"},
-        {Time(2007, 3, 1, 9, 5), YMD, false, L"2007.03.01", L"2007.03.01    09:05"},
-        {Time(7, 1, 2, 23, 0), MDY, true, L"01/02/0007", L"01/02/0007    23:00"},
-        {Time(12345, 12, 31), YMD, false, L"12345.12.31", L"12345.12.31    00:00"},
+        {MakeTime(2007, 3, 1, 9, 5), MDY, true, L"03/01/2007", L"03/01/2007    09:05"},
+        {MakeTime(2007, 3, 1, 9, 5), MDY, false, L"03.01.2007", L"03.01.2007    09:05"},
+        {MakeTime(2007, 3, 1, 9, 5), DMY, true, L"01/03/2007", L"01/03/2007    09:05"},
+        {MakeTime(2007, 3, 1, 9, 5), DMY, false, L"01.03.2007", L"01.03.2007    09:05"},
+        {MakeTime(2007, 3, 1, 9, 5), YMD, true, L"2007/03/01", L"2007/03/01    09:05"},
+        {MakeTime(2007, 3, 1, 9, 5), YMD, false, L"2007.03.01", L"2007.03.01    09:05"},
+        {MakeTime(7, 1, 2, 23, 0), MDY, true, L"01/02/0007", L"01/02/0007    23:00"},
+        {MakeTime(12345, 12, 31), YMD, false, L"12345.12.31", L"12345.12.31    00:00"},
     };
     for (const auto& row : kRows) {
         wchar_t date[kTimeTextCapacity], dateTime[kTimeTextCapacity];
@@ -51,7 +44,7 @@ TEST_CASE(Doc_DateLayoutsInEveryOrder) {
         CHECK_EQ(std::wstring(dateTime), std::wstring(row.dateTime));
     }
     wchar_t out[kTimeTextCapacity];
-    formatTimeText(Time(2007, 3, 1, 23, 0), out);
+    formatTimeText(MakeTime(2007, 3, 1, 23, 0), out);
     CHECK_EQ(std::wstring(out), L"23:00");
 }
 
@@ -101,7 +94,7 @@ TEST_CASE(Doc_ParseDateReadsMonthDayYearAlways) {
                  {L"", 0, 0, 0}, {L"ab.cd.efgh", 0, 0, 0}, {L"4", 0, 4, 0}};  // short text: only the month
     for (const auto& row : kRows) {
         SYSTEMTIME t = parseDateText(row.text);
-        CHECK_EQ(YMD(t) + L" from " + row.text, YMD(Time(row.year, row.month, row.day)) + L" from " + row.text);
+        CHECK_EQ(YMD(t) + L" from " + row.text, YMD(MakeTime(row.year, row.month, row.day)) + L" from " + row.text);
         CHECK_EQ(t.wHour + t.wMinute + t.wSecond, 0);
     }
 }
@@ -158,7 +151,7 @@ TEST_CASE(Doc_DisplayTextOfChoices) {
         FieldValue v;
         v.choice = row.choice;
         v.text = L"kept";
-        v.time = Time(2007, 3, 1, 9, 5);
+        v.time = MakeTime(2007, 3, 1, 9, 5);
         buildDisplayText(v, row.type, dmy);
         CHECK_EQ(std::to_wstring((int)row.type) + L": " + v.text.c_str(), std::to_wstring((int)row.type) + L": " + row.want);
     }
@@ -197,25 +190,25 @@ TEST_CASE(Doc_ColumnAlignment) {
 // Time mode 0 is now, then half hours from midnight; date modes move from
 // today, and the year moves alone (29 February stays, even in a common year).
 TEST_CASE(Doc_NewItemTimeAndDateModes) {
-    const SYSTEMTIME now = Time(2007, 3, 1, 14, 47);
+    const SYSTEMTIME now = MakeTime(2007, 3, 1, 14, 47);
     const struct {
         int mode, hour, minute;
     } kTimes[] = {{0, 14, 47}, {1, 0, 0}, {4, 1, 30}, {19, 9, 0}, {48, 23, 30}};
     for (const auto& row : kTimes) {
         SYSTEMTIME t = newItemTime(row.mode, now);
-        CHECK_EQ(std::to_wstring(row.mode) + L": " + HM(t), std::to_wstring(row.mode) + L": " + HM(Time(0, 0, 0, row.hour, row.minute)));
+        CHECK_EQ(std::to_wstring(row.mode) + L": " + HM(t), std::to_wstring(row.mode) + L": " + HM(MakeTime(0, 0, 0, row.hour, row.minute)));
     }
     const struct {
         int mode;
         SYSTEMTIME from;
         int year, month, day;
-    } kDates[] = {{0, Time(2007, 2, 28, 10, 15), 2007, 2, 28}, {1, Time(2007, 2, 28, 10, 15), 2007, 3, 1},
-                  {2, Time(2007, 2, 28, 10, 15), 2007, 3, 7},  {3, Time(2007, 2, 28, 10, 15), 2007, 3, 28},
-                  {77, Time(2007, 2, 28, 10, 15), 2007, 2, 28}, {4, Time(2008, 2, 29), 2009, 2, 29}};
+    } kDates[] = {{0, MakeTime(2007, 2, 28, 10, 15), 2007, 2, 28}, {1, MakeTime(2007, 2, 28, 10, 15), 2007, 3, 1},
+                  {2, MakeTime(2007, 2, 28, 10, 15), 2007, 3, 7},  {3, MakeTime(2007, 2, 28, 10, 15), 2007, 3, 28},
+                  {77, MakeTime(2007, 2, 28, 10, 15), 2007, 2, 28}, {4, MakeTime(2008, 2, 29), 2009, 2, 29}};
     for (const auto& row : kDates) {
         SYSTEMTIME d = newItemDate(row.mode, row.from);
         CHECK_EQ(std::to_wstring(row.mode) + L": " + YMD(d) + L" " + HM(d),
-                 std::to_wstring(row.mode) + L": " + YMD(Time(row.year, row.month, row.day)) + L" " + HM(row.from));
+                 std::to_wstring(row.mode) + L": " + YMD(MakeTime(row.year, row.month, row.day)) + L" " + HM(row.from));
     }
 }
 
@@ -232,7 +225,7 @@ TEST_CASE(Doc_NewItemDefaults) {
     fields[3].dateDefaultMode = 2;
     ListItem item;
     item.backColor = 5;
-    initNewItem(item, fields, 4, Time(2007, 12, 31, 18, 20));
+    initNewItem(item, fields, 4, MakeTime(2007, 12, 31, 18, 20));
     CHECK_EQ(item.backColor, kNoBackColor);
     CHECK_EQ(item.fieldCount, 4);
     CHECK_EQ((int)item.values.size(), 4);

@@ -14,6 +14,7 @@
 #include "listwindow/ItemEditor.h"
 #include "listwindow/ItemEditorRows.h"
 #include "settings/AppSettings.h"
+#include "tests/core/test_doc_util.h"
 #include "tests/framework/ZvTest.h"
 #include "tests/harness/UiHarness.h"
 #include "tests/ui/UiTestUtil.h"
@@ -29,15 +30,7 @@ FieldDef Field(const wchar_t* name, FieldType type, const wchar_t* defaultText =
     return f;
 }
 
-SYSTEMTIME Time(int year, int month, int day, int hour, int minute) {
-    SYSTEMTIME t = {};
-    t.wYear = (WORD)year;
-    t.wMonth = (WORD)month;
-    t.wDay = (WORD)day;
-    t.wHour = (WORD)hour;
-    t.wMinute = (WORD)minute;
-    return t;
-}
+using doctest::MakeTime;
 
 ListItem Item(const std::vector<FieldDef>& fields) {
     ListItem item;
@@ -45,7 +38,7 @@ ListItem Item(const std::vector<FieldDef>& fields) {
     item.values.resize(fields.size());
     for (size_t i = 0; i < fields.size(); ++i) {
         item.values[i].storedType = fields[i].type;
-        item.values[i].time = Time(2007, 3, 1, 9, 5);
+        item.values[i].time = MakeTime(2007, 3, 1, 9, 5);
     }
     return item;
 }
@@ -217,7 +210,7 @@ TEST_CASE(Ui_ItemEd_NewItemShowsDefaults) {
     std::vector<FieldDef> fields = {Field(L"Name", FieldType::Text, L"milk"), Field(L"Qty", FieldType::Number, L"12"),
                                     Field(L"Level", FieldType::Priority, L"", 2), Field(L"Kept", FieldType::Text)};
     Run run(fields);
-    SYSTEMTIME now = Time(2007, 3, 1, 9, 5);
+    SYSTEMTIME now = MakeTime(2007, 3, 1, 9, 5);
     initNewItem(run.item, run.fields.data(), (int)run.fields.size(), now);
     run.item.values[3].text = L"own";  // a value with text keeps it
     ui::Script s;
@@ -312,7 +305,7 @@ TEST_CASE(Ui_ItemEd_TimeTextsRebuiltWithListLayouts) {
     ui::Script s;
     s.Step([](ui::Dlg& d) {
         // A new date as the user picks it in the pickers.
-        SYSTEMTIME t = Time(2008, 12, 24, 18, 30);
+        SYSTEMTIME t = MakeTime(2008, 12, 24, 18, 30);
         for (int i = 0; i < 3; ++i) SendMessageW(d.Item(kItemEditorFirstId + i), DTM_SETSYSTEMTIME, GDT_VALID, (LPARAM)&t);
         d.SoftKey(ui::Left);
     });
