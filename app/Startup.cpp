@@ -4,7 +4,7 @@
 
 #include "mainview/MainWindow.h"
 #include "app/RegistryConfig.h"
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "mainview/MainViewImages.h"
 #include "platform/aygshell.h"

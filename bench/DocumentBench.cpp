@@ -21,7 +21,7 @@
 #include "document/CsvText.h"
 #include "document/DocMessages.h"
 #include "document/ListFile.h"
-#include "mainview/PlanarImage.h"
+#include "images/PlanarImage.h"
 
 namespace {
 

@@ -18,7 +18,7 @@
 #include <vector>
 
 #include "LangIds.h"
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "document/ListFile.h"
 #include "listwindow/ListWindow.h"

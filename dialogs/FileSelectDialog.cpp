@@ -6,11 +6,11 @@
 
 #include <cwchar>
 
-#include "app/MenuBars.h"
+#include "platform/MenuBars.h"
 #include "LangIds.h"
 #include "ImageIds.h"
 #include "program/ProgramIds.h"
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "base/ResString.h"
 #include "dialogs/FileSelectList.h"

@@ -19,7 +19,7 @@
 #include "base/CeString.h"
 #include "document/CellText.h"
 #include "document/ItemPool.h"
-#include "mainview/PlanarImage.h"
+#include "images/PlanarImage.h"
 
 // The nine field types. The numeric values are stored in files and are the
 // tags of value chunks, so they never change. A stored type read from a file

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "app/MenuBars.h"
+#include "platform/MenuBars.h"
 #include "LangIds.h"
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "base/ResString.h"
 #include "document/ValueText.h"

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <string>
 
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "document/ValueText.h"
 #include "listwindow/ItemEditor.h"
 

@@ -6,12 +6,12 @@
 #include <string>
 
 #include "LangIds.h"
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "base/ResString.h"
 #include "document/ListFile.h"
 #include "document/ValueText.h"
-#include "listwindow/CsvDialogs.h"
+#include "dialogs/CsvDialogs.h"
 #include "listwindow/ItemEditor.h"
 #include "listwindow/ListSort.h"
 #include "listwindow/ListWindowState.h"

@@ -3,7 +3,7 @@
 #include <commctrl.h>
 
 #include "ImageIds.h"
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "listwindow/ListWindowState.h"
 #include "program/ProgramIds.h"

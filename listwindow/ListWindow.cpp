@@ -6,10 +6,10 @@
 
 #include <cwchar>
 
-#include "app/MenuBars.h"
+#include "platform/MenuBars.h"
 #include "ImageIds.h"
 #include "LangIds.h"
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "base/ResString.h"
 #include "document/ListFile.h"

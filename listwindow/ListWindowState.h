@@ -9,7 +9,7 @@
 
 #include "document/ListDocument.h"
 #include "listwindow/ListWindow.h"
-#include "mainview/PlanarImage.h"
+#include "images/PlanarImage.h"
 #include "platform/aygshell.h"
 
 // Control ID of the list view (tests and tools find it by this number).

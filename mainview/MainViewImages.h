@@ -1,6 +1,6 @@
 // The main view's program-wide images.
 #pragma once
-#include "mainview/PlanarImage.h"
+#include "images/PlanarImage.h"
 
 extern PlanarImage g_categoryImage;     // a category in the tree
 extern PlanarImage g_defaultListImage;  // a list without an icon of its own

@@ -2,7 +2,7 @@
 
 #include <commctrl.h>
 
-#include "app/MenuBars.h"
+#include "platform/MenuBars.h"
 #include "app/Startup.h"
 #include "base/AppGlobals.h"
 #include "base/ResString.h"

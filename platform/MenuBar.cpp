@@ -13,7 +13,7 @@
 
 #include <string>
 
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "platform/Platform.h"
 #include "platform/PlatformInternal.h"
 #include "platform/SoftKeyBar.h"

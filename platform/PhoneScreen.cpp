@@ -11,7 +11,7 @@
 
 #include <commctrl.h>
 
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "platform/PlatformInternal.h"
 
 namespace {

@@ -9,9 +9,9 @@
 #include <cstdlib>
 #include <cwchar>
 
-#include "app/MenuBars.h"
+#include "platform/MenuBars.h"
 #include "LangIds.h"
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "settings/ColorPickerParts.h"
 #include "settings/PickerGdi.h"

@@ -2,7 +2,7 @@
 // buttons and the preview strip.
 #include <windows.h>
 
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "settings/ColorPickerParts.h"
 #include "settings/PickerGdi.h"
 

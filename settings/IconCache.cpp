@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "settings/IconPicker.h"
 
 namespace {

@@ -6,9 +6,9 @@
 
 #include <utility>
 
-#include "app/MenuBars.h"
+#include "platform/MenuBars.h"
 #include "LangIds.h"
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "platform/aygshell.h"
 #include "settings/AppSettings.h"

@@ -13,7 +13,7 @@
 
 #include <cstddef>
 
-#include "mainview/PlanarImage.h"
+#include "images/PlanarImage.h"
 
 namespace IconPicker {
 

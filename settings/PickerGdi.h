@@ -5,7 +5,7 @@
 
 #include <cwchar>
 
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 
 namespace picker {
 

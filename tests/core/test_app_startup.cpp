@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "app/Startup.h"
 #include "tests/framework/ZvTest.h"
 

@@ -7,10 +7,10 @@
 #include <cstdint>
 #include <string>
 
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "document/CsvText.h"
 #include "document/ListFile.h"
-#include "mainview/PlanarImage.h"
+#include "images/PlanarImage.h"
 #include "tests/core/test_doc_util.h"
 #include "tests/framework/ZvTest.h"
 

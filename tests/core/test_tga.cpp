@@ -2,9 +2,9 @@
 #include <string>
 
 #include "ImageIds.h"
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
-#include "mainview/PlanarImage.h"
+#include "images/PlanarImage.h"
 #include "tests/core/test_doc_util.h"
 #include "tests/framework/ZvTest.h"
 

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
 
 #include <cstring>

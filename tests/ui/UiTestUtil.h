@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "tests/framework/ZvTest.h"
 
 namespace uitest {

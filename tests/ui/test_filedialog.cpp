@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "LangIds.h"
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "dialogs/FileSelectDialog.h"
 #include "tests/framework/ZvTest.h"

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "LangIds.h"
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
-#include "mainview/PlanarImage.h"
+#include "images/PlanarImage.h"
 #include "settings/AppSettings.h"
 #include "settings/IconPicker.h"
 #include "tests/framework/ZvTest.h"

@@ -7,11 +7,11 @@
 #include <vector>
 
 #include "LangIds.h"
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "base/ResString.h"
 #include "dialogs/FileSelectDialog.h"
-#include "listwindow/CsvDialogs.h"
+#include "dialogs/CsvDialogs.h"
 #include "listwindow/ListSort.h"
 #include "settings/IconPicker.h"
 #include "listwindow/ListWindowState.h"

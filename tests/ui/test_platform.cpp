@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "LangIds.h"
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "platform/Platform.h"
 #include "platform/aygshell.h"

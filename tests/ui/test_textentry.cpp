@@ -5,9 +5,9 @@
 #include <string>
 
 #include "LangIds.h"
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
-#include "listwindow/TextEntry.h"
+#include "dialogs/TextEntry.h"
 #include "settings/AppSettings.h"
 #include "tests/framework/ZvTest.h"
 #include "tests/harness/UiHarness.h"

@@ -16,7 +16,7 @@
 #pragma once
 #include <string>
 
-#include "mainview/PlanarImage.h"
+#include "images/PlanarImage.h"
 
 // Renders the icon text at `size` pixels per side (the grid's own size, or
 // twice it). False with a reason in `error` when the text is malformed or

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "tools/zvl/ZvlCommands.h"
 #include "tools/zvl/ZvlConsole.h"

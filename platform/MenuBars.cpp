@@ -1,4 +1,4 @@
-#include "app/MenuBars.h"
+#include "platform/MenuBars.h"
 
 #include "platform/aygshell.h"
 

@@ -1,11 +1,11 @@
-#include "mainview/PlanarImage.h"
+#include "images/PlanarImage.h"
 
 #include <cstdint>
 #include <cstring>
 #include <new>
 #include <utility>
 
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 
 // ---- the image ---------------------------------------------------------------
 

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "mainview/PlanarImage.h"
+#include "images/PlanarImage.h"
 
 namespace {
 

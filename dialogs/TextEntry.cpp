@@ -1,11 +1,11 @@
-#include "listwindow/TextEntry.h"
+#include "dialogs/TextEntry.h"
 
 #include <cwchar>
 
-#include "app/MenuBars.h"
+#include "platform/MenuBars.h"
 #include "LangIds.h"
 #include "program/ProgramIds.h"
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "platform/aygshell.h"
 #include "settings/AppSettings.h"

@@ -1,4 +1,4 @@
-#include "listwindow/CsvDialogs.h"
+#include "dialogs/CsvDialogs.h"
 
 #include "dialogs/FileSelectDialog.h"
 #include "document/CsvText.h"

@@ -1,4 +1,4 @@
-#include "app/ScreenScale.h"
+#include "platform/ScreenScale.h"
 
 #include <windows.h>
 
