@@ -6,7 +6,7 @@
 
 #include <cwchar>
 
-#include "platform/MenuBars.h"
+#include "platform/PhoneDialog.h"
 #include "LangIds.h"
 #include "ImageIds.h"
 #include "program/ProgramIds.h"
@@ -40,12 +40,6 @@ HWND CreateChild(const FileSelectDialog& dlg, const wchar_t* cls, const wchar_t*
                                  (HMENU)(INT_PTR)id, dlg.hInstance, nullptr);
     SendMessageW(child, WM_SETFONT, (WPARAM)dlg.font, FALSE);
     return child;
-}
-
-void CreateMenuBar(FileSelectDialog& dlg) {
-    dlg.menuBar = CreateMenuBarFromMenu(dlg.dialog, dlg.module, dlg.menuBarId);
-    // Back goes up one folder instead of closing the dialog.
-    OverrideBackKey(dlg.menuBar);
 }
 
 void CreateDialogFont(FileSelectDialog& dlg) {
@@ -239,12 +233,6 @@ void Accept(FileSelectDialog& dlg) {
 BOOL OnInitDialog(HWND hwnd, FileSelectDialog& dlg) {
     dlg.dialog = hwnd;
     SetWindowTextW(hwnd, dlg.title);
-    SHINITDLGINFO init = {};
-    init.dwMask = SHIDIM_FLAGS;
-    init.hDlg = hwnd;
-    init.dwFlags = SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
-    SHInitDialog(&init);
-    CreateMenuBar(dlg);
     CreateDialogFont(dlg);
     CreateImageLists(dlg);
     CreateControls(dlg);
@@ -319,11 +307,9 @@ INT_PTR OnCtlColorStatic(HDC dc) {
 }
 
 BOOL OnDestroy(FileSelectDialog& dlg) {
-    if (dlg.menuBar) DestroyWindow(dlg.menuBar);
     if (dlg.font) DeleteObject(dlg.font);
     if (dlg.imageList) ImageList_Destroy(dlg.imageList);
     if (dlg.stripImages) ImageList_Destroy(dlg.stripImages);
-    dlg.menuBar = nullptr;
     dlg.font = nullptr;
     dlg.imageList = dlg.stripImages = nullptr;
     dlg.listView = nullptr;
@@ -340,8 +326,6 @@ INT_PTR CALLBACK FileSelectDlgProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lP
     case WM_HOTKEY: return OnHotKey(dlg, wParam, lParam);
     case WM_NOTIFY: return OnNotify(dlg, (NMHDR*)lParam);
     case WM_SIZE: Layout(dlg, LOWORD(lParam), HIWORD(lParam)); return TRUE;
-    case WM_ACTIVATE: SHHandleWMActivate(hwnd, wParam, lParam, &dlg.activateInfo, 0); return TRUE;
-    case WM_SETTINGCHANGE: SHHandleWMSettingChange(hwnd, wParam, lParam, &dlg.activateInfo); return TRUE;
     case WM_PAINT: return OnPaint(dlg);
     case WM_CTLCOLORSTATIC: return OnCtlColorStatic((HDC)wParam);
     case WM_DESTROY: return OnDestroy(dlg);
@@ -374,32 +358,25 @@ FileSelectDialog::FileSelectDialog(HINSTANCE instance, HINSTANCE resModule, int 
       extension(kAllFilesExtension),
       filterText(kAllFilesText) {
     title = (dialogTitle && dialogTitle[0]) ? dialogTitle : kModeNames[mode];
-    activateInfo.cbSize = sizeof activateInfo;
 }
 
 int FileSelectDialog::Run(wchar_t* outPath, int outChars, HWND owner) {
-    InitScreenScale(0);
     currentFolder = StartingFolder(currentFolder);
     result = L"";
 
-    // An empty popup with a caption; the procedure builds everything else.
-    struct alignas(4) {
-        DLGTEMPLATE header;
-        WORD menu, windowClass, title;
-    } dialogTemplate = {};
-    dialogTemplate.header.style = WS_POPUP | WS_VISIBLE | WS_CAPTION;
-
+    PhoneDialogSpec spec;
+    spec.menuModule = module;
+    spec.menuId = menuBarId;  // Back goes up one folder instead of closing the dialog
+    spec.initFlags = SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
     FileSelectDialog* outer = g_fileSelect;
     g_fileSelect = this;
-    INT_PTR ended = DialogBoxIndirectParamW(hInstance, &dialogTemplate.header, owner, FileSelectDlgProc, (LPARAM)this);
+    INT_PTR ended = RunPhoneDialog(owner, spec, FileSelectDlgProc, (LPARAM)this);
     g_fileSelect = outer;
     dialog = nullptr;
     if (ended != 1) return 0;
     if (outPath && outChars > 0) lstrcpynW(outPath, result, outChars);
     return 1;
 }
-
-FileSelectDialog* ActiveFileSelectDialog() { return g_fileSelect; }
 
 int RunFileSelectDialog(HWND owner, FileSelectRequest& request) {
     FileSelectDialog dlg(hInstance, request.module ? request.module : hLangModule, request.mode,

@@ -80,17 +80,13 @@ public:
     HWND nameLabel = nullptr, nameEdit = nullptr;
     HWND typeLabel = nullptr, typeField = nullptr;
     HWND listView = nullptr;
-    HWND menuBar = nullptr;
     HIMAGELIST imageList = nullptr;    // the rows' icons
     HIMAGELIST stripImages = nullptr;  // the fallback cells of imageStripId
     HFONT font = nullptr;
     RECT pathRect = {};     // the path line, in client coordinates: a tap here goes up
     RECT pathHintRect = {}; // where the hint is painted
-    SHACTIVATEINFO activateInfo = {};
 };
 
-// The dialog now running (dialogs are modal: at most one), or null.
-FileSelectDialog* ActiveFileSelectDialog();
 
 // Request record for callers that prefer one: fill, call, read `path`.
 struct FileSelectRequest {

@@ -2,12 +2,11 @@
 
 #include <cwchar>
 
-#include "platform/MenuBars.h"
 #include "LangIds.h"
 #include "program/ProgramIds.h"
 #include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
-#include "platform/aygshell.h"
+#include "platform/PhoneDialog.h"
 #include "settings/AppSettings.h"
 
 namespace {
@@ -19,9 +18,7 @@ const int kDefaultFontSize = 12;
 struct TextEntryState {
     TextEntryRequest* request;
     HWND edit;
-    HWND menuBar;
     HFONT listFont;
-    SHACTIVATEINFO activateInfo;
 };
 TextEntryState g_textEntry;
 
@@ -36,23 +33,9 @@ HFONT CreateListFont() {
     return CreateFontIndirectW(&lf);
 }
 
-void CreateMenuBar(HWND hwnd) {
-    g_textEntry.menuBar = CreateMenuBarFromMenu(hwnd, hLangModule, IDM_OK_CANCEL_MENUBAR);
-    // Back arrives as WM_HOTKEY and is handed to the edit box to erase.
-    OverrideBackKey(g_textEntry.menuBar);
-}
-
 BOOL OnInitDialog(HWND hwnd, TextEntryRequest* request) {
     g_textEntry = TextEntryState();
     g_textEntry.request = request;
-    g_textEntry.activateInfo.cbSize = sizeof(SHACTIVATEINFO);
-    InitScreenScale(0);
-    SHINITDLGINFO init = {};
-    init.dwMask = SHIDIM_FLAGS;
-    init.hDlg = hwnd;
-    init.dwFlags = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
-    SHInitDialog(&init);
-    CreateMenuBar(hwnd);
 
     g_textEntry.listFont = CreateListFont();
     // WM_SIZE then moves it under the prompt.
@@ -118,9 +101,8 @@ BOOL OnHotKey(WPARAM wParam, LPARAM lParam) {
 
 BOOL OnDestroy() {
     if (g_textEntry.edit) DestroyWindow(g_textEntry.edit);
-    if (g_textEntry.menuBar) DestroyWindow(g_textEntry.menuBar);
     if (g_textEntry.listFont) DeleteObject(g_textEntry.listFont);
-    g_textEntry.edit = g_textEntry.menuBar = nullptr;
+    g_textEntry.edit = nullptr;
     g_textEntry.listFont = nullptr;
     return TRUE;
 }
@@ -134,19 +116,16 @@ INT_PTR CALLBACK TextEntryDlgProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lPa
     case WM_SIZE: return OnSize(hwnd, LOWORD(lParam));
     case WM_COMMAND: return OnCommand(hwnd, LOWORD(wParam));
     case WM_HOTKEY: return OnHotKey(wParam, lParam);
-    case WM_ACTIVATE: SHHandleWMActivate(hwnd, wParam, lParam, &g_textEntry.activateInfo, 0); return TRUE;
-    case WM_SETTINGCHANGE: SHHandleWMSettingChange(hwnd, wParam, lParam, &g_textEntry.activateInfo); return TRUE;
     case WM_DESTROY: return OnDestroy();
     }
     return FALSE;
 }
 
 int RunTextEntryDialog(HWND owner, TextEntryRequest& request) {
-    HRSRC found = FindResourceW(hInstance, MAKEINTRESOURCEW(IDD_FULLSCREEN), RT_DIALOG);
-    HGLOBAL loaded = found ? LoadResource(hInstance, found) : nullptr;
-    auto* dialogTemplate = loaded ? (const DLGTEMPLATE*)LockResource(loaded) : nullptr;
-    if (!dialogTemplate) return 0;
     if (!request.module) request.module = hInstance;
-    INT_PTR ended = DialogBoxIndirectParamW(hInstance, dialogTemplate, owner, TextEntryDlgProc, (LPARAM)&request);
+    PhoneDialogSpec spec;
+    spec.menuModule = hLangModule;
+    spec.menuId = IDM_OK_CANCEL_MENUBAR;  // Back reaches WM_HOTKEY and erases in the edit box
+    INT_PTR ended = RunPhoneDialog(owner, spec, TextEntryDlgProc, (LPARAM)&request);
     return ended == TRUE ? 1 : 0;
 }

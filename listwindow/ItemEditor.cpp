@@ -8,43 +8,18 @@
 #include <string>
 #include <vector>
 
-#include "platform/MenuBars.h"
 #include "LangIds.h"
 #include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
+#include "base/Handles.h"
 #include "base/ResString.h"
 #include "document/ValueText.h"
 #include "listwindow/ItemEditorRows.h"
-#include "platform/aygshell.h"
+#include "platform/PhoneDialog.h"
 #include "program/ProgramIds.h"
 #include "settings/AppSettings.h"
 
 namespace {
-
-// Owns one GDI object and deletes it when replaced or destroyed.
-template <class T>
-class GdiHolder {
-public:
-    GdiHolder() = default;
-    GdiHolder(const GdiHolder&) = delete;
-    GdiHolder& operator=(const GdiHolder&) = delete;
-    GdiHolder& operator=(GdiHolder&& other) noexcept {
-        if (this != &other) {
-            Reset(other.m_object);
-            other.m_object = nullptr;
-        }
-        return *this;
-    }
-    ~GdiHolder() { Reset(); }
-    void Reset(T object = nullptr) {
-        if (m_object) DeleteObject(m_object);
-        m_object = object;
-    }
-    T Get() const { return m_object; }
-
-private:
-    T m_object = nullptr;
-};
 
 // Everything the open dialog knows. The dialog is modal, so one instance.
 struct ItemEditorState {
@@ -52,11 +27,9 @@ struct ItemEditorState {
     FieldValues values;   // the working copy, written back on result 1
     std::vector<ItemEditorRow> rows;  // label, editor, up-down and spare word per field
     RowGeometry geometry;
-    GdiHolder<HFONT> font;            // shared by every control
-    GdiHolder<HBRUSH> background;     // the list's background colour
+    GdiObject<HFONT> font;            // shared by every control
+    GdiObject<HBRUSH> background;     // the list's background colour
     COLORREF textColor = 0;
-    HWND menuBar = nullptr;
-    SHACTIVATEINFO activation = {};
     int scrollPos = 0;                // pixels scrolled down
     int contentHeight = 0;            // height of all rows with margins
     int clientHeight = 0;
@@ -237,15 +210,8 @@ void SetUpColours() {
 }
 
 void SetUpShell(HWND dlg) {
-    SHINITDLGINFO init = {SHIDIM_FLAGS, dlg, SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN};
-    SHInitDialog(&init);
     INITCOMMONCONTROLSEX icc = {sizeof(icc), ICC_DATE_CLASSES | ICC_UPDOWN_CLASS};
     InitCommonControlsEx(&icc);
-
-    g_itemEditor.menuBar = CreateMenuBarFromMenu(dlg, hLangModule, IDM_ITEM_EDIT_MENUBAR);
-    // Back erases in the edit boxes instead of closing the dialog.
-    OverrideBackKey(g_itemEditor.menuBar);
-
     std::wstring title = ResText(IDS_ITEM_EDIT_TITLE);
     SetWindowTextW(dlg, title.empty() ? L"Edit Item" : title.c_str());
 }
@@ -387,7 +353,6 @@ INT_PTR OnCtlColor(HDC dc) {
 
 INT_PTR OnDestroy() {
     g_itemEditor.rows.clear();
-    g_itemEditor.menuBar = nullptr;
     return FALSE;
 }
 
@@ -403,26 +368,9 @@ INT_PTR CALLBACK ItemEditorProc(HWND dlg, UINT msg, WPARAM wParam, LPARAM lParam
     case WM_DRAWITEM: return OnDrawItem((const DRAWITEMSTRUCT*)lParam);
     case WM_CTLCOLORDLG:
     case WM_CTLCOLORSTATIC: return OnCtlColor((HDC)wParam);
-    case WM_ACTIVATE: SHHandleWMActivate(dlg, wParam, lParam, &g_itemEditor.activation, FALSE); return FALSE;
-    case WM_SETTINGCHANGE: SHHandleWMSettingChange(dlg, wParam, lParam, &g_itemEditor.activation); return FALSE;
     case WM_DESTROY: return OnDestroy();
     }
     return FALSE;
-}
-
-// An empty dialog to build on when the module lacks template 139.
-struct EmptyDialogTemplate {
-    DLGTEMPLATE head;
-    WORD menu, windowClass, title;
-};
-
-const DLGTEMPLATE* FindDialogTemplate(HINSTANCE module) {
-    HRSRC res = FindResourceW(module, MAKEINTRESOURCEW(IDD_FULLSCREEN), (LPCWSTR)RT_DIALOG);
-    HGLOBAL data = res ? LoadResource(module, res) : nullptr;
-    if (data) return (const DLGTEMPLATE*)LockResource(data);
-    alignas(4) static const EmptyDialogTemplate empty = {
-        {WS_POPUP | WS_CAPTION | WS_SYSMENU, 0, 0, 0, 0, 240, 320}, 0, 0, 0};
-    return &empty.head;
 }
 
 }  // namespace
@@ -440,8 +388,10 @@ int RunItemEditor(HWND owner, ItemEditRequest& request) {
                                item.values.begin() + std::min<size_t>(item.values.size(), request.fieldCount));
     g_itemEditor.values.resize(request.fieldCount);
 
-    HINSTANCE module = request.resModule ? request.resModule : hInstance;
-    INT_PTR result = DialogBoxIndirectParamW(module, FindDialogTemplate(module), owner, ItemEditorProc, 0);
+    PhoneDialogSpec spec;
+    spec.menuModule = hLangModule;
+    spec.menuId = IDM_ITEM_EDIT_MENUBAR;  // Back erases in the edit boxes instead of closing
+    INT_PTR result = RunPhoneDialog(owner, spec, ItemEditorProc, 0);
     if (result == 1) {
         if ((int)item.values.size() < request.fieldCount) item.values.resize(request.fieldCount);
         std::move(g_itemEditor.values.begin(), g_itemEditor.values.end(), item.values.begin());
@@ -454,7 +404,6 @@ int RunItemEditor(HWND owner, ItemEditRequest& request) {
 
 int editItem(HWND owner, const ListDocument& document, ListItem& item) {
     ItemEditRequest request;
-    request.resModule = hInstance;
     request.fields = document.fields.data();
     request.fieldCount = document.fieldCount();
     request.item = &item;

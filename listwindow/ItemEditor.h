@@ -5,7 +5,6 @@
 // Typical use by the list window (add or edit command):
 //
 //   ItemEditRequest req;
-//   req.resModule = hInstance;
 //   req.fields = doc.fields.data();
 //   req.fieldCount = doc.fieldCount();
 //   req.item = &item;                       // a new item or the selected one
@@ -28,7 +27,6 @@ constexpr int kItemEditorFirstId = 400;
 
 // What the dialog is opened with and what it writes back.
 struct ItemEditRequest {
-    HINSTANCE resModule = nullptr;     // module holding dialog template 139 (hInstance)
     const FieldDef* fields = nullptr;  // the list's fields, in column order
     int fieldCount = 0;                // 0..50
     ListItem* item = nullptr;          // in: the values shown; out: the values edited (result 1 only)

@@ -88,7 +88,7 @@ void DrawCheckBox(HDC dc, const RECT& cell, bool checked) {
     HDC memory = CreateCompatibleDC(dc);
     if (!memory) return;
     {
-        DcSelection select(memory, box.bitmap.Get());
+        SelectedObject select(memory, box.bitmap.Get());
         TransparentImage(dc, x, y, box.size.cx, box.size.cy, memory, 0, 0, box.size.cx, box.size.cy,
                          kTransparentGreen);
     }
@@ -171,7 +171,7 @@ HBITMAP RowBuffer(HDC screen, int width, int height) {
         s.rowBufferSize = {width, height};
         s.rowBufferBits = s.rowBuffer.Get() ? (DWORD*)bits : nullptr;
     }
-    return s.rowBuffer.Bitmap();
+    return s.rowBuffer.Get();
 }
 
 void DrawRow(const DRAWITEMSTRUCT* draw) {
@@ -194,7 +194,7 @@ void DrawRow(const DRAWITEMSTRUCT* draw) {
         return;
     }
     {
-        DcSelection select(memory, buffer);
+        SelectedObject select(memory, buffer);
         // The buffer holds the row's band of the list, in list coordinates.
         SetViewportOrgEx(memory, 0, -rowRect.top, nullptr);
         RECT band = {0, rowRect.top, width, rowRect.bottom};

@@ -6,7 +6,7 @@
 
 #include <cwchar>
 
-#include "platform/MenuBars.h"
+#include "platform/PhoneDialog.h"
 #include "ImageIds.h"
 #include "LangIds.h"
 #include "platform/ScreenScale.h"
@@ -37,8 +37,6 @@ void ResetState(ListOpenRequest* request, HWND hwnd) {
     s.dialog = hwnd;
     s.listView = s.header = s.menuBar = nullptr;
     s.softKeyMenu = nullptr;
-    s.activateInfo = SHACTIVATEINFO();
-    s.activateInfo.cbSize = sizeof(SHACTIVATEINFO);
     s.doc.Clear();
     s.rows.clear();
     s.modified = 0;
@@ -71,7 +69,7 @@ int ListTop() { return ScaleY(5) + S().fontHeight + ScaleY(1); }
 
 void CreateMenuBar(HWND hwnd) {
     ListWindowState& s = S();
-    s.menuBar = CreateMenuBarFromMenu(hwnd, hLangModule, IDM_LIST_WINDOW_MENUBAR);
+    s.menuBar = PhoneDialogMenuBar(hwnd);
     if (!s.menuBar) return;
     TBBUTTONINFOW button = {};
     button.cbSize = sizeof button;
@@ -94,7 +92,7 @@ void CreateListView(HWND hwnd) {
     SendMessageW(s.listView, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_ONECLICKACTIVATE);
     if (!IsDefaultColor(g_appSettings.ListViewBack.value))
         SendMessageW(s.listView, LVM_SETBKCOLOR, 0, (LPARAM)g_appSettings.ListViewBack.value);
-    SendMessageW(s.listView, WM_SETFONT, (WPARAM)s.listFont.Font(), TRUE);
+    SendMessageW(s.listView, WM_SETFONT, (WPARAM)s.listFont.Get(), TRUE);
 }
 
 // Check lists and lists with items keep their stored widths; a list without
@@ -185,11 +183,6 @@ BOOL OnInitDialog(HWND hwnd, ListOpenRequest* request) {
     ResetState(request, hwnd);
     // The title strip is painted around the list view, never over it.
     SetWindowLongPtrW(hwnd, GWL_STYLE, GetWindowLongPtrW(hwnd, GWL_STYLE) | WS_CLIPCHILDREN);
-    SHINITDLGINFO init = {};
-    init.dwMask = SHIDIM_FLAGS;
-    init.hDlg = hwnd;
-    init.dwFlags = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
-    SHInitDialog(&init);
     CreateMenuBar(hwnd);
     SetWindowTextW(hwnd, kWindowTitle);
     MakeFonts();
@@ -248,7 +241,7 @@ void PaintTitleStrip(HWND hwnd, HDC dc) {
     const PlanarImage& icon = s.doc.icon.IsDrawable() ? s.doc.icon : s.defaultIcon;
     if (icon.IsDrawable()) DrawImage(icon, dc, ScaleY(3), ((ScaleY(4) - icon.height + L) >> 1) + 1);
 
-    DcSelection font(dc, s.titleFont.Get());
+    SelectedObject font(dc, s.titleFont.Get());
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, RGB(0, 0, 0));
     const UINT flags = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX;
@@ -327,7 +320,6 @@ void OnDestroy(HWND hwnd) {
     KillTimer(hwnd, kFocusTimer);
     ReleaseHeaderBitmaps();
     if (s.listView) DestroyWindow(s.listView);
-    if (s.menuBar) DestroyWindow(s.menuBar);
     s.listView = s.header = s.menuBar = nullptr;
     s.softKeyMenu = nullptr;
     s.defaultIcon.Release();
@@ -368,8 +360,6 @@ INT_PTR CALLBACK ListWindowProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM l
     case WM_CONTEXTMENU:
         OnContextMenu(hwnd, (short)LOWORD(lParam), (short)HIWORD(lParam));
         return TRUE;
-    case WM_ACTIVATE: SHHandleWMActivate(hwnd, wParam, lParam, &S().activateInfo, FALSE); return TRUE;
-    case WM_SETTINGCHANGE: SHHandleWMSettingChange(hwnd, wParam, lParam, &S().activateInfo); return TRUE;
     case WM_GETDLGCODE: return SetResult(hwnd, DLGC_WANTALLKEYS);
     case WM_TIMER: OnTimer(hwnd); return TRUE;
     case WM_INITMENUPOPUP: OnInitMenuPopup((HMENU)wParam); return TRUE;
@@ -451,9 +441,9 @@ ListItem* SelectedItem() {
 }
 
 INT_PTR RunListWindow(HWND owner, ListOpenRequest& request) {
-    HRSRC resource = FindResourceW(request.module, MAKEINTRESOURCEW(IDD_FULLSCREEN), (LPCWSTR)RT_DIALOG);
-    HGLOBAL loaded = resource ? LoadResource(request.module, resource) : nullptr;
-    auto* dialogTemplate = loaded ? (LPCDLGTEMPLATEW)LockResource(loaded) : nullptr;
-    if (!dialogTemplate) return -1;
-    return DialogBoxIndirectParamW(request.module, dialogTemplate, owner, ListWindowProc, (LPARAM)&request);
+    PhoneDialogSpec spec;
+    spec.menuModule = hLangModule;
+    spec.menuId = IDM_LIST_WINDOW_MENUBAR;
+    spec.overrideBack = false;  // Back leaves the list (IDCANCEL)
+    return RunPhoneDialog(owner, spec, ListWindowProc, (LPARAM)&request);
 }

@@ -7,6 +7,7 @@
 
 #include <vector>
 
+#include "base/Handles.h"
 #include "document/ListDocument.h"
 #include "listwindow/ListWindow.h"
 #include "images/PlanarImage.h"
@@ -15,45 +16,11 @@
 // Control ID of the list view (tests and tools find it by this number).
 constexpr int kListViewControlId = 300;
 
-// Owns one GDI object and deletes it when replaced or released.
-class GdiObject {
-public:
-    GdiObject() = default;
-    ~GdiObject() { Reset(); }
-    GdiObject(const GdiObject&) = delete;
-    GdiObject& operator=(const GdiObject&) = delete;
-    void Reset(HGDIOBJ object = nullptr) {
-        if (m_object) DeleteObject(m_object);
-        m_object = object;
-    }
-    HGDIOBJ Get() const { return m_object; }
-    HFONT Font() const { return (HFONT)m_object; }
-    HBITMAP Bitmap() const { return (HBITMAP)m_object; }
-
-private:
-    HGDIOBJ m_object = nullptr;
-};
-
-// Selects an object into a DC for one scope and puts the old one back.
-class DcSelection {
-public:
-    DcSelection(HDC dc, HGDIOBJ object) : m_dc(dc), m_old(object ? SelectObject(dc, object) : nullptr) {}
-    ~DcSelection() {
-        if (m_old) SelectObject(m_dc, m_old);
-    }
-    DcSelection(const DcSelection&) = delete;
-    DcSelection& operator=(const DcSelection&) = delete;
-
-private:
-    HDC m_dc;
-    HGDIOBJ m_old;
-};
-
 // One check-box bitmap kept for the window's lifetime, with its size and
 // its pixels (32-bit, top-down rows) for copying straight into the row
 // buffer.
 struct CheckBitmap {
-    GdiObject bitmap;
+    BitmapHandle bitmap;
     SIZE size = {};
     std::vector<DWORD> pixels;
 };
@@ -65,7 +32,6 @@ struct ListWindowState {
     HWND header = nullptr;
     HWND menuBar = nullptr;
     HMENU softKeyMenu = nullptr;  // popup of the second soft key
-    SHACTIVATEINFO activateInfo = {};
 
     // The working copy of the list: fields, items in display order, icon and
     // sort state. `rows` indexes the items in the same order, so row i of the
@@ -84,9 +50,9 @@ struct ListWindowState {
     // Fonts made from the font settings: the list font, the bold title font
     // and the struck-out font of checked rows. fontHeight is the list font's
     // LOGFONT height, the unit of the title strip's layout.
-    GdiObject listFont;
-    GdiObject titleFont;
-    GdiObject checkedFont;
+    FontHandle listFont;
+    FontHandle titleFont;
+    FontHandle checkedFont;
     int fontHeight = 0;
 
     PlanarImage defaultIcon;   // image 188: lists without their own icon
@@ -94,7 +60,7 @@ struct ListWindowState {
     PlanarImage priorityLow;   // image 173: Priority value 2
     CheckBitmap checkedBox;    // bitmap 175
     CheckBitmap clearBox;      // bitmap 176
-    GdiObject rowBuffer;       // rows are composed here, then copied to the list
+    BitmapHandle rowBuffer;      // rows are composed here, then copied to the list
     SIZE rowBufferSize = {};
     DWORD* rowBufferBits = nullptr;  // its pixels, top-down rows of rowBufferSize.cx
     HDC rowBufferDc = nullptr;       // the DC composing a row, while one is drawn

@@ -1,6 +1,3 @@
 #include "mainview/MainViewImages.h"
 
 PlanarImage g_categoryImage;
-PlanarImage g_defaultListImage;
-PlanarImage g_rootImage;
-PlanarImage g_scratchImage;

@@ -2,7 +2,4 @@
 #pragma once
 #include "images/PlanarImage.h"
 
-extern PlanarImage g_categoryImage;     // a category in the tree
-extern PlanarImage g_defaultListImage;  // a list without an icon of its own
-extern PlanarImage g_rootImage;         // the lists folder itself
-extern PlanarImage g_scratchImage;      // reused while reading list icons
+extern PlanarImage g_categoryImage;  // a category in the tree, loaded at start-up

@@ -7,7 +7,6 @@
 #include "base/AppGlobals.h"
 #include "base/ResString.h"
 #include "mainview/CommandLineFile.h"
-#include "mainview/MainViewImages.h"
 #include "platform/aygshell.h"
 #include "settings/AppSettings.h"
 #include "LangIds.h"
@@ -46,7 +45,6 @@ LRESULT OnCreate(HWND hwnd) {
 LRESULT OnDestroy() {
     if (g_hMainMenuBar) DestroyWindow(g_hMainMenuBar);
     g_hMainMenuBar = nullptr;
-    g_defaultListImage.Release();
     if (hImageModule) FreeLibrary(hImageModule);
     hImageModule = nullptr;
     if (hLangModule) FreeLibrary(hLangModule);
@@ -106,7 +104,6 @@ LRESULT CALLBACK MainWndProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) 
     case WM_SETTINGCHANGE: SHHandleWMSettingChange(hwnd, wParam, lParam, &g_activateInfo); return 0;
     case WM_COMMAND: return OnCommand(hwnd, LOWORD(wParam));
     case WM_INITMENUPOPUP: return OnInitMenuPopup((HMENU)wParam);
-    case WM_TIMER: KillTimer(hwnd, wParam); return 0;
     case WM_HOTKEY: return OnHotKey(wParam, lParam);
     }
     return DefWindowProcW(hwnd, msg, wParam, lParam);

@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <cwchar>
 
-#include "platform/MenuBars.h"
+#include "platform/PhoneDialog.h"
 #include "LangIds.h"
 #include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
@@ -291,7 +291,7 @@ void SetSoftKeyText(HWND menuBar, int buttonId, const wchar_t* text) {
 }
 
 void CreateMenuBar(HWND hwnd, CColorPicker& p) {
-    p.menuBar = CreateMenuBarFromMenu(hwnd, p.resourceModule, p.menuBarId);
+    p.menuBar = PhoneDialogMenuBar(hwnd);
     if (!p.menuBar) return;
 
     wchar_t menuText[256];
@@ -345,20 +345,13 @@ BOOL OnInitDialog(HWND hwnd, CColorPicker* picker) {
     CreateMenuBar(hwnd, p);
     SplitColor(p);
     CreateControls(hwnd, p);
-    // The menu bar has already fitted the dialog to the screen, before the
-    // controls existed: place them now (later sizes come with WM_SIZE).
+    // The dialog was fitted to the screen before the controls existed:
+    // place them now (later sizes come with WM_SIZE).
     RECT client;
     GetClientRect(hwnd, &client);
     LayoutColorPicker(p, client.right);
     FillFields(p);
     SetWindowTextW(hwnd, p.text[ColorTextTitle]);
-
-    SHINITDLGINFO init = {};
-    init.dwMask = SHIDIM_FLAGS;
-    init.hDlg = hwnd;
-    init.dwFlags = SHIDIF_SIZEDLGFULLSCREEN;
-    SHInitDialog(&init);
-
     ShowMode(p, p.mode, SW_SHOW);
     SetFocus(FirstControl(p, p.mode));
     ShowWindow(hwnd, SW_SHOW);
@@ -495,8 +488,6 @@ INT_PTR CALLBACK ColorPickerProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lPar
     case WM_INITMENUPOPUP: return OnInitMenuPopup((HMENU)wParam);
     case WM_CTLCOLORDLG:
     case WM_CTLCOLORSTATIC: return OnControlColor((HDC)wParam);
-    case WM_ACTIVATE: SHHandleWMActivate(hwnd, wParam, lParam, &Picker().activateInfo, 0); return FALSE;
-    case WM_SETTINGCHANGE: SHHandleWMSettingChange(hwnd, wParam, lParam, &Picker().activateInfo); return FALSE;
     case WM_HOTKEY: return OnHotKey(msg, wParam, lParam);
     case WM_NOTIFY: return AnswerNotify(hwnd);
     case WM_DESTROY: return OnDestroy();
@@ -526,17 +517,16 @@ CColorPicker::CColorPicker(HINSTANCE resourceModule, HINSTANCE programModule, BO
       blue(0) {
     for (int i = 0; i < ColorTextCount; ++i)
         if (LoadStringW(hLangModule, kTextIds[i], text[i], 256) <= 0) text[i][0] = 0;
-    activateInfo = {};
-    activateInfo.cbSize = sizeof activateInfo;
 }
 
 int CColorPicker::Run(HWND owner) {
-    // An in-memory template without controls: the dialog procedure builds them.
-    alignas(4) WORD blank[16] = {};
-    DLGTEMPLATE* dialog = (DLGTEMPLATE*)blank;
-    dialog->style = WS_POPUP | WS_VISIBLE | WS_CAPTION;
     g_colorPicker = {};
-    INT_PTR result = DialogBoxIndirectParamW(resourceModule, dialog, owner, ColorPickerProc, (LPARAM)this);
+    PhoneDialogSpec spec;
+    spec.menuModule = resourceModule;
+    spec.menuId = menuBarId;
+    spec.overrideBack = false;  // Back cancels
+    spec.initFlags = SHIDIF_SIZEDLGFULLSCREEN;
+    INT_PTR result = RunPhoneDialog(owner, spec, ColorPickerProc, (LPARAM)this);
     bool started = g_colorPicker.started;
     g_colorPicker = {};
     return started ? (int)result : ColorPickerCancelled;

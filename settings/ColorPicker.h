@@ -70,7 +70,7 @@ public:
     // DefaultColor as -1, or ColorPickerCancelled.
     int Run(HWND owner);
 
-    HINSTANCE resourceModule;  // dialog host and menu bar
+    HINSTANCE resourceModule;  // menu bar and the controls' instance
     HINSTANCE programModule;
     BOOL allowDefault;         // nonzero: the menu offers "Default"
     int mode;                  // ColorPickerMode
@@ -88,6 +88,5 @@ public:
     HWND fields[3] = {};
     HWND htmlLabel = nullptr;
     HWND htmlField = nullptr;
-    SHACTIVATEINFO activateInfo;
     HFONT font = nullptr;
 };

@@ -8,7 +8,6 @@
 
 using picker::Fill;
 using picker::MemoryCanvas;
-using picker::SelectedObject;
 
 namespace {
 

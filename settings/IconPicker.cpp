@@ -6,16 +6,14 @@
 
 #include <utility>
 
-#include "platform/MenuBars.h"
+#include "platform/PhoneDialog.h"
 #include "LangIds.h"
 #include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
-#include "platform/aygshell.h"
 #include "settings/AppSettings.h"
 #include "settings/PickerGdi.h"
 
 using picker::Fill;
-using picker::SelectedObject;
 
 namespace {
 
@@ -31,9 +29,7 @@ struct IconPickerState {
     int flag;
     PlanarImage* callerImage;
     PlanarImage current;  // a copy of the caller's icon, then of each icon chosen
-    HWND menuBar;
     HWND list;
-    SHACTIVATEINFO activateInfo;
     int lastRow;
     HFONT font;
 } g_iconPicker;
@@ -153,14 +149,6 @@ void OnGridSelection(HWND hwnd) {
 // ---------------------------------------------------------------------------
 
 BOOL OnInitDialog(HWND hwnd) {
-    SHINITDLGINFO init = {};
-    init.dwMask = SHIDIM_FLAGS;
-    init.hDlg = hwnd;
-    init.dwFlags = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
-    SHInitDialog(&init);
-
-    g_iconPicker.menuBar = CreateMenuBarFromMenu(hwnd, g_iconPicker.resourceModule, IDM_OK_CANCEL_MENUBAR);
-
     wchar_t title[256];
     if (LoadStringW(hLangModule, IDS_ICON_PICKER_TITLE, title, 256) > 0) SetWindowTextW(hwnd, title);
 
@@ -227,10 +215,9 @@ BOOL OnPaint(HWND hwnd) {
 }
 
 BOOL OnDestroy() {
-    if (g_iconPicker.menuBar) DestroyWindow(g_iconPicker.menuBar);
     if (g_iconPicker.list) DestroyWindow(g_iconPicker.list);  // its image list goes with it
     if (g_iconPicker.font) DeleteObject(g_iconPicker.font);
-    g_iconPicker.menuBar = g_iconPicker.list = nullptr;
+    g_iconPicker.list = nullptr;
     g_iconPicker.font = nullptr;
     return FALSE;
 }
@@ -256,10 +243,6 @@ INT_PTR CALLBACK IconPickerProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lPara
     case WM_SIZE: PlaceList(hwnd); return FALSE;
     case WM_MEASUREITEM: return OnMeasureItem(hwnd);
     case WM_CTLCOLORDLG: return OnDialogColor((HDC)wParam);
-    case WM_ACTIVATE: SHHandleWMActivate(hwnd, wParam, lParam, &g_iconPicker.activateInfo, 0); return FALSE;
-    case WM_SETTINGCHANGE:
-        SHHandleWMSettingChange(hwnd, wParam, lParam, &g_iconPicker.activateInfo);
-        return FALSE;
     case WM_DESTROY: return OnDestroy();
     }
     return FALSE;
@@ -268,10 +251,8 @@ INT_PTR CALLBACK IconPickerProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lPara
 void ResetState() {
     g_iconPicker.current.Release();
     g_iconPicker.callerImage = nullptr;
-    g_iconPicker.menuBar = g_iconPicker.list = nullptr;
+    g_iconPicker.list = nullptr;
     g_iconPicker.font = nullptr;
-    g_iconPicker.activateInfo = {};
-    g_iconPicker.activateInfo.cbSize = sizeof g_iconPicker.activateInfo;
     g_iconPicker.lastRow = -1;
 }
 
@@ -289,11 +270,11 @@ bool Run(HWND owner, HINSTANCE resourceModule, INT_PTR callerValue1, INT_PTR cal
     g_iconPicker.callerImage = &image;
     if (!image.IsEmpty() && !g_iconPicker.current.CopyFrom(image)) return false;
 
-    // An in-memory template without controls: the dialog procedure builds them.
-    alignas(4) WORD blank[16] = {};
-    DLGTEMPLATE* dialog = (DLGTEMPLATE*)blank;
-    dialog->style = WS_POPUP | WS_VISIBLE | WS_CAPTION;
-    INT_PTR result = DialogBoxIndirectParamW(resourceModule, dialog, owner, IconPickerProc, 0);
+    PhoneDialogSpec spec;
+    spec.menuModule = resourceModule;
+    spec.menuId = IDM_OK_CANCEL_MENUBAR;
+    spec.overrideBack = false;  // Back cancels
+    INT_PTR result = RunPhoneDialog(owner, spec, IconPickerProc, 0);
     bool confirmed = result == 1;
     if (confirmed) {
         image.Release();

@@ -1,55 +1,27 @@
-// Small drawing helpers shared by the colour and icon pickers: RAII for the
-// GDI objects they make while painting, and the pickers' font.
+// Small drawing helpers shared by the colour and icon pickers: an off-screen
+// canvas, a solid fill and the pickers' font.
 #pragma once
 #include <windows.h>
 
 #include <cwchar>
 
+#include "base/Handles.h"
 #include "platform/ScreenScale.h"
 
 namespace picker {
 
-struct SolidBrush {
-    HBRUSH handle;
-    explicit SolidBrush(COLORREF color) : handle(CreateSolidBrush(color)) {}
-    ~SolidBrush() { DeleteObject(handle); }
-    SolidBrush(const SolidBrush&) = delete;
-    SolidBrush& operator=(const SolidBrush&) = delete;
-};
-
-// Selects an object into a DC for the scope; a null object selects nothing.
-struct SelectedObject {
-    HDC dc;
-    HGDIOBJ old;
-    SelectedObject(HDC dc, HGDIOBJ object) : dc(dc), old(object ? SelectObject(dc, object) : nullptr) {}
-    ~SelectedObject() {
-        if (old) SelectObject(dc, old);
-    }
-    SelectedObject(const SelectedObject&) = delete;
-    SelectedObject& operator=(const SelectedObject&) = delete;
-};
-
 // An off-screen bitmap compatible with `screen`, selected into its own DC.
 struct MemoryCanvas {
-    HDC dc;
-    HBITMAP bitmap;
-    HGDIOBJ oldBitmap;
+    MemoryDC dc;
+    BitmapHandle bitmap;
+    SelectedObject selection;
     MemoryCanvas(HDC screen, int w, int h)
-        : dc(CreateCompatibleDC(screen)), bitmap(CreateCompatibleBitmap(screen, w, h)) {
-        oldBitmap = SelectObject(dc, bitmap);
-    }
-    ~MemoryCanvas() {
-        SelectObject(dc, oldBitmap);
-        DeleteObject(bitmap);
-        DeleteDC(dc);
-    }
-    MemoryCanvas(const MemoryCanvas&) = delete;
-    MemoryCanvas& operator=(const MemoryCanvas&) = delete;
+        : dc(screen), bitmap(CreateCompatibleBitmap(screen, w, h)), selection(dc, bitmap) {}
 };
 
 inline void Fill(HDC dc, const RECT& r, COLORREF color) {
-    SolidBrush brush(color);
-    FillRect(dc, &r, brush.handle);
+    BrushHandle brush(CreateSolidBrush(color));
+    FillRect(dc, &r, brush);
 }
 
 // The pickers' text: Tahoma at 12 phone pixels, like the other dialogs.

@@ -64,7 +64,6 @@ struct Run {
     }
     int Go(ui::Script& s, const char* file, int line) {
         req = ItemEditRequest();
-        req.resModule = hInstance;
         req.fields = fields.data();
         req.fieldCount = (int)fields.size();
         req.item = &item;
