@@ -38,7 +38,7 @@ HWND CreateChild(const FileSelectDialog& dlg, const wchar_t* cls, const wchar_t*
                  DWORD exStyle = 0) {
     HWND child = CreateWindowExW(exStyle, cls, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, dlg.dialog,
                                  (HMENU)(INT_PTR)id, dlg.hInstance, nullptr);
-    SendMessageW(child, WM_SETFONT, (WPARAM)dlg.font, FALSE);
+    SendMessageW(child, WM_SETFONT, (WPARAM)dlg.font.Get(), FALSE);
     return child;
 }
 
@@ -48,7 +48,7 @@ void CreateDialogFont(FileSelectDialog& dlg) {
     lf.lfWeight = FW_NORMAL;
     lf.lfCharSet = DEFAULT_CHARSET;
     wcscpy(lf.lfFaceName, L"Tahoma");
-    dlg.font = CreateFontIndirectW(&lf);
+    dlg.font.Reset(CreateFontIndirectW(&lf));
 }
 
 void CreateImageLists(FileSelectDialog& dlg) {
@@ -307,10 +307,9 @@ INT_PTR OnCtlColorStatic(HDC dc) {
 }
 
 BOOL OnDestroy(FileSelectDialog& dlg) {
-    if (dlg.font) DeleteObject(dlg.font);
+    dlg.font.Reset();
     if (dlg.imageList) ImageList_Destroy(dlg.imageList);
     if (dlg.stripImages) ImageList_Destroy(dlg.stripImages);
-    dlg.font = nullptr;
     dlg.imageList = dlg.stripImages = nullptr;
     dlg.listView = nullptr;
     return TRUE;

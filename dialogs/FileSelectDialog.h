@@ -20,6 +20,7 @@
 #include <commctrl.h>
 
 #include "base/CeString.h"
+#include "base/Handles.h"
 #include "platform/aygshell.h"
 
 enum FileSelectMode {
@@ -82,7 +83,7 @@ public:
     HWND listView = nullptr;
     HIMAGELIST imageList = nullptr;    // the rows' icons
     HIMAGELIST stripImages = nullptr;  // the fallback cells of imageStripId
-    HFONT font = nullptr;
+    FontHandle font;
     RECT pathRect = {};     // the path line, in client coordinates: a tap here goes up
     RECT pathHintRect = {}; // where the hint is painted
 };

@@ -6,6 +6,7 @@
 #include "program/ProgramIds.h"
 #include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
+#include "base/Handles.h"
 #include "platform/PhoneDialog.h"
 #include "settings/AppSettings.h"
 
@@ -18,7 +19,7 @@ const int kDefaultFontSize = 12;
 struct TextEntryState {
     TextEntryRequest* request;
     HWND edit;
-    HFONT listFont;
+    FontHandle listFont;
 };
 TextEntryState g_textEntry;
 
@@ -37,7 +38,7 @@ BOOL OnInitDialog(HWND hwnd, TextEntryRequest* request) {
     g_textEntry = TextEntryState();
     g_textEntry.request = request;
 
-    g_textEntry.listFont = CreateListFont();
+    g_textEntry.listFont.Reset(CreateListFont());
     // WM_SIZE then moves it under the prompt.
     g_textEntry.edit = CreateWindowExW(0, L"edit", L"", WS_CHILD | WS_VISIBLE | WS_BORDER | ES_AUTOHSCROLL,
                                        ScaleX(90), ScaleY(100), ScaleX(135), ScaleY(20), hwnd,
@@ -45,7 +46,7 @@ BOOL OnInitDialog(HWND hwnd, TextEntryRequest* request) {
     request->text[kTextEntryMaxChars] = 0;
     SetWindowTextW(g_textEntry.edit, request->text);
     ShowWindow(g_textEntry.edit, SW_SHOW);
-    SendMessageW(g_textEntry.edit, WM_SETFONT, (WPARAM)g_textEntry.listFont, TRUE);
+    SendMessageW(g_textEntry.edit, WM_SETFONT, (WPARAM)g_textEntry.listFont.Get(), TRUE);
     RECT client;
     GetClientRect(hwnd, &client);
     SendMessageW(hwnd, WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.right, client.bottom));
@@ -101,9 +102,8 @@ BOOL OnHotKey(WPARAM wParam, LPARAM lParam) {
 
 BOOL OnDestroy() {
     if (g_textEntry.edit) DestroyWindow(g_textEntry.edit);
-    if (g_textEntry.listFont) DeleteObject(g_textEntry.listFont);
+    g_textEntry.listFont.Reset();
     g_textEntry.edit = nullptr;
-    g_textEntry.listFont = nullptr;
     return TRUE;
 }
 

@@ -85,14 +85,10 @@ void DrawCheckBox(HDC dc, const RECT& cell, bool checked) {
         CopyBoxIntoRowBuffer(box, x, y);
         return;
     }
-    HDC memory = CreateCompatibleDC(dc);
+    MemoryDC memory(dc);
     if (!memory) return;
-    {
-        SelectedObject select(memory, box.bitmap.Get());
-        TransparentImage(dc, x, y, box.size.cx, box.size.cy, memory, 0, 0, box.size.cx, box.size.cy,
-                         kTransparentGreen);
-    }
-    DeleteDC(memory);
+    SelectedObject select(memory, box.bitmap.Get());
+    TransparentImage(dc, x, y, box.size.cx, box.size.cy, memory, 0, 0, box.size.cx, box.size.cy, kTransparentGreen);
 }
 
 void DrawPriority(HDC dc, const RECT& cell, int value) {
@@ -183,14 +179,13 @@ void DrawRow(const DRAWITEMSTRUCT* draw) {
     RECT client;
     GetClientRect(s.listView, &client);
     int width = client.right, height = rowRect.bottom - rowRect.top;
-    HDC memory = width > 0 && height > 0 ? CreateCompatibleDC(draw->hDC) : nullptr;
-    HBITMAP buffer = memory ? RowBuffer(draw->hDC, width, height) : nullptr;
+    MemoryDC memory(draw->hDC);
+    HBITMAP buffer = memory && width > 0 && height > 0 ? RowBuffer(draw->hDC, width, height) : nullptr;
     if (!buffer) {
         // No memory for the buffer: draw straight onto the list.
         int saved = SaveDC(draw->hDC);
         PaintRow(draw->hDC, rowRect, client, row, item);
         RestoreDC(draw->hDC, saved);
-        if (memory) DeleteDC(memory);
         return;
     }
     {
@@ -210,7 +205,6 @@ void DrawRow(const DRAWITEMSTRUCT* draw) {
         }
         BitBlt(draw->hDC, 0, rowRect.top, width, height, memory, 0, rowRect.top, SRCCOPY);
     }
-    DeleteDC(memory);
 }
 
 HBITMAP LoadSortBitmap(UINT id) {

@@ -13,6 +13,7 @@
 #include "LangIds.h"
 #include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
+#include "base/ResString.h"
 #include "settings/ColorPickerParts.h"
 #include "settings/PickerGdi.h"
 
@@ -294,10 +295,8 @@ void CreateMenuBar(HWND hwnd, CColorPicker& p) {
     p.menuBar = PhoneDialogMenuBar(hwnd);
     if (!p.menuBar) return;
 
-    wchar_t menuText[256];
-    if (LoadStringW(hLangModule, IDS_MENU, menuText, 256) <= 0) menuText[0] = 0;
     SetSoftKeyText(p.menuBar, IDOK, p.text[ColorTextSelect]);
-    SetSoftKeyText(p.menuBar, IDCANCEL, menuText);
+    SetSoftKeyText(p.menuBar, IDCANCEL, ResText(IDS_MENU).c_str());
 
     HMENU popup = (HMENU)SendMessageW(p.menuBar, SHCMBM_GETSUBMENU, 0, IDCANCEL);
     if (!popup) return;
@@ -341,7 +340,7 @@ BOOL OnInitDialog(HWND hwnd, CColorPicker* picker) {
     g_colorPicker.started = true;
     g_colorPicker.ending = false;
     CColorPicker& p = *picker;
-    p.font = picker::CreatePickerFont();
+    p.font.Reset(picker::CreatePickerFont());
     CreateMenuBar(hwnd, p);
     SplitColor(p);
     CreateControls(hwnd, p);
@@ -459,8 +458,7 @@ BOOL OnHotKey(UINT msg, WPARAM wParam, LPARAM lParam) {
 
 BOOL OnDestroy() {
     CColorPicker& p = Picker();
-    if (p.font) DeleteObject(p.font);
-    p.font = nullptr;
+    p.font.Reset();
     return FALSE;
 }
 
@@ -515,8 +513,7 @@ CColorPicker::CColorPicker(HINSTANCE resourceModule, HINSTANCE programModule, BO
       red(0),
       green(0),
       blue(0) {
-    for (int i = 0; i < ColorTextCount; ++i)
-        if (LoadStringW(hLangModule, kTextIds[i], text[i], 256) <= 0) text[i][0] = 0;
+    for (int i = 0; i < ColorTextCount; ++i) lstrcpynW(text[i], ResText(kTextIds[i]).c_str(), 256);
 }
 
 int CColorPicker::Run(HWND owner) {

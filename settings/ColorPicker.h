@@ -14,6 +14,7 @@
 #pragma once
 #include <windows.h>
 
+#include "base/Handles.h"
 #include "platform/aygshell.h"
 #include "settings/AppSettings.h"
 
@@ -88,5 +89,5 @@ public:
     HWND fields[3] = {};
     HWND htmlLabel = nullptr;
     HWND htmlField = nullptr;
-    HFONT font = nullptr;
+    FontHandle font;
 };

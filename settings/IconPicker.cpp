@@ -4,12 +4,14 @@
 
 #include <commctrl.h>
 
+#include <string>
 #include <utility>
 
 #include "platform/PhoneDialog.h"
 #include "LangIds.h"
 #include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
+#include "base/ResString.h"
 #include "settings/AppSettings.h"
 #include "settings/PickerGdi.h"
 
@@ -31,7 +33,7 @@ struct IconPickerState {
     PlanarImage current;  // a copy of the caller's icon, then of each icon chosen
     HWND list;
     int lastRow;
-    HFONT font;
+    FontHandle font;
 } g_iconPicker;
 
 int BandHeight() { return ScaleY(28); }
@@ -69,7 +71,7 @@ void CreateGrid(HWND hwnd) {
     HIMAGELIST images = ImageList_Create(ScaleX(44), ScaleY(26), ILC_COLOR32, 0, 1);
     SendMessageW(list, LVM_SETIMAGELIST, LVSIL_NORMAL, (LPARAM)images);
     SendMessageW(list, LVM_SETICONSPACING, 0, MAKELPARAM(ScaleX(44), ScaleY(32)));
-    SendMessageW(list, WM_SETFONT, (WPARAM)g_iconPicker.font, FALSE);
+    SendMessageW(list, WM_SETFONT, (WPARAM)g_iconPicker.font.Get(), FALSE);
 }
 
 void FillGrid() {
@@ -149,10 +151,10 @@ void OnGridSelection(HWND hwnd) {
 // ---------------------------------------------------------------------------
 
 BOOL OnInitDialog(HWND hwnd) {
-    wchar_t title[256];
-    if (LoadStringW(hLangModule, IDS_ICON_PICKER_TITLE, title, 256) > 0) SetWindowTextW(hwnd, title);
+    std::wstring title = ResText(IDS_ICON_PICKER_TITLE);
+    if (!title.empty()) SetWindowTextW(hwnd, title.c_str());
 
-    g_iconPicker.font = picker::CreatePickerFont();
+    g_iconPicker.font.Reset(picker::CreatePickerFont());
     CreateGrid(hwnd);
     if (IconPicker::CachedIconCount() == 0) IconPicker::FillIconCache(g_appSettings.IconsFolder.value.c_str());
     FillGrid();
@@ -192,23 +194,21 @@ BOOL OnPaint(HWND hwnd) {
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, RGB(0, 0, 0));
 
-    wchar_t label[256], none[256];
-    if (LoadStringW(hLangModule, IDS_ICON_PREVIEW_LABEL, label, 256) <= 0) label[0] = 0;
+    std::wstring label = ResText(IDS_ICON_PREVIEW_LABEL);
     RECT labelRect = band;
     labelRect.left = ScaleX(10);
-    DrawTextW(dc, label, -1, &labelRect, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+    DrawTextW(dc, label.c_str(), -1, &labelRect, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
     SIZE extent = {};
-    GetTextExtentPoint32W(dc, label, lstrlenW(label), &extent);
+    GetTextExtentPoint32W(dc, label.c_str(), (int)label.size(), &extent);
     int x = ScaleX(10) + extent.cx + ScaleX(6);
 
     const PlanarImage& current = g_iconPicker.current;
     if (current.IsDrawable()) {
         DrawImage(current, dc, x, band.top + (BandHeight() - current.height) / 2);
     } else {
-        if (LoadStringW(hLangModule, IDS_NONE, none, 256) <= 0) none[0] = 0;
         RECT noneRect = band;
         noneRect.left = x;
-        DrawTextW(dc, none, -1, &noneRect, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+        DrawTextW(dc, ResText(IDS_NONE).c_str(), -1, &noneRect, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
     }
     EndPaint(hwnd, &ps);
     return TRUE;
@@ -216,9 +216,8 @@ BOOL OnPaint(HWND hwnd) {
 
 BOOL OnDestroy() {
     if (g_iconPicker.list) DestroyWindow(g_iconPicker.list);  // its image list goes with it
-    if (g_iconPicker.font) DeleteObject(g_iconPicker.font);
+    g_iconPicker.font.Reset();
     g_iconPicker.list = nullptr;
-    g_iconPicker.font = nullptr;
     return FALSE;
 }
 
@@ -252,7 +251,7 @@ void ResetState() {
     g_iconPicker.current.Release();
     g_iconPicker.callerImage = nullptr;
     g_iconPicker.list = nullptr;
-    g_iconPicker.font = nullptr;
+    g_iconPicker.font.Reset();
     g_iconPicker.lastRow = -1;
 }
 
