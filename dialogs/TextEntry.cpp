@@ -8,13 +8,9 @@
 #include "base/AppGlobals.h"
 #include "base/Handles.h"
 #include "platform/PhoneDialog.h"
-#include "settings/AppSettings.h"
+#include "settings/ListLook.h"
 
 namespace {
-
-// The list font's face and size when the settings were never loaded.
-const wchar_t kDefaultFontFace[] = L"Segoe Condensed";
-const int kDefaultFontSize = 12;
 
 struct TextEntryState {
     TextEntryRequest* request;
@@ -23,22 +19,11 @@ struct TextEntryState {
 };
 TextEntryState g_textEntry;
 
-// The list font as the main view and the list window make it.
-HFONT CreateListFont() {
-    int size = (int)g_appSettings.FontSize.value;
-    const wchar_t* face = g_appSettings.FontFace.value.c_str();
-    LOGFONTW lf = {};
-    lf.lfHeight = ScaleY(size > 0 ? size : kDefaultFontSize);
-    lf.lfWeight = 100;
-    lstrcpynW(lf.lfFaceName, face[0] ? face : kDefaultFontFace, LF_FACESIZE);
-    return CreateFontIndirectW(&lf);
-}
-
 BOOL OnInitDialog(HWND hwnd, TextEntryRequest* request) {
     g_textEntry = TextEntryState();
     g_textEntry.request = request;
 
-    g_textEntry.listFont.Reset(CreateListFont());
+    g_textEntry.listFont.Reset(CreateListFont(100));
     // WM_SIZE then moves it under the prompt.
     g_textEntry.edit = CreateWindowExW(0, L"edit", L"", WS_CHILD | WS_VISIBLE | WS_BORDER | ES_AUTOHSCROLL,
                                        ScaleX(90), ScaleY(100), ScaleX(135), ScaleY(20), hwnd,

@@ -18,6 +18,7 @@
 #include "platform/PhoneDialog.h"
 #include "program/ProgramIds.h"
 #include "settings/AppSettings.h"
+#include "settings/ListLook.h"
 
 namespace {
 
@@ -203,10 +204,8 @@ HFONT CreateEditorFont() {
 }
 
 void SetUpColours() {
-    const COLORREF back = g_appSettings.ListViewBack.value;
-    const COLORREF text = g_appSettings.ListViewText.value;
-    g_itemEditor.background.Reset(CreateSolidBrush(IsDefaultColor(back) ? GetSysColor(COLOR_WINDOW) : back));
-    g_itemEditor.textColor = IsDefaultColor(text) ? GetSysColor(COLOR_WINDOWTEXT) : text;
+    g_itemEditor.background.Reset(CreateSolidBrush(ListBackColor()));
+    g_itemEditor.textColor = ListTextColor();
 }
 
 void SetUpShell(HWND dlg) {

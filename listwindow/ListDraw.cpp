@@ -7,7 +7,7 @@
 #include "base/AppGlobals.h"
 #include "listwindow/ListWindowState.h"
 #include "program/ProgramIds.h"
-#include "settings/AppSettings.h"
+#include "settings/ListLook.h"
 
 namespace {
 
@@ -15,10 +15,6 @@ constexpr COLORREF kTransparentGreen = RGB(0, 255, 0);
 constexpr UINT kTextFlags = DT_END_ELLIPSIS | DT_NOPREFIX | DT_SINGLELINE | DT_VCENTER;
 
 ListWindowState& S() { return g_listWindow; }
-
-COLORREF SettingOr(const CNumericSetting& setting, int systemColor) {
-    return IsDefaultColor(setting.value) ? GetSysColor(systemColor) : (COLORREF)setting.value;
-}
 
 void Fill(HDC dc, const RECT& rect, COLORREF color) {
     SetBkColor(dc, color);
@@ -132,8 +128,8 @@ void PaintRow(HDC dc, const RECT& rowRect, const RECT& client, int row, const Li
         Fill(dc, rowRect, GetSysColor(COLOR_HIGHLIGHT));
         SetTextColor(dc, GetSysColor(COLOR_HIGHLIGHTTEXT));
     } else {
-        Fill(dc, rowRect, SettingOr(g_appSettings.ListViewBack, COLOR_WINDOW));
-        SetTextColor(dc, SettingOr(g_appSettings.ListViewText, COLOR_WINDOWTEXT));
+        Fill(dc, rowRect, ListBackColor());
+        SetTextColor(dc, ListTextColor());
         if (item.backColor != kNoBackColor) Fill(dc, rowRect, item.backColor);
     }
     SetBkMode(dc, TRANSPARENT);

@@ -17,6 +17,7 @@
 #include "listwindow/ListWindowState.h"
 #include "program/ProgramIds.h"
 #include "settings/AppSettings.h"
+#include "settings/ListLook.h"
 
 ListWindowState g_listWindow;
 BYTE g_colorKeysArmed = 0;
@@ -25,8 +26,6 @@ namespace {
 
 constexpr UINT_PTR kFocusTimer = 100;
 constexpr UINT kFocusTimerMs = 100;
-constexpr int kDefaultFontSize = 12;
-constexpr wchar_t kDefaultFontFace[] = L"Segoe Condensed";
 constexpr wchar_t kWindowTitle[] = L"Zorvel";
 
 ListWindowState& S() { return g_listWindow; }
@@ -48,14 +47,7 @@ void ResetState(ListOpenRequest* request, HWND hwnd) {
 // struck-out (checked rows) twins.
 void MakeFonts() {
     ListWindowState& s = S();
-    int size = (int)g_appSettings.FontSize.value;
-    if (size < 4 || size > 72) size = kDefaultFontSize;
-    const wchar_t* face = g_appSettings.FontFace.value.c_str();
-    if (!face || !face[0]) face = kDefaultFontFace;
-    LOGFONTW font = {};
-    font.lfHeight = ScaleY(size);
-    font.lfWeight = FW_NORMAL;
-    wcsncpy(font.lfFaceName, face, LF_FACESIZE - 1);
+    LOGFONTW font = ListLogFont(FW_NORMAL);
     s.listFont.Reset(CreateFontIndirectW(&font));
     s.fontHeight = font.lfHeight;
     font.lfWeight = FW_BOLD;

@@ -1,0 +1,13 @@
+// How lists look wherever they are shown (list window, item editor, text
+// prompt, and later the tree): the list font and the row colours from the
+// user's settings, with the defaults when a setting is unset.
+#pragma once
+#include <windows.h>
+
+// The list font: the face and size settings, scaled, at `weight`.
+LOGFONTW ListLogFont(LONG weight);
+HFONT CreateListFont(LONG weight);
+
+// The rows' background and text: the settings, or the system colours.
+COLORREF ListBackColor();
+COLORREF ListTextColor();
