@@ -1,5 +1,11 @@
 // Program start: the single-instance rule, the resource modules, the sample
 // files, the file associations and the main window.
+//
+// Table of contents of app/ (start-up alone; the screens live elsewhere):
+//   WinMain.cpp         the entry point and the message loop
+//   Startup.h/.cpp      start-up in order, the sample rule, the exit
+//   RegistryConfig.h/.cpp  the program's folders in the registry, the lists
+//                       folder history, the file associations
 #pragma once
 #include <windows.h>
 

@@ -179,17 +179,7 @@ void MeasureParts() {
         state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
         SendMessageW(list, LVM_SETITEMSTATE, (WPARAM)-1, (LPARAM)&state);
     });
-    Part("part: clear selection+focus, mark -1, top", [&] {
-        LVITEMW state = {};
-        state.stateMask = LVIS_SELECTED;
-        for (int row = -1; (row = (int)SendMessageW(list, LVM_GETNEXTITEM, (WPARAM)row, LVNI_SELECTED)) >= 0;)
-            SendMessageW(list, LVM_SETITEMSTATE, (WPARAM)row, (LPARAM)&state);
-        int focused = (int)SendMessageW(list, LVM_GETNEXTITEM, (WPARAM)-1, LVNI_FOCUSED);
-        state.stateMask = LVIS_FOCUSED;
-        if (focused >= 0) SendMessageW(list, LVM_SETITEMSTATE, (WPARAM)focused, (LPARAM)&state);
-        SendMessageW(list, LVM_SETSELECTIONMARK, 0, -1);
-        SendMessageW(list, LVM_ENSUREVISIBLE, 0, FALSE);
-    });
+    Part("part: clear selection+focus, mark -1, top", [&] { ResetRowView(list, n > 0); });
     Part("part: LVM_DELETEITEM", [&] { SendMessageW(list, LVM_DELETEITEM, 3, 0); });
     Part("part: sortListItems by text", [&] { sortListItems(g_listWindow.doc.items, 1, FieldType::Text, true); });
     Part("part: sortListItems by number", [&] { sortListItems(g_listWindow.doc.items, 2, FieldType::Number, true); });

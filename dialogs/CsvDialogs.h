@@ -8,7 +8,7 @@
 #include "document/ListDocument.h"
 
 // Asks for a target file and exports `document` to it. Returns true when a
-// file was written (cancel and failures give false; failures show 8166/8068).
+// file was written (cancel and failures give false; failures show IDS_EXPORT_CREATE_FAILED / IDS_ERROR_CAPTION).
 bool exportCsv(const ListDocument& document, HWND owner);
 
 // Asks for a text file and writes it as a new list in `categoryPath` (a

@@ -55,7 +55,7 @@ public:
     // a strip of 16-pixel cells in `instance` (cell 0 a folder, cell 1 a file)
     // drawn when the shell has no icon for an entry; `pathHintId`, a text of
     // `module` shown at the end of the path line while there is a folder to
-    // go up to. The main window passes 201, 163, 178. A null or empty title
+    // go up to. The main window passes IDM_FILE_SELECT_MENUBAR, IDB_PROGRAM_IMAGE_STRIP, IDS_FILE_SELECT_UP. A null or empty title
     // gives the mode's own name.
     FileSelectDialog(HINSTANCE instance, HINSTANCE module, int mode, UINT menuBarId, UINT imageStripId,
                      UINT pathHintId, const wchar_t* title = nullptr);
@@ -98,7 +98,7 @@ struct FileSelectRequest {
     CeString filterText;  // empty: "All Files(*.*)"
     CeString fileName;    // save mode: initial name
     HINSTANCE module = nullptr;  // null: the language module
-    UINT menuBarId = 0, imageStripId = 0, pathHintId = 0;  // 0: the usual 201, 163, 178
+    UINT menuBarId = 0, imageStripId = 0, pathHintId = 0;  // 0: the usual three above
     CeString path;        // out: the chosen file or folder
 };
 

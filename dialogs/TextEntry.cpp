@@ -92,8 +92,6 @@ BOOL OnDestroy() {
     return TRUE;
 }
 
-}  // namespace
-
 INT_PTR CALLBACK TextEntryDlgProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
     switch (msg) {
     case WM_INITDIALOG: return OnInitDialog(hwnd, (TextEntryRequest*)lParam);
@@ -105,6 +103,8 @@ INT_PTR CALLBACK TextEntryDlgProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lPa
     }
     return FALSE;
 }
+
+}  // namespace
 
 int RunTextEntryDialog(HWND owner, TextEntryRequest& request) {
     if (!request.module) request.module = hInstance;

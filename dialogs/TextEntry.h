@@ -20,12 +20,7 @@ struct TextEntryRequest {
     CeString prompt;                      // shown above the box
 };
 
-// The dialog procedure, for callers that run dialog template 139 themselves
-// (DialogBoxIndirectParamW with the request as the parameter). Ends with
-// TRUE on OK (IDC_OK), FALSE on Cancel (IDC_CANCEL).
-INT_PTR CALLBACK TextEntryDlgProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
-
-// Runs the dialog on template 139 of the program's module. Returns 1 when
+// Runs the dialog on the full-screen template of the program's module. Returns 1 when
 // confirmed (request.text holds the text, possibly empty), 0 when cancelled
 // (request.text untouched).
 int RunTextEntryDialog(HWND owner, TextEntryRequest& request);

@@ -22,7 +22,7 @@
 
 #include "document/ListDocument.h"
 
-// Control IDs of the editors: 400 + field index.
+// Control IDs of the editors: kItemEditorFirstId + field index.
 constexpr int kItemEditorFirstId = 400;
 
 // What the dialog is opened with and what it writes back.

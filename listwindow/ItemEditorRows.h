@@ -7,7 +7,7 @@
 
 #include "document/ListDocument.h"
 
-// Control IDs besides the editors (400 + index, see ItemEditor.h).
+// Control IDs besides the editors (kItemEditorFirstId + index, see ItemEditor.h).
 constexpr int kItemLabelFirstId = 1000;   // label of field i: 1000 + i
 constexpr int kItemUpDownFirstId = 1100;  // up-down of field i: 1100 + i
 

@@ -262,7 +262,8 @@ void ToggleCheckCell(int row, int column, bool fromAction) {
     s.modified = 1;
     // The two paths leave opposite texts behind. A check's text is neither
     // drawn nor stored, so it shows only in an export made before the list
-    // is opened again; the difference is kept as lists have always had it.
+    // is opened again; the difference is kept so that such exports match
+    // the ones existing lists and tools already produce.
     bool wasChecked = value.choice != 0;
     value.choice = wasChecked ? 0 : 1;
     UINT textId = wasChecked == fromAction ? IDS_UNCHECKED : IDS_CHECKED;

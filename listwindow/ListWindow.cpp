@@ -185,7 +185,7 @@ BOOL OnInitDialog(HWND hwnd, ListOpenRequest* request) {
     options.messageOwner = hwnd;
     FileStatus status = readListFile(request ? request->path : L"", s.doc, options);
     if (status != FileStatus::Ok || !s.listView) {
-        // The reader has told the user why (8096/8068).
+        // The reader has told the user why (IDS_LIST_VERSION_BAD).
         EndDialog(hwnd, 1);
         return FALSE;
     }
@@ -371,8 +371,7 @@ bool IsCheckList() {
 // Takes the selection and the focus off the rows that have them. Clearing
 // the focus through item -1 walks every row of the list (milliseconds on
 // ten thousand rows); the rows that hold either state are found directly.
-static void ClearSelectionAndFocus() {
-    HWND list = S().listView;
+static void ClearSelectionAndFocus(HWND list) {
     LVITEMW state = {};
     state.stateMask = LVIS_SELECTED;
     for (int row = -1; (row = (int)SendMessageW(list, LVM_GETNEXTITEM, (WPARAM)row, LVNI_SELECTED)) >= 0;)
@@ -400,11 +399,15 @@ void FillRows() {
         // The same number of rows: what a fresh fill does to the view (no
         // selection, no focus, back at the top) without telling the list
         // view a new count, which costs it tens of milliseconds on a big list.
-        ClearSelectionAndFocus();
-        SendMessageW(s.listView, LVM_SETSELECTIONMARK, 0, -1);
-        if (!s.rows.empty()) SendMessageW(s.listView, LVM_ENSUREVISIBLE, 0, FALSE);
+        ResetRowView(s.listView, !s.rows.empty());
     }
     InvalidateRect(s.listView, nullptr, TRUE);
+}
+
+void ResetRowView(HWND list, bool hasRows) {
+    ClearSelectionAndFocus(list);
+    SendMessageW(list, LVM_SETSELECTIONMARK, 0, -1);
+    if (hasRows) SendMessageW(list, LVM_ENSUREVISIBLE, 0, FALSE);
 }
 
 void SyncRowCount() {

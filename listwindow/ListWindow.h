@@ -11,18 +11,18 @@
 //   ListCommands.cpp   menu and soft-key commands, saving and leaving
 //   ListNotify.cpp     keys, taps and column clicks on the list view
 //   ListSort.h/.cpp    the stable sort of the items and its comparators
-//   CsvDialogs.h       text export and import with the file selection dialog
+//   ItemEditor.h/.cpp  the item edit dialog; ItemEditorRows.h/.cpp its rows
 #pragma once
 #include <windows.h>
 
 // What the opener hands to the list window and reads back afterwards.
 struct ListOpenRequest {
-    HINSTANCE module;        // program module: holds dialog template 139
+    HINSTANCE module;        // program module: holds the full-screen dialog template
     wchar_t path[MAX_PATH];  // full device path of the list file
     BYTE saved;              // out: 1 when the window wrote the file, 0 when left without saving
 };
 
-// Runs the list window modally on dialog template 139 of request.module,
+// Runs the list window modally on the full-screen dialog template,
 // owned by `owner`. Returns the dialog's result: 1 when the window ended
 // (saved, left, or a file it refused), -1 when the dialog could not be made.
 INT_PTR RunListWindow(HWND owner, ListOpenRequest& request);

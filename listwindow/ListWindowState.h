@@ -55,11 +55,11 @@ struct ListWindowState {
     FontHandle checkedFont;
     int fontHeight = 0;
 
-    PlanarImage defaultIcon;   // image 188: lists without their own icon
-    PlanarImage priorityHigh;  // image 172: Priority value 1
-    PlanarImage priorityLow;   // image 173: Priority value 2
-    CheckBitmap checkedBox;    // bitmap 175
-    CheckBitmap clearBox;      // bitmap 176
+    PlanarImage defaultIcon;   // IDT_DEFAULT_LIST: lists without their own icon
+    PlanarImage priorityHigh;  // IDT_PRIORITY_HIGH: Priority value 1
+    PlanarImage priorityLow;   // IDT_PRIORITY_LOW: Priority value 2
+    CheckBitmap checkedBox;    // IDB_CHECKED
+    CheckBitmap clearBox;      // IDB_UNCHECKED
     BitmapHandle rowBuffer;      // rows are composed here, then copied to the list
     SIZE rowBufferSize = {};
     DWORD* rowBufferBits = nullptr;  // its pixels, top-down rows of rowBufferSize.cx
@@ -76,6 +76,9 @@ extern BYTE g_colorKeysArmed;
 // Rebuilds the row index from the item list and shows it: the view loses its
 // selection and focus and starts at the top, as after a fresh fill.
 void FillRows();
+// What a fresh fill does to a list view that keeps its row count: no
+// selection, no focus, no selection mark, back at the top.
+void ResetRowView(HWND list, bool hasRows);
 // Rebuilds the row index and sets the row count, keeping selection and scroll.
 void SyncRowCount();
 // Invalidates the title strip (its counter).
@@ -98,7 +101,7 @@ void OnContextMenu(HWND hwnd, int x, int y);
 // Edit, Delete and the row-colour popup need a selection: enabled or grayed.
 void EnableSelectionEntries(HMENU menu);
 // Toggles a check cell. `fromAction` chooses the texts of the Action command
-// (checked 8092, cleared 8091); Enter and taps write them the other way round.
+// (checked IDS_CHECKED, cleared IDS_UNCHECKED); Enter and taps write them the other way round.
 void ToggleCheckCell(int row, int column, bool fromAction);
 // Sorts by column `column` as the sort menu (fromMenu) or a column click does.
 void SortByColumn(int column, bool fromMenu);

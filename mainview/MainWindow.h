@@ -1,5 +1,10 @@
 // The main window "ZorvelConsole": its soft-key bar, its commands and the
 // hand-over of a file named on the command line.
+//
+// Table of contents of mainview/:
+//   MainWindow.h/.cpp       the window procedure, soft keys and menu commands
+//   CommandLineFile.h/.cpp  a list or template named on the command line
+//   MainViewImages.h/.cpp   the images the main view shares program-wide
 #pragma once
 #include <windows.h>
 

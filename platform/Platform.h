@@ -11,6 +11,9 @@
 //   SoftKeyPaint.cpp  the bar's look
 //   SoftKeys.cpp      the thread keyboard hook: F1/F2/Esc to the bar
 //   ShellMisc.cpp     SHInitDialog, activation, Back key, Done, SIP, TransparentImage
+//   PhoneDialog.h/.cpp  RunPhoneDialog: every full-screen dialog's set-up
+//   MenuBars.h/.cpp   a soft-key bar from a menu resource; Back overridden
+//   ScreenScale.h/.cpp  ScaleX/ScaleY and the screen density
 //   SoftKeyBar.h, PlatformInternal.h   shared inside platform/ only
 #pragma once
 #include <windows.h>

@@ -2,6 +2,14 @@
 // Each setting knows its registry value name, its key, its default and
 // whether it was changed; a value equal to its default is deleted from the
 // registry instead of stored.
+//
+// Table of contents of settings/:
+//   AppSettings.h/.cpp  the settings object g_appSettings and its registry values
+//   ListLook.h/.cpp     the list font and row colours every list screen uses
+//   ColorPicker.h/.cpp  the colour picker; ColorPickerPaint.cpp its drawing,
+//                       ColorPickerParts.h what its files share
+//   IconPicker.h/.cpp   the icon picker; IconCache.cpp the icons folder scan
+//   PickerGdi.h         drawing helpers and the font of both pickers
 #pragma once
 #include <windows.h>
 
