@@ -22,8 +22,10 @@
 
 #include "document/ListDocument.h"
 
-// Control IDs of the editors: kItemEditorFirstId + field index.
-constexpr int kItemEditorFirstId = 400;
+// Control IDs of the rows, each first id + field index.
+constexpr int kItemEditorFirstId = 400;    // the editor
+constexpr int kItemLabelFirstId = 1000;    // its label
+constexpr int kItemUpDownFirstId = 1100;   // its up-down buddy
 
 // What the dialog is opened with and what it writes back.
 struct ItemEditRequest {

@@ -7,10 +7,6 @@
 
 #include "document/ListDocument.h"
 
-// Control IDs besides the editors (kItemEditorFirstId + index, see ItemEditor.h).
-constexpr int kItemLabelFirstId = 1000;   // label of field i: 1000 + i
-constexpr int kItemUpDownFirstId = 1100;  // up-down of field i: 1100 + i
-
 // What kind of editor a field gets.
 enum class RowEditorKind { Picker, Edit, List };
 RowEditorKind RowEditorKindOf(FieldType type);
