@@ -6,6 +6,8 @@
 //   MemoryDC         a DC compatible with another (DeleteDC)
 //   RegKey           an open registry key (RegCloseKey)
 //   FileHandle       a file opened with CreateFileW (CloseHandle)
+//   FindHandle       a FindFirstFileW search (FindClose)
+//   IconHandle       an icon handed out by the shell or an image list (DestroyIcon)
 #pragma once
 #include <windows.h>
 
@@ -83,6 +85,18 @@ struct FileHandleTraits {
     static void Free(HANDLE h) { CloseHandle(h); }
 };
 using FileHandle = UniqueHandle<HANDLE, FileHandleTraits>;
+
+struct FindHandleTraits {
+    static HANDLE Empty() { return INVALID_HANDLE_VALUE; }
+    static void Free(HANDLE h) { FindClose(h); }
+};
+using FindHandle = UniqueHandle<HANDLE, FindHandleTraits>;
+
+struct IconHandleTraits {
+    static HICON Empty() { return nullptr; }
+    static void Free(HICON h) { DestroyIcon(h); }
+};
+using IconHandle = UniqueHandle<HICON, IconHandleTraits>;
 
 // Selects `object` into `dc` and selects the previous object back at the end.
 class SelectedObject {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "ImageIds.h"
+#include "base/Handles.h"
 #include "dialogs/FileSelectPaths.h"
 
 namespace {
@@ -25,21 +26,6 @@ private:
     HCURSOR m_previous;
 };
 
-class FindHandle {
-public:
-    explicit FindHandle(HANDLE h) : m_handle(h) {}
-    ~FindHandle() {
-        if (m_handle != INVALID_HANDLE_VALUE) FindClose(m_handle);
-    }
-    FindHandle(const FindHandle&) = delete;
-    FindHandle& operator=(const FindHandle&) = delete;
-    bool Valid() const { return m_handle != INVALID_HANDLE_VALUE; }
-    HANDLE Get() const { return m_handle; }
-
-private:
-    HANDLE m_handle;
-};
-
 bool IsDotEntry(const wchar_t* name) {
     return name[0] == L'.' && (name[1] == 0 || (name[1] == L'.' && name[2] == 0));
 }
@@ -50,15 +36,12 @@ int AddIcon(const FileSelectDialog& dlg, const wchar_t* path, bool isFolder) {
     SHFILEINFOW info = {};
     int image = -1;
     if (SHGetFileInfoW(path, 0, &info, sizeof info, SHGFI_ICON | SHGFI_SMALLICON) && info.hIcon) {
-        image = ImageList_ReplaceIcon(dlg.imageList, -1, info.hIcon);
-        DestroyIcon(info.hIcon);
+        IconHandle icon(info.hIcon);
+        image = ImageList_ReplaceIcon(dlg.imageList, -1, icon);
     }
     if (image < 0 && dlg.stripImages) {
-        HICON icon = ImageList_GetIcon(dlg.stripImages, isFolder ? IMAGE_STRIP_CATEGORY : IMAGE_STRIP_LIST, ILD_NORMAL);
-        if (icon) {
-            image = ImageList_ReplaceIcon(dlg.imageList, -1, icon);
-            DestroyIcon(icon);
-        }
+        IconHandle icon(ImageList_GetIcon(dlg.stripImages, isFolder ? IMAGE_STRIP_CATEGORY : IMAGE_STRIP_LIST, ILD_NORMAL));
+        if (icon) image = ImageList_ReplaceIcon(dlg.imageList, -1, icon);
     }
     return image;
 }
@@ -114,7 +97,7 @@ void AddEntries(const FileSelectDialog& dlg, const wchar_t* pattern, bool folder
                 int& index) {
     WIN32_FIND_DATAW found;
     FindHandle find(FindFirstFileW(pattern, &found));
-    if (!find.Valid()) return;  // an unreadable folder shows as empty
+    if (!find) return;  // an unreadable folder shows as empty
     do {
         bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
         if (isFolder != folders || IsDotEntry(found.cFileName)) continue;

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/Handles.h"
 #include "platform/ScreenScale.h"
 #include "settings/IconPicker.h"
 
@@ -27,14 +28,13 @@ bool IsDots(const wchar_t* name) {
 std::vector<std::wstring> ListEntries(const std::wstring& folder, const wchar_t* pattern, bool directories) {
     std::vector<std::wstring> names;
     WIN32_FIND_DATAW found;
-    HANDLE search = FindFirstFileW((folder + pattern).c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) return names;
+    FindHandle search(FindFirstFileW((folder + pattern).c_str(), &found));
+    if (!search) return names;
     do {
         bool isDirectory = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
         if (isDirectory != directories || found.cFileName[0] == 0 || IsDots(found.cFileName)) continue;
         names.push_back(found.cFileName);
     } while (FindNextFileW(search, &found));
-    FindClose(search);
     std::sort(names.begin(), names.end(), [](const std::wstring& a, const std::wstring& b) {
         return CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, a.c_str(), -1, b.c_str(), -1) == CSTR_LESS_THAN;
     });
