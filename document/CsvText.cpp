@@ -49,8 +49,8 @@ CsvResult exportCsvToFile(const ListDocument& doc, const wchar_t* path) {
     DeleteFileW(path);
     FileHandle file(CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     std::vector<unsigned char> bytes;
-    if (file.Valid()) bytes = buildCsvBytes(doc);
-    if (!file.Valid() || !WriteAll(file.handle, bytes.data(), bytes.size()))
+    if (file.IsValid()) bytes = buildCsvBytes(doc);
+    if (!file.IsValid() || !WriteAll(file.Get(), bytes.data(), bytes.size()))
         return {CsvStatus::CannotCreate, {docstr::kExportNotCreated, docstr::kErrorCaption, MB_ICONEXCLAMATION, {}}};
     return {CsvStatus::Ok, {docstr::kExportDone, docstr::kExportDoneCaption, MB_ICONEXCLAMATION, {}}};
 }

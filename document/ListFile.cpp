@@ -297,7 +297,7 @@ FileStatus makeListFromTemplate(const wchar_t* templatePath, const wchar_t* list
     CeString normal = normalizePath(listPath);
     FileHandle list(CreateFileW(normal.c_str(), GENERIC_WRITE, FILE_SHARE_WRITE, nullptr, CREATE_ALWAYS,
                                 FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!list.Valid()) return FileStatus::CannotCreate;
+    if (!list.IsValid()) return FileStatus::CannotCreate;
     TemplateFieldList fields;
     PlanarImage icon;
     ViewState view;
@@ -308,7 +308,7 @@ FileStatus makeListFromTemplate(const wchar_t* templatePath, const wchar_t* list
     out.I32(fields.count);
     out.U32(0);
     writeHeaderChunks(out, fields, icon, view);
-    return out.WriteTo(list.handle) ? FileStatus::Ok : FileStatus::WriteFailed;
+    return out.WriteTo(list.Get()) ? FileStatus::Ok : FileStatus::WriteFailed;
 }
 
 // ---- paths -----------------------------------------------------------------------
