@@ -3,14 +3,16 @@
 #include <cwchar>
 #include <initializer_list>
 
-const wchar_t kProgramKey[] = L"Software\\Quenta\\Zorvel";
+#include "base/Handles.h"
 
 RegistryConfig g_registryConfig;
 
 namespace {
-HKEY CreateKey(HKEY root, const wchar_t* path) {
-    HKEY key = nullptr;
-    if (RegCreateKeyExW(root, path, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr) != ERROR_SUCCESS) return nullptr;
+// The key, created when missing; empty when it cannot be opened.
+RegKey CreateKey(HKEY root, const wchar_t* path) {
+    RegKey key;
+    if (RegCreateKeyExW(root, path, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, key.Receive(), nullptr) != ERROR_SUCCESS)
+        key.Release();
     return key;
 }
 
@@ -26,23 +28,21 @@ int ReadStringValue(HKEY root, const wchar_t* name, TextBuffer& out, const wchar
     wchar_t buffer[260] = {};
     DWORD size = sizeof buffer;
     int ok = 0;
-    HKEY key = CreateKey(root, kProgramKey);
+    RegKey key = CreateKey(root, kProgramKey);
     if (key && RegQueryValueExW(key, name, nullptr, nullptr, reinterpret_cast<BYTE*>(buffer), &size) == ERROR_SUCCESS) {
         ok = 1;
         buffer[259] = 0;
     } else {
         wcsncpy(buffer, defaultText, 259);
     }
-    if (key) RegCloseKey(key);
     out.Assign(buffer);
     return ok;
 }
 
 void WriteStringValue(HKEY root, const wchar_t* name, const wchar_t* text) {
-    HKEY key = CreateKey(root, kProgramKey);
+    RegKey key = CreateKey(root, kProgramKey);
     if (!key) return;
     RegSetValueExW(key, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text), DWORD((wcslen(text) + 1) * sizeof(wchar_t)));
-    RegCloseKey(key);
 }
 
 RegistryConfig::RegistryConfig() {
@@ -61,13 +61,12 @@ void RegistryConfig::LoadStartupPaths() {
     ReadStringValue(HKEY_CURRENT_USER, L"ListsPath", value, L"");
 }
 
-// The stored paths are the program's own and trusted: they are copied with
-// the formatter, as they always have been.
+// Paths are copied as text, never used as a format: a folder name may hold a "%".
 void RegistryConfig::GetListsPath(int n, wchar_t* out) {
     wchar_t name[32];
     ListsPathName(n, name);
     ReadStringValue(HKEY_CURRENT_USER, name, value, L"");
-    wsprintfW(out, value.Text());
+    lstrcpynW(out, value.Text(), 260);
 }
 
 void RegistryConfig::SetListsPath(int n, const wchar_t* text) {
@@ -78,21 +77,22 @@ void RegistryConfig::SetListsPath(int n, const wchar_t* text) {
 
 void RegistryConfig::GetTemplatePath(wchar_t* out) {
     ReadStringValue(HKEY_CURRENT_USER, L"TemplatePath", value, L"");
-    wsprintfW(out, value.Text());
+    lstrcpynW(out, value.Text(), 260);
 }
 
 void RegistryConfig::SetTemplatePath(const wchar_t* text) { WriteStringValue(HKEY_CURRENT_USER, L"TemplatePath", text); }
 
 void RegistryConfig::GetLanguageModulePath(wchar_t* out) {
     ReadStringValue(HKEY_CURRENT_USER, L"SelectedLangResFile", value, L"");
-    wsprintfW(out, value.Text());
+    lstrcpynW(out, value.Text(), 260);
 }
 
-void RegistryConfig::GetInstallPath(TextBuffer& out) { out.Assign(installPath.Text()); }
-
 void EnsureTrailingBackslash(wchar_t* path) {
+    constexpr size_t kCapacity = 260;
     size_t n = wcslen(path);
-    if (n > 0 && path[n - 1] != L'\\') wsprintfW(path, L"%s\\", path);
+    if (n == 0 || path[n - 1] == L'\\' || n + 1 >= kCapacity) return;
+    path[n] = L'\\';
+    path[n + 1] = 0;
 }
 
 void RotateListsPaths(const wchar_t* newFolder) {
@@ -113,7 +113,7 @@ const wchar_t kClassesRoot[] = L"Software\\Classes\\";
 void SetDefault(const wchar_t* keyName, const wchar_t* text, const wchar_t* otherName = nullptr, const wchar_t* otherText = nullptr) {
     wchar_t path[512];
     wsprintfW(path, L"%s%s", kClassesRoot, keyName);
-    HKEY key = CreateKey(HKEY_CURRENT_USER, path);
+    RegKey key = CreateKey(HKEY_CURRENT_USER, path);
     if (!key) return;
     DWORD bytes = DWORD((wcslen(text) + 1) * sizeof(wchar_t));
     // The device shell reads the value named "Default"; the desktop shell
@@ -122,7 +122,6 @@ void SetDefault(const wchar_t* keyName, const wchar_t* text, const wchar_t* othe
     RegSetValueExW(key, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(text), bytes);
     if (otherName)
         RegSetValueExW(key, otherName, 0, REG_SZ, reinterpret_cast<const BYTE*>(otherText), DWORD((wcslen(otherText) + 1) * sizeof(wchar_t)));
-    RegCloseKey(key);
 }
 }  // namespace
 

@@ -4,9 +4,8 @@
 #pragma once
 #include <windows.h>
 
+#include "base/AppGlobals.h"  // kProgramKey
 #include "base/TextBuffer.h"
-
-extern const wchar_t kProgramKey[];  // L"Software\\Quenta\\Zorvel"
 
 // Reads a string value of the program's key; on any failure `out` receives
 // the default and 0 is returned.
@@ -29,12 +28,12 @@ struct RegistryConfig {
     void GetTemplatePath(wchar_t* out);
     void SetTemplatePath(const wchar_t* text);
     void GetLanguageModulePath(wchar_t* out);
-    void GetInstallPath(TextBuffer& out);
 };
 
 extern RegistryConfig g_registryConfig;
 
-// Appends "\" to a non-empty path that lacks it.
+// Appends "\" to a non-empty path that lacks it. `path` holds 260
+// characters; a path that fills them is left as it is.
 void EnsureTrailingBackslash(wchar_t* path);
 
 // After the user picked a new lists folder: it becomes number 1, the old

@@ -112,14 +112,6 @@ void FileTitleFromPath(const TextBuffer& path, wchar_t* out) {
     out[n] = 0;
 }
 
-bool LanguageUsesDottedDates(const wchar_t* languageModulePath) {
-    const wchar_t* slash = wcsrchr(languageModulePath, L'\\');
-    const wchar_t* start = slash ? slash + 1 : languageModulePath;
-    const wchar_t* dot = wcsrchr(start, L'.');
-    size_t n = dot ? size_t(dot - start) : wcslen(start);
-    return (n == 7 && (_wcsnicmp(start, L"LangGer", 7) == 0 || _wcsnicmp(start, L"LangHeb", 7) == 0));
-}
-
 void PlaceSampleFile(const wchar_t* folder, const wchar_t* fileName, bool lowDensity) {
     const wchar_t* fits = lowDensity ? L"_qvga" : L"_vga";
     const wchar_t* other = lowDensity ? L"_vga" : L"_qvga";
@@ -176,7 +168,6 @@ BOOL InitInstance(HINSTANCE instance, int /*nCmdShow*/, LPWSTR lpCmdLine) {
     LoadTgaResource(g_categoryImage, hImageModule, IDT_CATEGORY);
     RegisterFileAssociations(installPath);
 
-    hInstance = instance;
     g_commandLineFile.Assign(lpCmdLine ? lpCmdLine : L"");
 
     HWND window = CreateMainWindow(instance);

@@ -36,9 +36,6 @@ bool IsListFileName(const TextBuffer& path);
 // The characters after the last "\" up to the first "." after it.
 void FileTitleFromPath(const TextBuffer& path, wchar_t* out);
 
-// Whether a language module of this file title writes dates with dots.
-bool LanguageUsesDottedDates(const wchar_t* languageModulePath);
-
 // Installs one sample file: the copy whose suffix fits the screen ("_qvga" on
 // a low-density screen, "_vga" otherwise) becomes the plain file unless the
 // user already has one; the other copy is removed.

@@ -17,6 +17,3 @@ std::wstring ResText(UINT id) {
     return std::wstring(buffer, n > 0 ? n : 0);
 }
 
-int ResMessageBox(HWND owner, UINT textId, UINT captionId, UINT style) {
-    return MessageBoxW(owner, ResText(textId).c_str(), ResText(captionId).c_str(), style);
-}

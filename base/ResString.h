@@ -13,5 +13,3 @@ int LoadResString(HINSTANCE module, UINT id, TextBuffer& out);
 // String `id` of the language module.
 std::wstring ResText(UINT id);
 
-// MessageBoxW with text and caption taken from the language module.
-int ResMessageBox(HWND owner, UINT textId, UINT captionId, UINT style);

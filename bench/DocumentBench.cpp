@@ -174,7 +174,7 @@ std::vector<unsigned char> MakeTga(int side, bool runLength) {
     return b;
 }
 
-int AnswerYes(HWND, const wchar_t*, const wchar_t*, UINT) { return IDYES; }
+bool AnswerYes(const DocMessage&) { return true; }
 
 std::wstring TempFolder() {
     wchar_t temp[MAX_PATH];
@@ -195,7 +195,7 @@ void BenchSize(int items, const std::wstring& dir) {
     std::wstring text = dir + L"\\bench.CSV";
     ListDocument doc = Generate(items);
     FileStatus status = FileStatus::Ok;
-    Measure("write list", items, [&] { status = writeListFile(list.c_str(), doc); },
+    Measure("write list", items, [&] { status = writeListFile(list.c_str(), doc).code; },
             std::to_string(FileSize(list) / 1024) + " KB");
     g_rows.back().note = std::to_string(FileSize(list) / 1024) + " KB";
     if (status != FileStatus::Ok) std::printf("write failed\n");
@@ -213,7 +213,6 @@ void BenchSize(int items, const std::wstring& dir) {
     }
     ReadListOptions quiet;
     quiet.makeBackup = false;
-    quiet.showMessages = false;
     // Each run reads into a fresh document, as opening a list does; the
     // documents are freed after the timing.
     {
@@ -231,13 +230,11 @@ void BenchSize(int items, const std::wstring& dir) {
         size_t next = 0;
         Measure("read list (literal, per chunk)", items, [&] { readListFileUnbuffered(list.c_str(), docs[next++]); });
     }
-    Measure("export text", items, [&] { exportCsvToFile(doc, text.c_str(), nullptr, false); });
+    Measure("export text", items, [&] { exportCsvToFile(doc, text.c_str()); });
     g_rows.back().note = std::to_string(FileSize(text) / 1024) + " KB";
     doc.Clear();
-    ZvMessageBoxOverride = AnswerYes;
     Measure("import text (parse + write list)", items,
-            [&] { importCsvFile(text.c_str(), dir.c_str(), 240); });
-    ZvMessageBoxOverride = nullptr;
+            [&] { importCsvFile(text.c_str(), dir.c_str(), 240, AnswerYes); });
     DeleteFileW(list.c_str());
     DeleteFileW(text.c_str());
 }

@@ -189,7 +189,6 @@ void MeasureParts() {
         ListDocument doc;
         ReadListOptions options;
         options.makeBackup = false;
-        options.showMessages = false;
         readListFile(g_listWindow.request->path, doc, options);
     });
     SendMessageW(list, LVM_SETITEMCOUNT, n, 0);
@@ -299,9 +298,7 @@ void WriteSampleList(const wchar_t* path, int count) {
         for (int c = 0; c < 5; ++c) buildDisplayText(item.values[(size_t)c], doc.fields[(size_t)c].type, layout);
         doc.items.push_back(std::move(item));
     }
-    WriteListOptions options;
-    options.showMessages = false;
-    writeListFile(path, doc, options);
+    writeListFile(path, doc);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "dialogs/CsvDialogs.h"
 
 #include "dialogs/FileSelectDialog.h"
+#include "dialogs/MessageBoxes.h"
 #include "document/CsvText.h"
 
 namespace {
@@ -25,7 +26,9 @@ bool AskForFile(HWND owner, int mode, CeString& path) {
 bool exportCsv(const ListDocument& document, HWND owner) {
     CeString path;
     if (!AskForFile(owner, FileSelectSave, path)) return false;
-    return exportCsvToFile(document, path.c_str(), owner) == CsvStatus::Ok;
+    CsvResult result = exportCsvToFile(document, path.c_str());
+    ShowDocMessage(owner, result.message);
+    return result == CsvStatus::Ok;
 }
 
 bool importCsv(HWND owner, const wchar_t* categoryPath, CeString* listPathOut) {
@@ -33,5 +36,8 @@ bool importCsv(HWND owner, const wchar_t* categoryPath, CeString* listPathOut) {
     if (!AskForFile(owner, FileSelectLoad, path)) return false;
     RECT client = {};
     if (owner) GetClientRect(owner, &client);
-    return importCsvFile(path.c_str(), categoryPath, client.right, owner, listPathOut) == CsvStatus::Ok;
+    auto askReplace = [owner](const DocMessage& question) { return ShowDocMessage(owner, question) == IDYES; };
+    CsvResult result = importCsvFile(path.c_str(), categoryPath, client.right, askReplace, listPathOut);
+    ShowDocMessage(owner, result.message);
+    return result == CsvStatus::Ok;
 }

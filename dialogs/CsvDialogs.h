@@ -1,6 +1,6 @@
 // Text export and import as the user starts them: the file selection dialog
 // ("File Select", filter "CSV File", extension ".CSV") picks the file, then
-// the document code writes or reads it and shows its messages.
+// the document code writes or reads it, and its messages are shown here.
 #pragma once
 #include <windows.h>
 

@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <cwchar>
 
-#include "document/DocMessages.h"
 #include "document/DocStrings.h"
 #include "document/ListFile.h"
 #include "document/ListFileIo.h"
@@ -46,19 +45,14 @@ std::vector<unsigned char> buildCsvBytes(const ListDocument& doc) {
     return out;
 }
 
-CsvStatus exportCsvToFile(const ListDocument& doc, const wchar_t* path, HWND owner, bool showMessages) {
+CsvResult exportCsvToFile(const ListDocument& doc, const wchar_t* path) {
     DeleteFileW(path);
     FileHandle file(CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     std::vector<unsigned char> bytes;
-    if (file.Valid()) bytes = buildCsvBytes(doc);
-    if (!file.Valid() || !WriteAll(file.handle, bytes.data(), bytes.size())) {
-        if (showMessages) showDocMessage(owner, docstr::kExportNotCreated, docstr::kErrorCaption, MB_ICONEXCLAMATION);
-        return CsvStatus::CannotCreate;
-    }
-    CloseHandle(file.handle);
-    file.handle = INVALID_HANDLE_VALUE;
-    if (showMessages) showDocMessage(owner, docstr::kExportDone, docstr::kExportDoneCaption, MB_ICONEXCLAMATION);
-    return CsvStatus::Ok;
+    if (file.IsValid()) bytes = buildCsvBytes(doc);
+    if (!file.IsValid() || !WriteAll(file.Get(), bytes.data(), bytes.size()))
+        return {CsvStatus::CannotCreate, {docstr::kExportNotCreated, docstr::kErrorCaption, MB_ICONEXCLAMATION, {}}};
+    return {CsvStatus::Ok, {docstr::kExportDone, docstr::kExportDoneCaption, MB_ICONEXCLAMATION, {}}};
 }
 
 // ---- import: parsing -----------------------------------------------------------
@@ -244,29 +238,29 @@ CeString importListPath(const wchar_t* textPath, const wchar_t* categoryPath) {
     return normalizePath(path.c_str());
 }
 
-CsvStatus importCsvFile(const wchar_t* textPath, const wchar_t* categoryPath, int clientWidth, HWND owner,
-                        CeString* listPathOut) {
+CsvResult importCsvFile(const wchar_t* textPath, const wchar_t* categoryPath, int clientWidth,
+                        const ReplaceQuestion& askReplace, CeString* listPathOut) {
     std::wstring text;
     ListDocument doc;
-    if (!readCsvFileText(textPath, text) || !csvTextToDocument(text.data(), text.size(), clientWidth, doc)) {
-        showDocMessage(owner, docstr::kImportNotOpened, docstr::kErrorCaption, MB_OK);
-        return CsvStatus::CannotOpen;
-    }
+    if (!readCsvFileText(textPath, text) || !csvTextToDocument(text.data(), text.size(), clientWidth, doc))
+        return {CsvStatus::CannotOpen, {docstr::kImportNotOpened, docstr::kErrorCaption, MB_OK, {}}};
     text.clear();
     text.shrink_to_fit();
     CeString listPath = importListPath(textPath, categoryPath);
     if (listPathOut) *listPathOut = listPath;
     if (FILE* existing = _wfopen(listPath.c_str(), L"r")) {
         fclose(existing);
-        std::wstring name = BaseNameWithoutExtension(textPath);
-        int answer = showDocMessage(owner, docstr::kListExists, docstr::kListExistsCaption, MB_YESNO | MB_ICONQUESTION,
-                                    name.c_str());
-        if (answer != IDYES) return CsvStatus::Declined;
+        DocMessage question{docstr::kListExists, docstr::kListExistsCaption, MB_YESNO | MB_ICONQUESTION,
+                            BaseNameWithoutExtension(textPath)};
+        if (!askReplace || !askReplace(question)) return {CsvStatus::Declined, {}};
     }
     WriteListOptions options;
     options.chunkByFieldType = true;
-    options.messageStyle = MB_OK;
-    options.messageOwner = owner;
-    if (writeListFile(listPath.c_str(), doc, options) != FileStatus::Ok) return CsvStatus::ListNotWritten;
-    return CsvStatus::Ok;
+    ListFileResult written = writeListFile(listPath.c_str(), doc, options);
+    if (written != FileStatus::Ok) {
+        // The import's own failures are plain boxes.
+        written.message.style = MB_OK;
+        return {CsvStatus::ListNotWritten, written.message};
+    }
+    return {CsvStatus::Ok, {}};
 }

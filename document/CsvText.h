@@ -4,21 +4,18 @@
 // by TAB (none after the last); then for each item CR LF followed by every
 // value's text and a TAB. The file does not end with a line break.
 //
-// The functions here take file paths; the file selection dialog is added by
-// the callers:
-//   exportCsv(document, owner):  path = file dialog (save, ".CSV");
-//                                exportCsvToFile(document, path, owner)
-//   importCsv(owner, category):  path = file dialog (open);
-//                                importCsvFile(path, category, client width
-//                                of owner, owner) == CsvStatus::Ok
-// Every message box goes through showDocMessage (DocMessages.h).
+// The functions here take file paths; the file selection dialog and the
+// message boxes are added by the callers (dialogs/CsvDialogs.h). What the
+// user is to be told comes back with the result as a DocMessage.
 #pragma once
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "base/CeString.h"
+#include "document/DocMessages.h"
 #include "document/ListDocument.h"
 
 enum class CsvStatus {
@@ -28,15 +25,15 @@ enum class CsvStatus {
     Declined,       // the list exists and the user did not answer Yes (8183)
     ListNotWritten, // the new list file could not be created (8093)
 };
+using CsvResult = DocResult<CsvStatus>;
 
 // ---- export ----------------------------------------------------------------
 
 // The bytes of an export of `doc` (mark, header row, rows).
 std::vector<unsigned char> buildCsvBytes(const ListDocument& doc);
-// Deletes `path`, creates it and writes the export. Shows 8166/8068
-// (exclamation) on failure, 8167/8168 (exclamation) when done, unless
-// showMessages is false.
-CsvStatus exportCsvToFile(const ListDocument& doc, const wchar_t* path, HWND owner = nullptr, bool showMessages = true);
+// Deletes `path`, creates it and writes the export. The message is
+// 8166/8068 (exclamation) on failure, 8167/8168 (exclamation) when done.
+CsvResult exportCsvToFile(const ListDocument& doc, const wchar_t* path);
 
 // ---- import ----------------------------------------------------------------
 
@@ -69,9 +66,15 @@ bool csvTextToDocument(const wchar_t* text, size_t length, int clientWidth, List
 // extension + ".zvl", doubled backslashes collapsed.
 CeString importListPath(const wchar_t* textPath, const wchar_t* categoryPath);
 
-// Reads `textPath` and writes a new list in `categoryPath`. Shows 8169/8068
-// (plain) when the file cannot be opened; asks 8183 (with the list name) /
-// 8184, Yes/No, when the list exists; shows 8093/8068 (plain) when the list
-// cannot be created. `listPathOut` receives the new list's path.
-CsvStatus importCsvFile(const wchar_t* textPath, const wchar_t* categoryPath, int clientWidth, HWND owner = nullptr,
-                        CeString* listPathOut = nullptr);
+// Asked before an import replaces an existing list, with the question to
+// put (8183 with the list name / 8184, Yes/No, question icon); true replaces
+// the list.
+using ReplaceQuestion = std::function<bool(const DocMessage& question)>;
+
+// Reads `textPath` and writes a new list in `categoryPath`. The message is
+// 8169/8068 (plain) when the file cannot be opened and 8093/8068 (plain)
+// when the list cannot be created. An existing list is replaced only when
+// `askReplace` answers true; without it the import is declined (no
+// message). `listPathOut` receives the new list's path.
+CsvResult importCsvFile(const wchar_t* textPath, const wchar_t* categoryPath, int clientWidth,
+                        const ReplaceQuestion& askReplace = nullptr, CeString* listPathOut = nullptr);

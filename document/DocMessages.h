@@ -1,14 +1,34 @@
-// Message boxes of the document code. Texts come from the language module.
-//
-// Console programs and tests replace the box with ZvMessageBoxOverride: when
-// set, it is called instead of MessageBoxW with the texts already loaded,
-// and its result is returned as the box's answer (IDOK, IDYES, IDNO...).
+// What the document code has to tell the user, as data. Readers, writers,
+// export and import return a message with their result instead of showing
+// it: the window side shows it as a message box (dialogs/MessageBoxes.h), a
+// console program prints it, a test reads it. Texts come from the language
+// module.
 #pragma once
 #include <windows.h>
 
-using MessageBoxFunction = int (*)(HWND owner, const wchar_t* text, const wchar_t* caption, UINT style);
-extern MessageBoxFunction ZvMessageBoxOverride;
+#include <optional>
+#include <string>
 
-// Shows string `textId` with caption `captionId`. When `argument` is given
-// the text is a format with one "%s" that receives it.
-int showDocMessage(HWND owner, UINT textId, UINT captionId, UINT style, const wchar_t* argument = nullptr);
+struct DocMessage {
+    UINT textId = 0;        // 0: nothing to tell
+    UINT captionId = 0;
+    UINT style = MB_OK;     // icon and buttons of the box
+    std::optional<std::wstring> argument;  // fills the text's one "%s" when present
+
+    bool IsEmpty() const { return textId == 0; }
+    // The text with the argument in place, and the caption.
+    std::wstring Text() const;
+    std::wstring Caption() const;
+};
+
+// A result code and the message that goes with it (empty for most
+// successes). Compares with its code, so `result == FileStatus::Ok` reads as
+// the code alone does.
+template <typename Code>
+struct DocResult {
+    Code code;
+    DocMessage message;
+
+    bool operator==(Code other) const { return code == other; }
+    bool operator!=(Code other) const { return code != other; }
+};

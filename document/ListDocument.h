@@ -7,7 +7,7 @@
 //   ValueText.h     display texts, date-time picker formats, parsing back
 //   ListFile.h      reading and writing list and template files
 //   CsvText.h       tab-separated text export and import
-//   DocMessages.h   message boxes of the document code (with a test hook)
+//   DocMessages.h   what the user is to be told, returned with each result
 //   DocStrings.h    string IDs of the language module used here
 #pragma once
 #include <windows.h>

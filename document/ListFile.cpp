@@ -3,7 +3,6 @@
 #include <cstring>
 #include <cwchar>
 
-#include "document/DocMessages.h"
 #include "document/DocStrings.h"
 #include "document/ListParse.h"
 #include "document/ListFileIo.h"
@@ -185,35 +184,27 @@ FileStatus parseListBytes(const void* bytes, size_t size, ListDocument& doc, con
     return FileStatus::Ok;
 }
 
-static void ShowReadRefusal(const ReadListOptions& options) {
-    if (options.showMessages)
-        showDocMessage(options.messageOwner, docstr::kWrongVersion, docstr::kErrorCaption, MB_ICONEXCLAMATION);
+// Every refusal of a list tells the user the same thing.
+static ListFileResult Refused(FileStatus status) {
+    return {status, {docstr::kWrongVersion, docstr::kErrorCaption, MB_ICONEXCLAMATION, {}}};
 }
 
-FileStatus readListFile(const wchar_t* path, ListDocument& doc, const ReadListOptions& options) {
+ListFileResult readListFile(const wchar_t* path, ListDocument& doc, const ReadListOptions& options) {
     doc.Clear();
     CeString normal = normalizePath(path);
     std::vector<unsigned char> bytes;
     FileStatus status = ReadWholeFile(normal.c_str(), bytes);
-    if (status != FileStatus::Ok) {
-        ShowReadRefusal(options);
-        return status;
-    }
+    if (status != FileStatus::Ok) return Refused(status);
     // Version and field count first: a refused file gets no backup.
     ByteReader header(bytes.data(), bytes.size());
     wchar_t version[4];
-    if (header.Bytes(version, sizeof version) < sizeof version || !listparse::IsCurrentVersion(version)) {
-        ShowReadRefusal(options);
-        return FileStatus::BadVersion;
-    }
+    if (header.Bytes(version, sizeof version) < sizeof version || !listparse::IsCurrentVersion(version))
+        return Refused(FileStatus::BadVersion);
     int32_t fieldCount = header.I32();
-    if (fieldCount < 0 || fieldCount > kMaxFields) {
-        ShowReadRefusal(options);
-        return FileStatus::BadFieldCount;
-    }
+    if (fieldCount < 0 || fieldCount > kMaxFields) return Refused(FileStatus::BadFieldCount);
     if (options.makeBackup) CopyFileW(normal.c_str(), backupPathOf(normal.c_str()).c_str(), FALSE);
     doc.path = normal;
-    return parseListBytes(bytes.data(), bytes.size(), doc);
+    return {parseListBytes(bytes.data(), bytes.size(), doc), {}};
 }
 
 void buildListBytes(const ListDocument& doc, ByteWriter& out, bool chunkByFieldType) {
@@ -260,13 +251,12 @@ void buildListBytes(const ListDocument& doc, ByteWriter& out, bool chunkByFieldT
     }
 }
 
-FileStatus writeListFile(const wchar_t* path, const ListDocument& doc, const WriteListOptions& options) {
+ListFileResult writeListFile(const wchar_t* path, const ListDocument& doc, const WriteListOptions& options) {
     ByteWriter out;
     buildListBytes(doc, out, options.chunkByFieldType);
     FileStatus status = WriteWholeFile(path, out, FILE_SHARE_WRITE);
-    if (status != FileStatus::Ok && options.showMessages)
-        showDocMessage(options.messageOwner, docstr::kListNotCreated, docstr::kErrorCaption, options.messageStyle);
-    return status;
+    if (status == FileStatus::Ok) return {status, {}};
+    return {status, {docstr::kListNotCreated, docstr::kErrorCaption, MB_ICONEXCLAMATION, {}}};
 }
 
 // ---- templates -------------------------------------------------------------------
@@ -307,7 +297,7 @@ FileStatus makeListFromTemplate(const wchar_t* templatePath, const wchar_t* list
     CeString normal = normalizePath(listPath);
     FileHandle list(CreateFileW(normal.c_str(), GENERIC_WRITE, FILE_SHARE_WRITE, nullptr, CREATE_ALWAYS,
                                 FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!list.Valid()) return FileStatus::CannotCreate;
+    if (!list.IsValid()) return FileStatus::CannotCreate;
     TemplateFieldList fields;
     PlanarImage icon;
     ViewState view;
@@ -318,7 +308,7 @@ FileStatus makeListFromTemplate(const wchar_t* templatePath, const wchar_t* list
     out.I32(fields.count);
     out.U32(0);
     writeHeaderChunks(out, fields, icon, view);
-    return out.WriteTo(list.handle) ? FileStatus::Ok : FileStatus::WriteFailed;
+    return out.WriteTo(list.Get()) ? FileStatus::Ok : FileStatus::WriteFailed;
 }
 
 // ---- paths -----------------------------------------------------------------------

@@ -30,6 +30,7 @@
 #include <vector>
 
 #include "base/CeString.h"
+#include "document/DocMessages.h"
 #include "document/ListDocument.h"
 #include "document/ValueText.h"
 
@@ -150,10 +151,12 @@ bool writeHeaderChunks(HANDLE file, const TemplateFieldList& list, const PlanarI
 
 // ---- whole lists ------------------------------------------------------
 
+// The result of reading or writing a whole list: the status and, when the
+// file was refused or not written, the message for the user.
+using ListFileResult = DocResult<FileStatus>;
+
 struct ReadListOptions {
-    bool makeBackup = true;    // copy the file to its "BAK" name after the version check
-    bool showMessages = true;  // show 8096/8068 on a refused file (through DocMessages.h)
-    HWND messageOwner = nullptr;
+    bool makeBackup = true;  // copy the file to its "BAK" name after the version check
 };
 
 // Opens a list file and reads it into `doc` (replacing its contents). The
@@ -162,7 +165,7 @@ struct ReadListOptions {
 // version other than "1.7" and a field count outside 0..50 with message 8096
 // (caption 8068, exclamation), in which case no backup is made and `doc` is
 // left empty. Display texts are built with listTextLayout().
-FileStatus readListFile(const wchar_t* path, ListDocument& doc, const ReadListOptions& options = ReadListOptions());
+ListFileResult readListFile(const wchar_t* path, ListDocument& doc, const ReadListOptions& options = ReadListOptions());
 // Parses the bytes of a whole list file (no backup, no message).
 FileStatus parseListBytes(const void* bytes, size_t size, ListDocument& doc, const TextLayout* layout = nullptr);
 // A reference reader for measurements: the same result as readListFile but
@@ -174,9 +177,6 @@ struct WriteListOptions {
     // Choose each value's chunk by its field's type instead of its stored
     // type (text import).
     bool chunkByFieldType = false;
-    bool showMessages = true;                   // 8093/8068 when the file cannot be created
-    UINT messageStyle = MB_ICONEXCLAMATION;      // text import uses a plain box (MB_OK)
-    HWND messageOwner = nullptr;
 };
 
 // The bytes of a list file for `doc`: header "1.7", F, N; icon; view state
@@ -185,7 +185,8 @@ struct WriteListOptions {
 void buildListBytes(const ListDocument& doc, ByteWriter& out, bool chunkByFieldType = false);
 // Creates (CREATE_ALWAYS, share write) and writes a list file with one
 // WriteFile. The caller stores current column widths in the fields first.
-FileStatus writeListFile(const wchar_t* path, const ListDocument& doc,
+// A file not written comes back with message 8093/8068 (exclamation).
+ListFileResult writeListFile(const wchar_t* path, const ListDocument& doc,
                          const WriteListOptions& options = WriteListOptions());
 
 // ---- templates ---------------------------------------------------------

@@ -4,13 +4,13 @@ FileStatus ReadWholeFile(const wchar_t* path, std::vector<unsigned char>& bytes)
     bytes.clear();
     FileHandle file(CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
                                 nullptr));
-    if (!file.Valid()) return FileStatus::CannotOpen;
+    if (!file.IsValid()) return FileStatus::CannotOpen;
     LARGE_INTEGER size;
-    if (!GetFileSizeEx(file.handle, &size) || size.QuadPart < 0 || size.QuadPart > kMaxDocumentFileSize)
+    if (!GetFileSizeEx(file.Get(), &size) || size.QuadPart < 0 || size.QuadPart > kMaxDocumentFileSize)
         return FileStatus::CannotOpen;
     bytes.resize(size_t(size.QuadPart));
     DWORD got = 0;
-    if (!bytes.empty() && !ReadFile(file.handle, bytes.data(), (DWORD)bytes.size(), &got, nullptr))
+    if (!bytes.empty() && !ReadFile(file.Get(), bytes.data(), (DWORD)bytes.size(), &got, nullptr))
         return FileStatus::CannotOpen;
     bytes.resize(got);
     return FileStatus::Ok;
@@ -39,6 +39,6 @@ bool WriteAll(HANDLE file, const void* data, size_t count) {
 
 FileStatus WriteWholeFile(const wchar_t* path, const ByteWriter& out, DWORD share) {
     FileHandle file(CreateFileW(path, GENERIC_WRITE, share, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file.Valid()) return FileStatus::CannotCreate;
-    return out.WriteTo(file.handle) ? FileStatus::Ok : FileStatus::WriteFailed;
+    if (!file.IsValid()) return FileStatus::CannotCreate;
+    return out.WriteTo(file.Get()) ? FileStatus::Ok : FileStatus::WriteFailed;
 }

@@ -5,19 +5,8 @@
 
 #include <vector>
 
+#include "base/Handles.h"  // FileHandle
 #include "document/ListFile.h"
-
-// Closes a file handle when it goes out of scope.
-struct FileHandle {
-    HANDLE handle;
-    explicit FileHandle(HANDLE h) : handle(h) {}
-    ~FileHandle() {
-        if (Valid()) CloseHandle(handle);
-    }
-    FileHandle(const FileHandle&) = delete;
-    FileHandle& operator=(const FileHandle&) = delete;
-    bool Valid() const { return handle != INVALID_HANDLE_VALUE && handle != nullptr; }
-};
 
 // Largest file the readers load. A real list of 100,000 items is about
 // 30 MB; anything far beyond is refused rather than read.

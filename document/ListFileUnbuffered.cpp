@@ -49,10 +49,10 @@ FileStatus readListFileUnbuffered(const wchar_t* path, ListDocument& doc) {
     CeString normal = normalizePath(path);
     FileHandle file(CreateFileW(normal.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                                 FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file.Valid()) return FileStatus::CannotOpen;
+    if (!file.IsValid()) return FileStatus::CannotOpen;
     LARGE_INTEGER size;
-    if (!GetFileSizeEx(file.handle, &size)) return FileStatus::CannotOpen;
-    HandleSource in{file.handle, size.QuadPart, 0};
+    if (!GetFileSizeEx(file.Get(), &size)) return FileStatus::CannotOpen;
+    HandleSource in{file.Get(), size.QuadPart, 0};
     unsigned char header[kListHeaderSize];
     if (in.Bytes(header, sizeof header) < 8) return FileStatus::BadVersion;
     wchar_t version[4];

@@ -5,8 +5,6 @@
 #include <new>
 #include <utility>
 
-#include "platform/ScreenScale.h"
-
 // ---- the image ---------------------------------------------------------------
 
 PlanarImage::PlanarImage(PlanarImage&& other) noexcept { *this = std::move(other); }
@@ -121,12 +119,12 @@ bool IsVersionText(const wchar_t v[4]) { return v[0] == L'1' && v[1] == L'.' && 
 // The 1007 payload (width, height) and the four plane chunks. Returns 1 with
 // the icon, 1 without it when the block is damaged, 0 when a low-density
 // screen refuses an icon wider than 16 pixels.
-int ReadIconBlock(IconFile& file, PlanarImage& image) {
+int ReadIconBlock(IconFile& file, PlanarImage& image, bool lowDensity) {
     image.Release();
     int32_t dims[2] = {0, 0};
     if (!file.Read(dims, sizeof dims)) return 1;
     int w = dims[0], h = dims[1];
-    if (w > 16 && ScaleX(1) == 1) return 0;
+    if (w > 16 && lowDensity) return 0;
     long long left = file.size - file.Position();
     if (w <= 0 || h <= 0 || w > kMaxImageSide || h > kMaxImageSide || (long long)w * h * 4 > left) return 1;
     PlanarImage fresh;
@@ -145,7 +143,7 @@ int ReadIconBlock(IconFile& file, PlanarImage& image) {
 }
 }  // namespace
 
-int LoadListIcon(PlanarImage& image, const wchar_t* path) {
+int LoadListIcon(PlanarImage& image, const wchar_t* path, bool lowDensity) {
     image.Release();
     IconFile file(path);
     if (!file.Valid()) return 0;
@@ -161,13 +159,13 @@ int LoadListIcon(PlanarImage& image, const wchar_t* path) {
         switch (chunk[1]) {
         case 1234: return 1;  // end of the first field: no icon before it
         case 4321: break;     // a container: its contents follow
-        case 1007: return ReadIconBlock(file, image);
+        case 1007: return ReadIconBlock(file, image, lowDensity);
         default: file.Skip(chunk[0]); break;
         }
     }
 }
 
-int LoadTemplateIcon(PlanarImage& image, const wchar_t* path) {
+int LoadTemplateIcon(PlanarImage& image, const wchar_t* path, bool lowDensity) {
     image.Release();
     IconFile file(path);
     if (!file.Valid()) return 0;
@@ -179,7 +177,7 @@ int LoadTemplateIcon(PlanarImage& image, const wchar_t* path) {
     uint32_t chunk[2];
     // The icon must be the first chunk of a template.
     if (!file.Read(chunk, sizeof chunk) || chunk[1] != 1007) return 0;
-    ReadIconBlock(file, image);
+    ReadIconBlock(file, image, lowDensity);
     return image.IsEmpty() ? 0 : 1;
 }
 

@@ -53,13 +53,14 @@ HRESULT DecodeTga(PlanarImage& image, const unsigned char* data, size_t size);
 SIZE ReadTgaSize(const wchar_t* path);
 
 // Reads the icon of a list file. Returns 1 when the file is a list file
-// (version "1.7"), with or without an icon; 0 otherwise. On a low-density
-// screen (ScaleX(1) == 1) icons wider than 16 pixels are refused: 0 and no
-// icon. The image is empty unless an icon was read.
-int LoadListIcon(PlanarImage& image, const wchar_t* path);
+// (version "1.7"), with or without an icon; 0 otherwise. For a low-density
+// screen (the caller's IsLowDensityScreen()) icons wider than 16 pixels are
+// refused: 0 and no icon. The image is empty unless an icon was read.
+int LoadListIcon(PlanarImage& image, const wchar_t* path, bool lowDensity);
 // Reads the icon of a template file: loaded only when it is the first chunk
-// after the 12-byte header. Returns 1 when an icon was loaded, else 0.
-int LoadTemplateIcon(PlanarImage& image, const wchar_t* path);
+// after the 12-byte header (and, for a low-density screen, at most 16 pixels
+// wide). Returns 1 when an icon was loaded, else 0.
+int LoadTemplateIcon(PlanarImage& image, const wchar_t* path, bool lowDensity);
 
 // Copies four caller planes of width * height bytes into a fresh image.
 // Returns 1 (0 when the size is not positive or memory runs out).

@@ -12,6 +12,7 @@
 #include "document/ListFile.h"
 #include "document/ValueText.h"
 #include "dialogs/CsvDialogs.h"
+#include "dialogs/MessageBoxes.h"
 #include "listwindow/ItemEditor.h"
 #include "listwindow/ListSort.h"
 #include "listwindow/ListWindowState.h"
@@ -211,10 +212,11 @@ void Save(HWND hwnd) {
     ListWindowState& s = S();
     for (int i = 0; i < s.doc.fieldCount(); ++i)
         s.doc.fields[(size_t)i].columnWidth = (int32_t)SendMessageW(s.listView, LVM_GETCOLUMNWIDTH, i, 0);
-    WriteListOptions options;
-    options.messageOwner = hwnd;
-    options.messageStyle = MB_ICONEXCLAMATION;
-    if (writeListFile(s.request->path, s.doc, options) != FileStatus::Ok) return;
+    ListFileResult written = writeListFile(s.request->path, s.doc);
+    if (written != FileStatus::Ok) {
+        ShowDocMessage(hwnd, written.message);
+        return;
+    }
     s.request->saved = 1;
     EndDialog(hwnd, 1);
 }

@@ -14,6 +14,7 @@
 #include "base/ResString.h"
 #include "document/ListFile.h"
 #include "document/ValueText.h"
+#include "dialogs/MessageBoxes.h"
 #include "listwindow/ListWindowState.h"
 #include "program/ProgramIds.h"
 #include "settings/AppSettings.h"
@@ -181,11 +182,9 @@ BOOL OnInitDialog(HWND hwnd, ListOpenRequest* request) {
     CreateListView(hwnd);
 
     ListWindowState& s = S();
-    ReadListOptions options;
-    options.messageOwner = hwnd;
-    FileStatus status = readListFile(request ? request->path : L"", s.doc, options);
-    if (status != FileStatus::Ok || !s.listView) {
-        // The reader has told the user why (IDS_LIST_VERSION_BAD).
+    ListFileResult read = readListFile(request ? request->path : L"", s.doc);
+    if (read != FileStatus::Ok || !s.listView) {
+        ShowDocMessage(hwnd, read.message);  // why the file was refused
         EndDialog(hwnd, 1);
         return FALSE;
     }

@@ -2,14 +2,16 @@
 
 #include <cwchar>
 
+#include "base/AppGlobals.h"
+
 CAppSettings g_appSettings;
 
 namespace {
 const wchar_t* const kKeyPaths[] = {
-    L"Software\\Quenta\\Zorvel",
-    L"Software\\Quenta\\Zorvel\\General",
-    L"Software\\Quenta\\Zorvel\\Colors",
-    L"Software\\Quenta\\Zorvel\\Templates",
+    ZV_PROGRAM_KEY,
+    ZV_PROGRAM_KEY L"\\General",
+    ZV_PROGRAM_KEY L"\\Colors",
+    ZV_PROGRAM_KEY L"\\Templates",
 };
 
 HKEY CreateKey(unsigned keyIndex) {

@@ -67,18 +67,13 @@ TEST_CASE(Csv_ExportToFileMessages) {
     std::wstring path = dir + L"\\out.CSV";
     WriteBytes(path, ByteVec(5000, 'x'));  // an older, longer file is replaced
     ListDocument doc = SampleList();
-    MessageRecorder boxes;
-    CHECK(exportCsvToFile(doc, path.c_str()) == CsvStatus::Ok);
+    CsvResult done = exportCsvToFile(doc, path.c_str());
+    CHECK(done == CsvStatus::Ok);
+    CheckMessage(done.message, IDS_EXPORT_DONE_TEXT, IDS_EXPORT_DONE_CAPTION, MB_ICONEXCLAMATION, ZV_HERE);
     CHECK_BYTES(ReadBytes(path), buildCsvBytes(doc));
-    CHECK(exportCsvToFile(doc, (dir + L"\\no folder\\x.CSV").c_str()) == CsvStatus::CannotCreate);
-    CHECK_EQ((int)boxes.boxes.size(), 2);
-    if (boxes.boxes.size() == 2) {
-        CHECK_EQ(boxes.boxes[0].text, ResText(IDS_EXPORT_DONE_TEXT));
-        CHECK_EQ(boxes.boxes[0].caption, ResText(IDS_EXPORT_DONE_CAPTION));
-        CHECK_EQ(boxes.boxes[0].style, (UINT)MB_ICONEXCLAMATION);
-        CHECK_EQ(boxes.boxes[1].text, ResText(IDS_EXPORT_CREATE_FAILED));
-        CHECK_EQ(boxes.boxes[1].caption, ResText(IDS_ERROR_CAPTION));
-    }
+    CsvResult failed = exportCsvToFile(doc, (dir + L"\\no folder\\x.CSV").c_str());
+    CHECK(failed == CsvStatus::CannotCreate);
+    CheckMessage(failed.message, IDS_EXPORT_CREATE_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, ZV_HERE);
 }
 
 // "(type)name" tokens; (Unknown) and no type give Text; "(" + name without ")"
@@ -169,9 +164,14 @@ TEST_CASE(Csv_ImportWritesListAndAsksBeforeReplacing) {
     Bytes csv;
     csv.u8(0xFF).u8(0xFE).append(Utf16(L"(" + TypeName(3) + L")Item\t(" + TypeName(8) + L")Shop\r\nmilk\t\t"));
     WriteBytes(source, csv.v);
-    MessageRecorder boxes;
+    std::vector<DocMessage> questions;
+    bool replace = false;
+    auto askReplace = [&](const DocMessage& question) {
+        questions.push_back(question);
+        return replace;
+    };
     CeString listPath;
-    CHECK(importCsvFile(source.c_str(), (dir + L"\\").c_str(), 241, nullptr, &listPath) == CsvStatus::Ok);
+    CHECK(importCsvFile(source.c_str(), (dir + L"\\").c_str(), 241, askReplace, &listPath) == CsvStatus::Ok);
     std::wstring expectedPath = dir + L"\\Groceries.zvl";
     CHECK_EQ(std::wstring(listPath.c_str()), expectedPath);
     Bytes want;
@@ -179,41 +179,36 @@ TEST_CASE(Csv_ImportWritesListAndAsksBeforeReplacing) {
     want.append(FieldChunks(L"Item", 3, 120, L"", 0, 0, 0)).append(FieldChunks(L"Shop", 8, 120, L"", 0, 0, 0));
     want.chunkText(3, L"milk").chunkU32(8, 11);
     CHECK_BYTES(ReadBytes(expectedPath), want.v);
-    CHECK_EQ((int)boxes.boxes.size(), 0);
+    CHECK_EQ((int)questions.size(), 0);
 
     // The list exists: No keeps it, Yes replaces it.
     WriteBytes(expectedPath, Bytes().u8(7).v);
-    boxes.answer = IDNO;
-    CHECK(importCsvFile(source.c_str(), dir.c_str(), 241) == CsvStatus::Declined);
+    CsvResult declined = importCsvFile(source.c_str(), dir.c_str(), 241, askReplace);
+    CHECK(declined == CsvStatus::Declined);
+    CHECK(declined.message.IsEmpty());
     CHECK_EQ((int)ReadBytes(expectedPath).size(), 1);
-    CHECK_EQ((int)boxes.boxes.size(), 1);
-    if (boxes.boxes.size() == 1) {
+    CHECK_EQ((int)questions.size(), 1);
+    if (questions.size() == 1) {
         std::wstring question = ResText(IDS_LIST_EXISTS_TEXT);
         size_t at = question.find(L"%s");
         if (at != std::wstring::npos) question.replace(at, 2, L"Groceries");
-        CHECK_EQ(boxes.boxes[0].text, question);
-        CHECK_EQ(boxes.boxes[0].caption, ResText(IDS_LIST_EXISTS_CAPTION));
-        CHECK((boxes.boxes[0].style & MB_YESNO) == MB_YESNO);
+        CHECK_EQ(questions[0].Text(), question);
+        CheckMessage(questions[0], IDS_LIST_EXISTS_TEXT, IDS_LIST_EXISTS_CAPTION, MB_YESNO | MB_ICONQUESTION, ZV_HERE);
     }
-    boxes.answer = IDYES;
-    CHECK(importCsvFile(source.c_str(), dir.c_str(), 241) == CsvStatus::Ok);
+    replace = true;
+    CHECK(importCsvFile(source.c_str(), dir.c_str(), 241, askReplace) == CsvStatus::Ok);
     CHECK_BYTES(ReadBytes(expectedPath), want.v);
 }
 
 TEST_CASE(Csv_ImportFailures) {
     std::wstring dir = ScratchDir(L"importfail");
-    MessageRecorder boxes;
-    CHECK(importCsvFile((dir + L"\\missing.CSV").c_str(), dir.c_str(), 240) == CsvStatus::CannotOpen);
+    CsvResult missing = importCsvFile((dir + L"\\missing.CSV").c_str(), dir.c_str(), 240);
+    CHECK(missing == CsvStatus::CannotOpen);
+    CheckMessage(missing.message, IDS_IMPORT_OPEN_FAILED, IDS_ERROR_CAPTION, MB_OK, ZV_HERE);
     WriteBytes(dir + L"\\a.CSV", Bytes().wchars(L"x").v);
-    CHECK(importCsvFile((dir + L"\\a.CSV").c_str(), (dir + L"\\no such folder").c_str(), 240) ==
-          CsvStatus::ListNotWritten);
-    CHECK_EQ((int)boxes.boxes.size(), 2);
-    if (boxes.boxes.size() == 2) {
-        CHECK_EQ(boxes.boxes[0].text, ResText(IDS_IMPORT_OPEN_FAILED));
-        CHECK_EQ(boxes.boxes[0].style, (UINT)MB_OK);
-        CHECK_EQ(boxes.boxes[1].text, ResText(IDS_SAVE_FAILED));
-        CHECK_EQ(boxes.boxes[1].style, (UINT)MB_OK);
-    }
+    CsvResult unwritten = importCsvFile((dir + L"\\a.CSV").c_str(), (dir + L"\\no such folder").c_str(), 240);
+    CHECK(unwritten == CsvStatus::ListNotWritten);
+    CheckMessage(unwritten.message, IDS_SAVE_FAILED, IDS_ERROR_CAPTION, MB_OK, ZV_HERE);
 }
 
 TEST_CASE(Csv_RoundTripLosesTimeOfDay) {

@@ -206,15 +206,15 @@ TEST_CASE(Doc_ReadListMakesBackupAfterVersionCheck) {
     file.listHeader(1, 1).viewState(-1, 0).append(FieldChunks(L"Title", 3, 0, L"", 0, 0, 0)).chunkText(3, L"Dune");
     WriteBytes(path, file.v);
     WriteBytes(dir + L"\\Books.BAK", Bytes().u8(1).v);  // an old copy: replaced
-    MessageRecorder boxes;
     ListDocument doc;
     // Doubled backslashes are collapsed before the file is opened.
     std::wstring doubled = dir + L"\\\\Books.zvl";
-    CHECK(readListFile(doubled.c_str(), doc) == FileStatus::Ok);
+    ListFileResult read = readListFile(doubled.c_str(), doc);
+    CHECK(read == FileStatus::Ok);
+    CHECK(read.message.IsEmpty());
     CHECK_EQ(std::wstring(doc.path.c_str()), path);
     CHECK_BYTES(ReadBytes(dir + L"\\Books.BAK"), file.v);
     CHECK_EQ(doc.items.front().values[0].text.c_str(), L"Dune");
-    CHECK_EQ((int)boxes.boxes.size(), 0);
 
     ReadListOptions quiet;
     quiet.makeBackup = false;
@@ -229,16 +229,11 @@ TEST_CASE(Doc_WrongVersionRefusedWithoutBackup) {
     Bytes file;
     file.wstr(L"1.6").i32(0).i32(0).viewState(-1, 0);
     WriteBytes(path, file.v);
-    MessageRecorder boxes;
     ListDocument doc;
-    CHECK(readListFile(path.c_str(), doc) == FileStatus::BadVersion);
+    ListFileResult read = readListFile(path.c_str(), doc);
+    CHECK(read == FileStatus::BadVersion);
     CHECK(!FileExists(dir + L"\\Old.BAK"));
-    CHECK_EQ((int)boxes.boxes.size(), 1);
-    if (!boxes.boxes.empty()) {
-        CHECK_EQ(boxes.boxes[0].text, ResText(IDS_LIST_VERSION_BAD));
-        CHECK_EQ(boxes.boxes[0].caption, ResText(IDS_ERROR_CAPTION));
-        CHECK_EQ(boxes.boxes[0].style, (UINT)MB_ICONEXCLAMATION);
-    }
+    CheckMessage(read.message, IDS_LIST_VERSION_BAD, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, ZV_HERE);
     CHECK_EQ(doc.fieldCount(), 0);
     // "1.7" must be followed by its terminator.
     Bytes noNul;
@@ -246,12 +241,12 @@ TEST_CASE(Doc_WrongVersionRefusedWithoutBackup) {
     WriteBytes(path, noNul.v);
     CHECK(readListFile(path.c_str(), doc) == FileStatus::BadVersion);
     // A missing file is refused the same way.
-    CHECK(readListFile((dir + L"\\none.zvl").c_str(), doc) == FileStatus::CannotOpen);
-    CHECK_EQ((int)boxes.boxes.size(), 3);
+    read = readListFile((dir + L"\\none.zvl").c_str(), doc);
+    CHECK(read == FileStatus::CannotOpen);
+    CheckMessage(read.message, IDS_LIST_VERSION_BAD, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, ZV_HERE);
 }
 
 TEST_CASE(Doc_FieldCountLimits) {
-    MessageRecorder boxes;
     Bytes fifty;
     fifty.listHeader(50, 1).viewState(-1, 0);
     for (int i = 0; i < 50; ++i) fifty.append(FieldChunks(L"f" + std::to_wstring(i), 5, 0, L"", 0, 0, 0));
@@ -267,10 +262,11 @@ TEST_CASE(Doc_FieldCountLimits) {
         Bytes bad;
         bad.listHeader(count, 0).viewState(-1, 0);
         WriteBytes(dir + L"\\bad.zvl", bad.v);
-        CHECK(readListFile((dir + L"\\bad.zvl").c_str(), doc) == FileStatus::BadFieldCount);
+        ListFileResult read = readListFile((dir + L"\\bad.zvl").c_str(), doc);
+        CHECK(read == FileStatus::BadFieldCount);
+        CHECK_EQ(read.message.textId, (UINT)IDS_LIST_VERSION_BAD);
         CHECK(!FileExists(dir + L"\\bad.BAK"));
     }
-    CHECK_EQ((int)boxes.boxes.size(), 4);
 }
 
 TEST_CASE(Doc_DamagedPayloadsCutAndSkipped) {
@@ -319,20 +315,11 @@ TEST_CASE(Doc_DamagedPayloadsCutAndSkipped) {
 TEST_CASE(Doc_WriteFailureShowsMessage) {
     ListDocument doc;
     doc.fields.push_back(MakeField(L"A", 3));
-    MessageRecorder boxes;
     std::wstring dir = ScratchDir(L"nowrite");
     std::wstring path = dir + L"\\missing folder\\x.zvl";
-    CHECK(writeListFile(path.c_str(), doc) == FileStatus::CannotCreate);
-    WriteListOptions plain;
-    plain.messageStyle = MB_OK;
-    CHECK(writeListFile(path.c_str(), doc, plain) == FileStatus::CannotCreate);
-    CHECK_EQ((int)boxes.boxes.size(), 2);
-    if (boxes.boxes.size() == 2) {
-        CHECK_EQ(boxes.boxes[0].text, ResText(IDS_SAVE_FAILED));
-        CHECK_EQ(boxes.boxes[0].caption, ResText(IDS_ERROR_CAPTION));
-        CHECK_EQ(boxes.boxes[0].style, (UINT)MB_ICONEXCLAMATION);
-        CHECK_EQ(boxes.boxes[1].style, (UINT)MB_OK);
-    }
+    ListFileResult written = writeListFile(path.c_str(), doc);
+    CHECK(written == FileStatus::CannotCreate);
+    CheckMessage(written.message, IDS_SAVE_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, ZV_HERE);
 }
 
 TEST_CASE(Doc_TemplateFilesAndNewList) {

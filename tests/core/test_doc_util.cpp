@@ -52,23 +52,6 @@ ByteVec ReadBytes(const std::wstring& path) {
 
 bool FileExists(const std::wstring& path) { return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
-static MessageRecorder* g_recorder;
-
-static int Record(HWND, const wchar_t* text, const wchar_t* caption, UINT style) {
-    g_recorder->boxes.push_back({text, caption, style});
-    return g_recorder->answer;
-}
-
-MessageRecorder::MessageRecorder() {
-    g_recorder = this;
-    ZvMessageBoxOverride = Record;
-}
-
-MessageRecorder::~MessageRecorder() {
-    ZvMessageBoxOverride = nullptr;
-    g_recorder = nullptr;
-}
-
 FieldDef MakeField(const wchar_t* name, int type, const wchar_t* defaultText, int defaultChoice, int width,
                    int dateMode, int timeMode) {
     FieldDef f;

@@ -1,6 +1,6 @@
 // Helpers of the document tests: a byte builder that spells out the file
 // layouts independently of the writer under test, dates, scratch files, and a
-// recorder that stands in for message boxes.
+// check of the messages the document code returns.
 #pragma once
 #include <windows.h>
 
@@ -10,6 +10,7 @@
 
 #include "document/DocMessages.h"
 #include "document/ListDocument.h"
+#include "tests/framework/ZvTest.h"
 
 namespace doctest {
 
@@ -80,17 +81,12 @@ void WriteBytes(const std::wstring& path, const ByteVec& bytes);
 ByteVec ReadBytes(const std::wstring& path);
 bool FileExists(const std::wstring& path);
 
-// Records message boxes instead of showing them, answering with `answer`.
-struct MessageRecorder {
-    struct Box {
-        std::wstring text, caption;
-        UINT style;
-    };
-    std::vector<Box> boxes;
-    int answer = IDOK;
-    MessageRecorder();
-    ~MessageRecorder();
-};
+// Checks a returned message against its string IDs and its box style.
+inline void CheckMessage(const DocMessage& got, UINT textId, UINT captionId, UINT style, const char* file, int line) {
+    CHECK_EQ_AT(got.textId, textId, file, line);
+    CHECK_EQ_AT(got.captionId, captionId, file, line);
+    CHECK_EQ_AT(got.style, style, file, line);
+}
 
 // Field records for tests.
 FieldDef MakeField(const wchar_t* name, int type, const wchar_t* defaultText = L"", int defaultChoice = 0,

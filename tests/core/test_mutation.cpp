@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/ScreenScale.h"
 #include "document/CsvText.h"
 #include "document/ListFile.h"
 #include "images/PlanarImage.h"
@@ -144,7 +143,6 @@ void WriteBackAndReread(const ListDocument& doc) {
 }  // namespace
 
 TEST_CASE(Mut_ListFiles) {
-    MessageRecorder boxes;
     ListDocument sample = SampleDocument();
     ByteWriter valid;
     buildListBytes(sample, valid);
@@ -164,14 +162,13 @@ TEST_CASE(Mut_ListFiles) {
             WriteBytes(path, bytes);
             ReadListOptions quiet;
             quiet.makeBackup = false;
-            quiet.showMessages = false;
             ListDocument fromFile, literal;
             readListFile(path.c_str(), fromFile, quiet);
             readListFileUnbuffered(path.c_str(), literal);
             CheckDocument(literal, bytes.size(), ZV_HERE);
             CHECK_EQ(fromFile.itemCount(), literal.itemCount());
             PlanarImage icon;
-            LoadListIcon(icon, path.c_str());
+            LoadListIcon(icon, path.c_str(), round % 50 == 0);
         }
     }
     CHECK(parsed > 100);  // the mutations do not all break the header
@@ -190,7 +187,6 @@ TEST_CASE(Mut_TemplateFiles) {
     writeTemplateFile(path.c_str(), list, icon);
     ByteVec valid = ReadBytes(path);
     Rng rng(2);
-    int old = ScreenDpiX(), oldY = ScreenDpiY();
     for (int round = 0; round < 800; ++round) {
         ByteVec bytes = Mutate(valid, rng);
         if (round % 2) {
@@ -208,12 +204,10 @@ TEST_CASE(Mut_TemplateFiles) {
         PlanarImage img;
         FileStatus status = readTemplateFile(path.c_str(), back, img);
         CHECK(status != FileStatus::Ok || (back.count >= 0 && back.count <= kMaxFields));
-        SetScreenDensity(round % 4 ? 192 : 96, 96);
-        LoadTemplateIcon(img, path.c_str());
+        LoadTemplateIcon(img, path.c_str(), round % 4 == 0);
         if (!img.IsEmpty()) CHECK(img.alpha != nullptr);
         if (round % 8 == 0) makeListFromTemplate(path.c_str(), (dir + L"\\new.zvl").c_str());
     }
-    SetScreenDensity(old, oldY);
 }
 
 TEST_CASE(Mut_TgaImages) {

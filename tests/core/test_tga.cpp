@@ -2,7 +2,6 @@
 #include <string>
 
 #include "ImageIds.h"
-#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "images/PlanarImage.h"
 #include "tests/core/test_doc_util.h"
@@ -239,22 +238,19 @@ TEST_CASE(Tga_ListIconByScreenDensity) {
     plain.listHeader(1, 0).viewState(-1, 0).chunk0(4321).chunkU32(1002, 3).chunk0(1234);
     WriteBytes(dir + L"\\plain.zvl", plain.v);
     WriteBytes(dir + L"\\junk.zvl", Bytes().wstr(L"1.6").i32(0).i32(0).v);
-    int oldX = ScreenDpiX(), oldY = ScreenDpiY();
     PlanarImage img;
-    SetScreenDensity(96, 96);
-    CHECK_EQ(LoadListIcon(img, (dir + L"\\big.zvl").c_str()), 0);
+    CHECK_EQ(LoadListIcon(img, (dir + L"\\big.zvl").c_str(), true), 0);
     CHECK(img.IsEmpty());
-    CHECK_EQ(LoadListIcon(img, (dir + L"\\small.zvl").c_str()), 1);
+    CHECK_EQ(LoadListIcon(img, (dir + L"\\small.zvl").c_str(), true), 1);
     CHECK_EQ(img.width, 16);
-    SetScreenDensity(192, 192);
-    CHECK_EQ(LoadListIcon(img, (dir + L"\\big.zvl").c_str()), 1);
+    CHECK_EQ(LoadListIcon(img, (dir + L"\\big.zvl").c_str(), false), 1);
     CHECK_EQ(img.width, 32);
     CHECK_EQ((int)img.alpha[32 * 32 - 1], 4);
     CHECK_EQ((int)img.green[0], 2);
-    CHECK_EQ(LoadListIcon(img, (dir + L"\\plain.zvl").c_str()), 1);
+    CHECK_EQ(LoadListIcon(img, (dir + L"\\plain.zvl").c_str(), false), 1);
     CHECK(img.IsEmpty());
-    CHECK_EQ(LoadListIcon(img, (dir + L"\\junk.zvl").c_str()), 0);
-    CHECK_EQ(LoadListIcon(img, (dir + L"\\none.zvl").c_str()), 0);
+    CHECK_EQ(LoadListIcon(img, (dir + L"\\junk.zvl").c_str(), false), 0);
+    CHECK_EQ(LoadListIcon(img, (dir + L"\\none.zvl").c_str(), false), 0);
 
     // Templates: the icon must be the first chunk after the 12-byte header.
     Bytes tpl;
@@ -265,10 +261,9 @@ TEST_CASE(Tga_ListIconByScreenDensity) {
     Bytes late;
     late.templateHeader(0).viewState(-1, 0).chunk(1007, Bytes().i32(1).i32(1));
     WriteBytes(dir + L"\\late.zvt", late.v);
-    CHECK_EQ(LoadTemplateIcon(img, (dir + L"\\t.zvt").c_str()), 1);
+    CHECK_EQ(LoadTemplateIcon(img, (dir + L"\\t.zvt").c_str(), false), 1);
     CHECK_EQ((int)img.red[0], 7);
     CHECK_EQ((int)img.alpha[0], 10);
-    CHECK_EQ(LoadTemplateIcon(img, (dir + L"\\late.zvt").c_str()), 0);
+    CHECK_EQ(LoadTemplateIcon(img, (dir + L"\\late.zvt").c_str(), false), 0);
     CHECK(img.IsEmpty());
-    SetScreenDensity(oldX, oldY);
 }

@@ -2,8 +2,10 @@
 
 #include <windows.h>
 
-#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
+#ifdef ZVTEST_SCREENS
+#include "platform/ScreenScale.h"
+#endif
 
 #include <cstring>
 
@@ -90,7 +92,9 @@ int wmain(int argc, wchar_t** argv) {
     hInstance = GetModuleHandleW(nullptr);
     hLangModule = LoadBesideMe(L"LangEng.dll");
     hImageModule = LoadBesideMe(L"ZVLowDpiRes.dll");
+#ifdef ZVTEST_SCREENS
     InitScreenScale(0);
+#endif
     // Device paths (rooted at a backslash) name the current drive: keep what the
     // tests write inside the Wine prefix's own drive.
     SetCurrentDirectoryW(L"C:\\");

@@ -133,7 +133,6 @@ int CheckedItems(const std::wstring& path) {
     ListDocument doc;
     ReadListOptions quiet;
     quiet.makeBackup = false;
-    quiet.showMessages = false;
     if (readListFile(path.c_str(), doc, quiet) != FileStatus::Ok) return -1;
     int n = 0;
     for (const ListItem& item : doc.items) n += item.values[0].choice != 0;

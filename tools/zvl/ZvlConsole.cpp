@@ -2,13 +2,7 @@
 
 #include <windows.h>
 
-#include "document/DocMessages.h"
-
 namespace {
-
-std::wstring g_messageSubject;
-int g_questionAnswer = IDNO;
-int g_capturedCount = 0;
 
 void WriteTo(DWORD which, const std::wstring& text) {
     HANDLE handle = GetStdHandle(which);
@@ -38,14 +32,6 @@ std::wstring OneLine(const std::wstring& text) {
     }
     while (!line.empty() && line.back() == L' ') line.pop_back();
     return line;
-}
-
-int CapturedMessageBox(HWND, const wchar_t* text, const wchar_t*, UINT style) {
-    ++g_capturedCount;
-    ReportError(g_messageSubject, text ? text : L"");
-    UINT buttons = style & MB_TYPEMASK;
-    if (buttons == MB_YESNO || buttons == MB_YESNOCANCEL) return g_questionAnswer;
-    return IDOK;
 }
 
 }  // namespace
@@ -88,13 +74,9 @@ void ReportError(const std::wstring& subject, const std::wstring& reason) {
     Err(line + L"\n");
 }
 
-void CaptureDocMessages(const std::wstring& subject, int answer) {
-    g_messageSubject = subject;
-    g_questionAnswer = answer;
-    ZvMessageBoxOverride = CapturedMessageBox;
+void ReportDocMessage(const std::wstring& subject, const DocMessage& message) {
+    if (!message.IsEmpty()) ReportError(subject, message.Text());
 }
-
-int CapturedMessageCount() { return g_capturedCount; }
 
 std::wstring SystemErrorText(unsigned long code) {
     wchar_t* buffer = nullptr;

@@ -1,8 +1,10 @@
 // Console output of zvl: UTF-8 bytes to a redirected handle, WriteConsoleW
 // to a real console; one-line error reports on stderr; the document code's
-// message boxes turned into such lines.
+// messages turned into such lines.
 #pragma once
 #include <string>
+
+#include "document/DocMessages.h"
 
 // Text written to standard output (UTF-16 in, UTF-8 or console text out).
 void Out(const std::wstring& text);
@@ -14,13 +16,9 @@ void Err(const std::wstring& text);
 // Line breaks inside the reason become blanks so that one report is one line.
 void ReportError(const std::wstring& subject, const std::wstring& reason);
 
-// Routes every message box of the document code to ReportError with
-// `subject` (usually the file being read or written). Questions are answered
-// with `answer` (IDYES or IDNO); plain boxes with IDOK.
-void CaptureDocMessages(const std::wstring& subject, int answer);
-
-// How many document messages were captured so far.
-int CapturedMessageCount();
+// A message of the document code as ReportError's reason, with `subject`
+// (usually the file being read or written); nothing for an empty message.
+void ReportDocMessage(const std::wstring& subject, const DocMessage& message);
 
 // The system's text for a Win32 error code, without its line break.
 std::wstring SystemErrorText(unsigned long code);

@@ -2,8 +2,6 @@
 
 #include <windows.h>
 
-#include "app/RegistryConfig.h"
-#include "app/Startup.h"
 #include "base/AppGlobals.h"
 #include "document/ValueText.h"
 #include "tools/zvl/ZvlConsole.h"

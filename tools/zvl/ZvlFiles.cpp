@@ -1,7 +1,6 @@
 #include "tools/zvl/ZvlFiles.h"
 
 #include "LangIds.h"
-#include "document/DocMessages.h"
 #include "document/ListFile.h"
 #include "tools/zvl/ZvlConsole.h"
 #include "tools/zvl/ZvlEnvironment.h"
@@ -11,15 +10,10 @@ namespace {
 bool LoadList(const std::wstring& path, LoadedFile& file) {
     ReadListOptions options;
     options.makeBackup = false;  // describing a list must not touch its folder
-    options.showMessages = true; // the refusal text reaches stderr through the capture
-    int before = CapturedMessageCount();
-    FileStatus status = readListFile(path.c_str(), file.doc, options);
-    if (status == FileStatus::Ok) return true;
-    if (status == FileStatus::CannotOpen) {
-        ReportError(path, L"cannot open: " + SystemErrorText(GetLastError()));
-    } else if (CapturedMessageCount() == before) {
-        showDocMessage(nullptr, IDS_LIST_VERSION_BAD, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION);
-    }
+    ListFileResult result = readListFile(path.c_str(), file.doc, options);
+    if (result == FileStatus::Ok) return true;
+    ReportDocMessage(path, result.message);
+    if (result == FileStatus::CannotOpen) ReportError(path, L"cannot open: " + SystemErrorText(GetLastError()));
     return false;
 }
 
@@ -32,7 +26,7 @@ bool LoadTemplate(const std::wstring& path, LoadedFile& file) {
         return false;
     }
     if (status != FileStatus::Ok) {
-        showDocMessage(nullptr, IDS_TEMPLATE_VERSION_BAD, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION);
+        ReportDocMessage(path, {IDS_TEMPLATE_VERSION_BAD, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, {}});
         return false;
     }
     file.doc.path = path.c_str();
@@ -47,7 +41,6 @@ bool LoadTemplate(const std::wstring& path, LoadedFile& file) {
 bool LoadFile(const std::wstring& path, LoadedFile& file) {
     file.path = path;
     file.kind = IsTemplatePath(path) ? FileKind::Template : FileKind::List;
-    CaptureDocMessages(path, IDNO);
     if (FolderExists(path)) {
         ReportError(path, L"is a folder, not a list or template file");
         return false;

@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "tools/zvl/ZvlCommands.h"
 #include "tools/zvl/ZvlConsole.h"
@@ -144,6 +143,5 @@ int wmain(int argc, wchar_t** argv) {
     }
     if (!problem.empty()) return UsageError(problem);
     if (!LoadLanguageModule(cl.lang)) return 1;
-    InitScreenScale(0);
     return Run(cl);
 }

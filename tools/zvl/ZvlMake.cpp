@@ -2,7 +2,6 @@
 // sources with the program's own writers.
 #include <vector>
 
-#include "document/DocMessages.h"
 #include "document/ListFile.h"
 #include "tools/zvl/IconText.h"
 #include "tools/zvl/SampleSource.h"
@@ -78,14 +77,13 @@ bool WriteSource(SampleSource& source, const std::wstring& sourcePath, const std
     // Widths are written for a 96-dpi screen, as the 16-pixel icons are; the
     // copy for high-density screens gets both at twice the size.
     for (FieldDef& field : source.doc.fields) field.columnWidth = field.columnWidth * iconSize / 16;
-    CaptureDocMessages(outPath, IDNO);
     FileStatus status;
     if (source.isTemplate) {
         status = writeTemplateFile(outPath.c_str(), source.doc.fields.data(), source.doc.fieldCount(), source.doc.icon);
     } else {
-        WriteListOptions options;
-        options.showMessages = true;
-        status = writeListFile(outPath.c_str(), source.doc, options);
+        ListFileResult result = writeListFile(outPath.c_str(), source.doc);
+        ReportDocMessage(outPath, result.message);
+        status = result.code;
     }
     if (status == FileStatus::Ok) return true;
     ReportError(outPath, L"cannot be written: " + SystemErrorText(GetLastError()));

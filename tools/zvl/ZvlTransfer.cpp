@@ -1,8 +1,7 @@
 // zvl export, import and new: the program's own writers, driven from the
-// command line, with every message box turned into a line on stderr.
+// command line, with every message turned into a line on stderr.
 #include "LangIds.h"
 #include "document/CsvText.h"
-#include "document/DocMessages.h"
 #include "document/ListFile.h"
 #include "tools/zvl/ZvlCommands.h"
 #include "tools/zvl/ZvlConsole.h"
@@ -28,9 +27,10 @@ int RunExport(const std::wstring& listPath, const std::wstring& outPath) {
         ReportError(listPath, L"is a template; only lists can be exported");
         return 1;
     }
-    CaptureDocMessages(outPath, IDNO);
-    if (exportCsvToFile(file.doc, outPath.c_str(), nullptr, false) == CsvStatus::Ok) return 0;
-    showDocMessage(nullptr, IDS_EXPORT_CREATE_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION);
+    // Success goes unreported: the export's "done" box is for the window.
+    CsvResult result = exportCsvToFile(file.doc, outPath.c_str());
+    if (result == CsvStatus::Ok) return 0;
+    ReportDocMessage(outPath, result.message);
     return 1;
 }
 
@@ -46,17 +46,24 @@ int RunImport(const std::wstring& textPath, const std::wstring& folder, bool for
     CeString listPath = importListPath(textPath.c_str(), folder.c_str());
     if (RefuseExisting(listPath.c_str(), force)) return 1;
     // The overwrite question was answered above; a file that appears in the
-    // meantime is replaced only with --force.
-    CaptureDocMessages(textPath, force ? IDYES : IDNO);
+    // meantime is replaced only with --force, and the question is reported.
+    auto askReplace = [&](const DocMessage& question) {
+        ReportDocMessage(textPath, question);
+        return force;
+    };
     CeString written;
-    CsvStatus status = importCsvFile(textPath.c_str(), folder.c_str(), kImportClientWidth, nullptr, &written);
-    if (status != CsvStatus::Ok) return 1;
+    CsvResult result = importCsvFile(textPath.c_str(), folder.c_str(), kImportClientWidth, askReplace, &written);
+    if (result != CsvStatus::Ok) {
+        ReportDocMessage(textPath, result.message);
+        return 1;
+    }
     Out(std::wstring(written.IsEmpty() ? listPath.c_str() : written.c_str()) + L"\n");
     return 0;
 }
 
 int RunNew(const std::wstring& templatePath, const std::wstring& outPath, bool force) {
-    CaptureDocMessages(templatePath, IDNO);
+    const DocMessage templateNotOpened{IDS_TEMPLATE_OPEN_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, {}};
+    const DocMessage templateRefused{IDS_TEMPLATE_VERSION_BAD, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, {}};
     // Check the template first, so that a refused template leaves no empty
     // list behind (the dialog creates the list before it opens the template).
     {
@@ -64,11 +71,11 @@ int RunNew(const std::wstring& templatePath, const std::wstring& outPath, bool f
         PlanarImage icon;
         FileStatus status = readTemplateFile(templatePath.c_str(), *fields, icon);
         if (status == FileStatus::CannotOpen) {
-            showDocMessage(nullptr, IDS_TEMPLATE_OPEN_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION);
+            ReportDocMessage(templatePath, templateNotOpened);
             return 1;
         }
         if (status != FileStatus::Ok) {
-            showDocMessage(nullptr, IDS_TEMPLATE_VERSION_BAD, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION);
+            ReportDocMessage(templatePath, templateRefused);
             return 1;
         }
     }
@@ -77,14 +84,13 @@ int RunNew(const std::wstring& templatePath, const std::wstring& outPath, bool f
     switch (status) {
     case FileStatus::Ok: return 0;
     case FileStatus::CannotCreate:
-        CaptureDocMessages(outPath, IDNO);
-        showDocMessage(nullptr, IDS_LIST_CREATE_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION);
+        ReportDocMessage(outPath, {IDS_LIST_CREATE_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, {}});
         return 1;
     case FileStatus::CannotOpen:
-        showDocMessage(nullptr, IDS_TEMPLATE_OPEN_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION);
+        ReportDocMessage(templatePath, templateNotOpened);
         break;
     default:
-        showDocMessage(nullptr, IDS_TEMPLATE_VERSION_BAD, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION);
+        ReportDocMessage(templatePath, templateRefused);
         break;
     }
     // The template changed under us after the check: remove the empty list.

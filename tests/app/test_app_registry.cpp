@@ -2,7 +2,7 @@
 #include <cwchar>
 
 #include "app/RegistryConfig.h"
-#include "tests/core/RegistryTestUtil.h"
+#include "tests/app/RegistryTestUtil.h"
 #include "tests/framework/ZvTest.h"
 
 static const wchar_t kKey[] = L"Software\\Quenta\\Zorvel";

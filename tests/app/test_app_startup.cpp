@@ -6,6 +6,7 @@
 
 #include "platform/ScreenScale.h"
 #include "app/Startup.h"
+#include "base/AppGlobals.h"
 #include "tests/framework/ZvTest.h"
 
 namespace {

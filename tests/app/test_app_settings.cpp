@@ -1,6 +1,6 @@
 // The user's settings and how they are kept in the registry.
 #include "settings/AppSettings.h"
-#include "tests/core/RegistryTestUtil.h"
+#include "tests/app/RegistryTestUtil.h"
 #include "tests/framework/ZvTest.h"
 
 static const wchar_t kRoot[] = L"Software\\Quenta\\Zorvel";
