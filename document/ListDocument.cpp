@@ -3,6 +3,7 @@
 #include <oleauto.h>
 
 #include "base/AppGlobals.h"
+#include "base/ResString.h"
 #include "document/DocStrings.h"
 #include "document/ValueText.h"
 
@@ -71,11 +72,7 @@ UINT choiceTextId(FieldType type, int index) {
 
 CeString choiceText(FieldType type, int index) { return CeString(cachedChoiceText(type, index)); }
 
-static CeString LoadText(UINT id) {
-    wchar_t buffer[256];
-    int n = LoadStringW(hLangModule, id, buffer, 256);
-    return CeString(buffer, n > 0 ? n : 0);
-}
+static CeString LoadText(UINT id) { return CeString(ResText(id).c_str()); }
 
 CeString dateDefaultModeText(int index) {
     if (index < 0 || index >= kDateDefaultModeCount) return CeString();

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/AppGlobals.h"
+#include "base/ResString.h"
 #include "document/DocStrings.h"
 
 DateOrder dateOrderFromText(const wchar_t* idate) {
@@ -98,21 +99,16 @@ struct TextCache {
     std::wstring choices[kFieldTypeCount][kSelectionChoiceCount];
 } g_textCache;
 
-std::wstring LoadLangText(UINT id) {
-    wchar_t buffer[256];
-    int n = LoadStringW(hLangModule, id, buffer, 256);
-    return std::wstring(buffer, n > 0 ? size_t(n) : 0);
-}
 
 TextCache& Texts() {
     if (!g_textCache.loaded || g_textCache.module != hLangModule) {
         g_textCache.module = hLangModule;
         g_textCache.loaded = true;
         for (int t = 0; t < kFieldTypeCount; ++t) {
-            g_textCache.typeNames[t] = LoadLangText(docstr::kFirstTypeName + t);
+            g_textCache.typeNames[t] = ResText(docstr::kFirstTypeName + t);
             for (int i = 0; i < kSelectionChoiceCount; ++i) {
                 UINT id = choiceTextId(FieldType(t), i);
-                g_textCache.choices[t][i] = id ? LoadLangText(id) : std::wstring();
+                g_textCache.choices[t][i] = id ? ResText(id) : std::wstring();
             }
         }
     }
