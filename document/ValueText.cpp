@@ -99,7 +99,6 @@ struct TextCache {
     std::wstring choices[kFieldTypeCount][kSelectionChoiceCount];
 } g_textCache;
 
-
 TextCache& Texts() {
     if (!g_textCache.loaded || g_textCache.module != hLangModule) {
         g_textCache.module = hLangModule;
