@@ -1,3 +1,5 @@
 #include "mainview/MainViewImages.h"
 
 PlanarImage g_categoryImage;
+PlanarImage g_defaultListImage;
+PlanarImage g_scratchImage;

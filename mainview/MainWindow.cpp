@@ -2,14 +2,16 @@
 
 #include <commctrl.h>
 
-#include "platform/MenuBars.h"
+#include "LangIds.h"
 #include "app/Startup.h"
 #include "base/AppGlobals.h"
 #include "base/ResString.h"
+#include "mainview/CategoryTree.h"
 #include "mainview/CommandLineFile.h"
+#include "mainview/MainViewImages.h"
+#include "platform/MenuBars.h"
 #include "platform/aygshell.h"
 #include "settings/AppSettings.h"
-#include "LangIds.h"
 
 HWND g_hMainMenuBar;
 
@@ -24,27 +26,30 @@ const wchar_t kBuildDate[] = L"" __DATE__;
 
 void CreateMenuBar(HWND hwnd) {
     g_hMainMenuBar = CreateMenuBarFromMenu(hwnd, hLangModule, IDM_MAIN_MENUBAR);
-    if (g_hMainMenuBar) {
-        // Without the tree there is nothing for the left soft key to open.
-        SendMessageW(g_hMainMenuBar, TB_ENABLEBUTTON, IDM_OPEN, FALSE);
-        OverrideBackKey(g_hMainMenuBar);
-    }
+    // Back reaches the window as WM_HOTKEY (to erase in a label edit).
+    OverrideBackKey(g_hMainMenuBar);
 }
 
 LRESULT OnCreate(HWND hwnd) {
     g_hMainMenuBar = nullptr;
     g_appSettings.LoadSettings();
+    MakeTreeFonts();
     CreateMenuBar(hwnd);
+    CreateTree(hwnd);
     if (g_commandLineFile.length > 0) {
         OpenCommandLineFile(hwnd, g_commandLineFile);
         DestroyWindow(hwnd);
+        return 0;
     }
+    if (g_mainView.tree) SetFocus(g_mainView.tree);
     return 0;
 }
 
 LRESULT OnDestroy() {
     if (g_hMainMenuBar) DestroyWindow(g_hMainMenuBar);
     g_hMainMenuBar = nullptr;
+    g_defaultListImage.Release();
+    DestroyTree();
     if (hImageModule) FreeLibrary(hImageModule);
     hImageModule = nullptr;
     if (hLangModule) FreeLibrary(hLangModule);
@@ -53,38 +58,11 @@ LRESULT OnDestroy() {
     return 0;
 }
 
-LRESULT OnPaint(HWND hwnd) {
-    PAINTSTRUCT ps;
-    BeginPaint(hwnd, &ps);
-    EndPaint(hwnd, &ps);
-    return 0;
-}
-
-void ShowAbout(HWND hwnd) {
-    wchar_t version[64], built[64], text[512];
-    wsprintfW(version, ResText(IDS_ABOUT_VERSION).c_str(), kProgramVersion);
-    wsprintfW(built, ResText(IDS_ABOUT_BUILT).c_str(), kBuildDate);
-    wsprintfW(text, L"%s\n\n%s\n%s", ResText(IDS_ABOUT_PRODUCT).c_str(), version, built);
-    MessageBoxW(hwnd, text, ResText(IDS_ABOUT_TITLE).c_str(), MB_OK | MB_ICONINFORMATION);
-}
-
-LRESULT OnCommand(HWND hwnd, UINT id) {
-    switch (id) {
-    case IDM_EXIT: DestroyWindow(hwnd); break;
-    case IDM_ABOUT: ShowAbout(hwnd); break;
-    }
-    return 0;
-}
-
-// The category tree and the commands that act on its items come later; until
-// then only the commands that need no tree are offered.
-bool IsAvailableCommand(UINT id) { return id == IDM_ABOUT || id == IDM_EXIT; }
-
 LRESULT OnInitMenuPopup(HMENU menu) {
     for (int i = 0, n = GetMenuItemCount(menu); i < n; ++i) {
         UINT id = GetMenuItemID(menu, i);
         if (id == (UINT)-1 || id == 0) continue;  // a sub-menu or a separator
-        EnableMenuItem(menu, i, MF_BYPOSITION | (IsAvailableCommand(id) ? MF_ENABLED : MF_GRAYED));
+        EnableMenuItem(menu, i, MF_BYPOSITION | (IsMainCommandAvailable(id) ? MF_ENABLED : MF_GRAYED));
     }
     return 0;
 }
@@ -95,15 +73,27 @@ LRESULT OnHotKey(WPARAM wParam, LPARAM lParam) {
 }
 }  // namespace
 
+void ShowAbout(HWND hwnd) {
+    wchar_t version[64], built[64], text[512];
+    wsprintfW(version, ResText(IDS_ABOUT_VERSION).c_str(), kProgramVersion);
+    wsprintfW(built, ResText(IDS_ABOUT_BUILT).c_str(), kBuildDate);
+    wsprintfW(text, L"%s\n\n%s\n%s", ResText(IDS_ABOUT_PRODUCT).c_str(), version, built);
+    MessageBoxW(hwnd, text, ResText(IDS_ABOUT_TITLE).c_str(), MB_OK | MB_ICONINFORMATION);
+}
+
 LRESULT CALLBACK MainWndProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
     switch (msg) {
     case WM_CREATE: return OnCreate(hwnd);
     case WM_DESTROY: return OnDestroy();
+    case WM_SIZE: OnTreeSize(hwnd); return 0;
     case WM_ACTIVATE: SHHandleWMActivate(hwnd, wParam, lParam, &g_activateInfo, 0); return 0;
-    case WM_PAINT: return OnPaint(hwnd);
+    case WM_PAINT: OnMainPaint(hwnd); return 0;
     case WM_SETTINGCHANGE: SHHandleWMSettingChange(hwnd, wParam, lParam, &g_activateInfo); return 0;
-    case WM_COMMAND: return OnCommand(hwnd, LOWORD(wParam));
+    case WM_NOTIFY: return OnTreeNotify(hwnd, (NMHDR*)lParam);
+    case WM_CONTEXTMENU: OnTreeContextMenu(hwnd, (short)LOWORD(lParam), (short)HIWORD(lParam)); return 0;
+    case WM_COMMAND: OnMainCommand(hwnd, LOWORD(wParam), HIWORD(wParam)); return 0;
     case WM_INITMENUPOPUP: return OnInitMenuPopup((HMENU)wParam);
+    case WM_TIMER: OnTreeTimer(hwnd, wParam); return 0;
     case WM_HOTKEY: return OnHotKey(wParam, lParam);
     }
     return DefWindowProcW(hwnd, msg, wParam, lParam);

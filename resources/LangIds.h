@@ -252,3 +252,6 @@
 #define IDS_ABOUT_BUILT              8209  // one "%s": the build date
 #define IDS_ITEM_EDIT_TITLE          8210  // item editor title "Edit Item"
 #define IDS_ICON_PICKER_TITLE        8211  // title of the icon picker ("Choose Icon")
+
+// Main view messages beyond the device's own (8300-8319)
+#define IDS_NEW_CATEGORY_FAILED      8300  // the lists folder takes no new folder
