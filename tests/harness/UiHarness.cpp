@@ -378,9 +378,7 @@ int Dlg::FocusId() const {
     return f ? GetDlgCtrlID(f) : 0;
 }
 std::wstring Dlg::Text(int ctrlId) const { return TextOf(Item(ctrlId)); }
-bool Dlg::Enabled(int ctrlId) const { return IsWindowEnabled(Item(ctrlId)) != FALSE; }
 bool Dlg::Visible(int ctrlId) const { return IsWindowVisible(Item(ctrlId)) != FALSE; }
-bool Dlg::Checked(int ctrlId) const { return SendMessageW(Item(ctrlId), BM_GETCHECK, 0, 0) == BST_CHECKED; }
 RECT Dlg::ClientRect(int ctrlId) const {
     RECT rc = {};
     GetClientRect(Item(ctrlId), &rc);

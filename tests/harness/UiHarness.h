@@ -77,9 +77,7 @@ public:
     HWND Focus() const;                // the focused window
     int FocusId() const;               // its control ID (0 when none)
     std::wstring Text(int ctrlId = 0) const;
-    bool Enabled(int ctrlId) const;
     bool Visible(int ctrlId) const;
-    bool Checked(int ctrlId) const;    // button check state, BST_CHECKED
     RECT ClientRect(int ctrlId = 0) const;
 
     int ListCount(int listId) const;                       // list view rows
