@@ -333,38 +333,6 @@ TEST_CASE(Res_ContextMenusByPosition) {
     DestroyMenu(menu);
 }
 
-TEST_CASE(Res_ListWindowMenuPositions) {
-    HMENU bar = LoadMenuW(hLangModule, MAKEINTRESOURCEW(IDM_LIST_WINDOW_MENUBAR));
-    CHECK(bar != nullptr);
-    if (!bar) return;
-    CHECK_EQ(GetMenuItemID(bar, 0), (UINT)IDM_SAVE);
-    HMENU menu = GetSubMenu(bar, 1);
-    CHECK(menu != nullptr);
-    if (!menu) return;
-    CheckCommands(menu, {IDM_ADD_ITEM, IDM_EDIT_ITEM, IDM_DELETE_ITEM, IDM_LIST_ICON, IDM_ITEM_COLOR,
-                         IDM_AUTOSIZE_COLUMNS, IDM_EXPORT, IDM_DELETE_CHECKED, IDM_CHECK_ALL, IDM_UNCHECK_ALL,
-                         IDM_ROW_YELLOW, IDM_ROW_RED, IDM_ROW_GREEN, IDM_ROW_BLUE, IDM_ROW_NONE},
-                  ZV_HERE);
-    HMENU colours = GetSubMenu(menu, LISTWIN_POS_ROW_COLOR_POPUP);
-    CHECK(colours != nullptr && Contains(colours, IDM_ROW_YELLOW));
-    // A plain list loses "Delete checked items" before the sort popup is
-    // looked up by position: the popup must stay at 5.
-    CHECK(PositionOf(menu, IDM_DELETE_CHECKED) > LISTWIN_POS_SORT_POPUP);
-    DeleteMenu(menu, IDM_DELETE_CHECKED, MF_BYCOMMAND);
-    HMENU sort = GetSubMenu(menu, LISTWIN_POS_SORT_POPUP);
-    CHECK(sort != nullptr);
-    if (sort) {
-        CHECK_EQ(GetMenuItemCount(sort), 1);
-        // The window replaces the placeholder with 1000 + i per field.
-        DeleteMenu(sort, 0, MF_BYPOSITION);
-        AppendMenuW(sort, MF_STRING, IDM_SORT_BASE, L"Name");
-        CHECK_EQ(GetMenuItemID(sort, 0), (UINT)IDM_SORT_BASE);
-    }
-    DestroyMenu(bar);
-}
-
-// Each soft-key bar: the left key's command (0: a popup), the right key's
-// (0: a popup), and commands the bar must offer somewhere.
 TEST_CASE(Res_SoftKeyBarsCarryTheirCommands) {
     const struct {
         UINT menu, left, right;
@@ -373,6 +341,10 @@ TEST_CASE(Res_SoftKeyBarsCarryTheirCommands) {
         {IDM_MAIN_MENUBAR, IDM_OPEN, 0,
          {IDM_NEW_LIST, IDM_NEW_CATEGORY, IDM_DELETE, IDM_RENAME, IDM_SETTINGS, IDM_ABOUT, IDM_LISTS_FOLDER, IDM_EXIT,
           IDM_IMPORT}},
+        {IDM_LIST_WINDOW_MENUBAR, IDM_SAVE, 0,
+         {IDM_ADD_ITEM, IDM_EDIT_ITEM, IDM_DELETE_ITEM, IDM_LIST_ICON, IDM_ITEM_COLOR, IDM_AUTOSIZE_COLUMNS, IDM_EXPORT,
+          IDM_DELETE_CHECKED, IDM_CHECK_ALL, IDM_UNCHECK_ALL, IDM_ROW_YELLOW, IDM_ROW_RED, IDM_ROW_GREEN, IDM_ROW_BLUE,
+          IDM_ROW_NONE}},
         {IDM_OK_CANCEL_MENUBAR, IDC_OK, IDC_CANCEL, {}},
         {IDM_ITEM_EDIT_MENUBAR, IDOK, IDCANCEL, {}},
         {IDM_FILE_SELECT_MENUBAR, IDC_FILE_SELECT_ACCEPT, IDCANCEL, {}},

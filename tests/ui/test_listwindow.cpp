@@ -169,6 +169,10 @@ TEST_CASE(Ui_List_NonCheckListWithoutItemsComputesWidths) {
         CHECK_EQ(d.ListCount(kList), 0);
         HMENU menu = d.SoftKeyMenu(ui::Right);
         CHECK_EQ(GetMenuState(menu, IDM_DELETE_CHECKED, MF_BYCOMMAND), (UINT)-1);
+        // Without "Delete checked items" the sort popup is still found by its place.
+        Texts sortMenu = ui::Dlg::MenuTexts(GetSubMenu(menu, LISTWIN_POS_SORT_POPUP));
+        CHECK_EQ(sortMenu.size(), 5u);
+        CHECK(!sortMenu.empty() && sortMenu[0].find(L"Due") != std::wstring::npos);
         int share = d.ClientRect(0).right / 4;
         HWND list = d.Item(kList);
         CHECK_EQ((int)SendMessageW(list, LVM_GETCOLUMNWIDTH, 0, 0), share);
@@ -305,6 +309,10 @@ TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
     cheese.cells[1] = Txt(L"Apricots");
     withApricots.items.push_back(cheese);
 
+    ListSpec staleOrder;
+    staleOrder.fields = {Field(L"Done", 6, 30), Field(L"Item", 3, 90)};
+    staleOrder.items = {{{Choice(0), Txt(L"milk")}}, {{Choice(1), Txt(L"Bread")}}, {{Choice(0), Txt(L"apples")}}};
+
     const ListCase cases[] = {
         // Flag 0 from the file: a text column sorts descending; the same column again ascends.
         {"sort twice", Grocery(),
@@ -350,6 +358,13 @@ TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
          {Do(Act::Select, 2), Do(Act::Cmd, IDM_DELETE_ITEM, 1, L"milk|Bread"), Do(Act::Back, 0, 1, L"milk|Bread")},
          false, {IDNO, IDYES}, Grocery()},
         {"add to a sorted list", sortedByItem, {AddAct(L"Cheese", L"apples|Bread|Cheese|milk")}, true, {}, withCheese},
+        // Check all changes the sort column's keys without sorting: an item
+        // added afterwards is not placed by searching the stale order but
+        // lands where a full re-sort puts it (equal checks by creation order).
+        {"add after check all", staleOrder,
+         {Do(Act::Cmd, IDM_SORT_BASE + 0, 1, L"milk|apples|Bread"), Do(Act::Cmd, IDM_CHECK_ALL, 1, L"milk|apples|Bread"),
+          AddAct(L"Cheese", L"Cheese|milk|Bread|apples")},
+         false, {IDYES}, staleOrder},
         {"add to an unsorted list", Grocery(),
          {AddAct(L"Apricots", L"milk|Bread|apples|Apricots"), AddAct(nullptr, L"")}, true, {}, withApricots},
     };

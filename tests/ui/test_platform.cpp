@@ -388,59 +388,6 @@ TEST_CASE(Ui_Platform_KeysPassWhenTheBarIsGone) {
     CHECK(g_test.commands == std::vector<UINT>{(UINT)IDCANCEL});
 }
 
-TEST_CASE(Ui_Platform_ButtonInfoAndSubMenusRoundTrip) {
-    ResetTestDialog();
-    ui::Script s;
-    s.Step([](ui::Dlg& d) {
-        HWND bar = d.MenuBar();
-        CHECK_EQ(bar, g_test.bar);
-        // The list window's way to the right key's popup.
-        TBBUTTONINFOW info = {};
-        info.cbSize = sizeof info;
-        info.dwMask = TBIF_BYINDEX | TBIF_LPARAM;
-        CHECK_EQ(SendMessageW(bar, TB_GETBUTTONINFOW, 1, (LPARAM)&info), (LRESULT)1);
-        HMENU popup = (HMENU)SendMessageW(bar, SHCMBM_GETSUBMENU, 0, kMenuButtonId);
-        CHECK(popup != nullptr);
-        CHECK_EQ((HMENU)info.lParam, popup);
-        CHECK_EQ(GetSubMenu((HMENU)SendMessageW(bar, SHCMBM_GETMENU, 0, 0), 1), popup);
-        CHECK_EQ((HMENU)SendMessageW(bar, SHCMBM_GETSUBMENU, 0, kCmdDone), (HMENU) nullptr);
-
-        // Relabelling as the templates manager does: the string goes into the
-        // bar's pool with TB_ADDSTRING, then onto the button.
-        wchar_t pool[] = L"Select\0";
-        CHECK(SendMessageW(bar, TB_ADDSTRING, 0, (LPARAM)pool) >= 0);
-        TBBUTTONINFOW text = {};
-        text.cbSize = sizeof text;
-        text.dwMask = TBIF_TEXT;
-        text.pszText = (LPWSTR)L"Select";
-        CHECK(SendMessageW(bar, TB_SETBUTTONINFOW, kCmdDone, (LPARAM)&text) != 0);
-        text.pszText = (LPWSTR)L"Options";
-        CHECK(SendMessageW(bar, TB_SETBUTTONINFOW, kMenuButtonId, (LPARAM)&text) != 0);
-        CHECK_EQ(d.SoftKeyText(ui::Left), L"Select");
-        CHECK_EQ(d.SoftKeyText(ui::Right), L"Options");
-
-        // Replacing the popup hands back the old one.
-        HMENU other = CreatePopupMenu();
-        AppendMenuW(other, MF_STRING, kCmdGamma, L"Gamma");
-        CHECK_EQ((HMENU)SendMessageW(bar, SHCMBM_SETSUBMENU, kMenuButtonId, (LPARAM)other), popup);
-        CHECK_EQ((HMENU)SendMessageW(bar, SHCMBM_GETSUBMENU, 0, kMenuButtonId), other);
-        CHECK_EQ(SendMessageW(bar, SHCMBM_SETSUBMENU, kMenuButtonId, (LPARAM)popup), (LRESULT)other);
-        DestroyMenu(other);
-
-        // Relabelled keys still send their commands.
-        d.SoftKey(ui::Right);
-    });
-    s.Step([](ui::Dlg& d) {
-        CHECK(d.MenuOpen());
-        d.Char('1');
-    });
-    s.Step([](ui::Dlg& d) {
-        CHECK(g_test.commands == std::vector<UINT>{kCmdAlpha});
-        d.SoftKey(ui::Left);
-    });
-    CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
-}
-
 // Answers a box cannot take, and answers never used, are reported; with no
 // answer left a box gets its first button. (What boxes show and the answers
 // given are checked by every dialog test that meets one.)
