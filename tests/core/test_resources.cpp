@@ -397,20 +397,6 @@ TEST_CASE(Res_PopupKeysCarryTheirIds) {
 // Images
 // ---------------------------------------------------------------------------
 
-TEST_CASE(Res_TargaImagesInBothModules) {
-    HINSTANCE high = HighDpiModule();
-    CHECK(hImageModule != nullptr);
-    CHECK(high != nullptr);
-    for (UINT id : {IDT_ROOT, IDT_DEFAULT_LIST, IDT_CATEGORY}) {
-        CheckTga(hImageModule, id, 16, ZV_HERE);
-        CheckTga(high, id, 32, ZV_HERE);
-    }
-    for (UINT id : {IDT_PRIORITY_HIGH, IDT_PRIORITY_LOW}) {
-        CheckTga(hImageModule, id, 12, ZV_HERE);
-        CheckTga(high, id, 24, ZV_HERE);
-    }
-}
-
 TEST_CASE(Res_TargaRowsAreStoredTopFirst) {
     // The house narrows to the roof's tip at the top and stands on a wide
     // wall: read in stored order, the first drawn row must be the narrow one.
@@ -438,54 +424,57 @@ TEST_CASE(Res_TargaPixelsAreBlueGreenRedAlpha) {
     CHECK_EQ((int)h.data[3], 0);
 }
 
-TEST_CASE(Res_ImageStripPerDensity) {
-    CheckBitmapSize(hImageModule, IDB_IMAGE_STRIP, 16 * IMAGE_STRIP_COUNT, 16, ZV_HERE);
-    CheckBitmapSize(HighDpiModule(), IDB_IMAGE_STRIP, 32 * IMAGE_STRIP_COUNT, 32, ZV_HERE);
+// Every image by module: TGAs (square, of one size) and bitmaps (their size
+// and, where a mask or a 3-D face colour is keyed on it, the corner pixel).
+TEST_CASE(Res_ImagesOfEveryModule) {
+    HINSTANCE low = hImageModule, high = HighDpiModule(), program = ProgramModule();
+    CHECK(low != nullptr);
+    CHECK(high != nullptr);
+    CHECK(program != nullptr);
+    const struct {
+        HINSTANCE module;
+        UINT id;
+        int size;
+    } tgas[] = {
+        {low, IDT_ROOT, 16},          {low, IDT_DEFAULT_LIST, 16},   {low, IDT_CATEGORY, 16},
+        {high, IDT_ROOT, 32},         {high, IDT_DEFAULT_LIST, 32},  {high, IDT_CATEGORY, 32},
+        {low, IDT_PRIORITY_HIGH, 12}, {low, IDT_PRIORITY_LOW, 12},   {high, IDT_PRIORITY_HIGH, 24},
+        {high, IDT_PRIORITY_LOW, 24}, {program, IDT_PROGRAM_PRIORITY_HIGH, 12},
+        {program, IDT_PROGRAM_PRIORITY_LOW, 12}, {program, IDT_PROGRAM_DEFAULT_LIST, 16},
+    };
+    for (const auto& t : tgas) CheckTga(t.module, t.id, t.size, ZV_HERE);
+    const COLORREF kAny = CLR_INVALID, kWhite = RGB(255, 255, 255), kGreen = RGB(0, 255, 0),
+                   kFace = RGB(192, 192, 192);
+    const struct {
+        HINSTANCE module;
+        UINT id;
+        int width, height;
+        COLORREF corner;
+    } bitmaps[] = {
+        // The tree's strips: white is their mask, so no box shows around an image.
+        {low, IDB_IMAGE_STRIP, 16 * IMAGE_STRIP_COUNT, 16, kWhite},
+        {high, IDB_IMAGE_STRIP, 32 * IMAGE_STRIP_COUNT, 32, kAny},
+        {program, IDB_PROGRAM_IMAGE_STRIP, 16 * IMAGE_STRIP_COUNT, 16, kAny},
+        {low, IDB_CHECKED_DENSITY, 12, 12, kAny},      {low, IDB_UNCHECKED_DENSITY, 12, 12, kAny},
+        {high, IDB_CHECKED_DENSITY, 24, 24, kAny},     {high, IDB_UNCHECKED_DENSITY, 24, 24, kAny},
+        {low, IDB_SORT_UP_DENSITY, 8, 8, kAny},        {high, IDB_SORT_DOWN_DENSITY, 16, 16, kAny},
+        {program, IDB_CHECKED, 12, 12, kAny},          {program, IDB_UNCHECKED, 12, 12, kAny},
+        // Image lists of the small strips are keyed on pure green; header
+        // marks sit on the 3-D face grey that LR_LOADMAP3DCOLORS replaces.
+        {program, IDB_SMALL_SORT_MARKS, 16, 8, kGreen}, {program, IDB_SMALL_PRIORITY, 16, 8, kGreen},
+        {program, IDB_SORT_DOWN, 8, 8, kFace},         {program, IDB_SORT_UP, 8, 8, kFace},
+    };
+    for (const auto& b : bitmaps) {
+        CheckBitmapSize(b.module, b.id, b.width, b.height, ZV_HERE);
+        if (b.corner != kAny) CHECK_EQ(BitmapPixel(b.module, b.id, 0, 0), b.corner);
+    }
     // Loaded the way the tree loads it: 16 wide, white as the mask.
-    HIMAGELIST list = ImageList_LoadImageW(hImageModule, MAKEINTRESOURCEW(IDB_IMAGE_STRIP), 16, 0, RGB(255, 255, 255),
-                                           IMAGE_BITMAP, 0);
+    HIMAGELIST list = ImageList_LoadImageW(low, MAKEINTRESOURCEW(IDB_IMAGE_STRIP), 16, 0, kWhite, IMAGE_BITMAP, 0);
     CHECK(list != nullptr);
     if (list) {
         CHECK_EQ(ImageList_GetImageCount(list), IMAGE_STRIP_COUNT);
         ImageList_Destroy(list);
     }
-    // Corners are mask white, so the tree shows no box around an image.
-    CHECK_EQ(BitmapPixel(hImageModule, IDB_IMAGE_STRIP, 0, 0), RGB(255, 255, 255));
-}
-
-TEST_CASE(Res_DensityBitmaps) {
-    HINSTANCE high = HighDpiModule();
-    CheckBitmapSize(hImageModule, IDB_CHECKED_DENSITY, 12, 12, ZV_HERE);
-    CheckBitmapSize(hImageModule, IDB_UNCHECKED_DENSITY, 12, 12, ZV_HERE);
-    CheckBitmapSize(high, IDB_CHECKED_DENSITY, 24, 24, ZV_HERE);
-    CheckBitmapSize(high, IDB_UNCHECKED_DENSITY, 24, 24, ZV_HERE);
-    CheckBitmapSize(hImageModule, IDB_SORT_UP_DENSITY, 8, 8, ZV_HERE);
-    CheckBitmapSize(high, IDB_SORT_DOWN_DENSITY, 16, 16, ZV_HERE);
-}
-
-// ---------------------------------------------------------------------------
-// The program's own resources
-// ---------------------------------------------------------------------------
-
-TEST_CASE(Res_ProgramBitmaps) {
-    HINSTANCE program = ProgramModule();
-    CHECK(program != nullptr);
-    CheckBitmapSize(program, IDB_CHECKED, 12, 12, ZV_HERE);
-    CheckBitmapSize(program, IDB_UNCHECKED, 12, 12, ZV_HERE);
-    CheckBitmapSize(program, IDB_SMALL_SORT_MARKS, 16, 8, ZV_HERE);
-    CheckBitmapSize(program, IDB_SMALL_PRIORITY, 16, 8, ZV_HERE);
-    CheckBitmapSize(program, IDB_SORT_DOWN, 8, 8, ZV_HERE);
-    CheckBitmapSize(program, IDB_SORT_UP, 8, 8, ZV_HERE);
-    // Image lists of the small strips are keyed on pure green.
-    CHECK_EQ(BitmapPixel(program, IDB_SMALL_SORT_MARKS, 0, 0), RGB(0, 255, 0));
-    CHECK_EQ(BitmapPixel(program, IDB_SMALL_PRIORITY, 0, 0), RGB(0, 255, 0));
-    // Header marks sit on the 3-D face grey that LR_LOADMAP3DCOLORS replaces.
-    CHECK_EQ(BitmapPixel(program, IDB_SORT_UP, 0, 0), RGB(192, 192, 192));
-    CHECK_EQ(BitmapPixel(program, IDB_SORT_DOWN, 0, 0), RGB(192, 192, 192));
-    CheckTga(program, IDT_PROGRAM_PRIORITY_HIGH, 12, ZV_HERE);
-    CheckTga(program, IDT_PROGRAM_PRIORITY_LOW, 12, ZV_HERE);
-    CheckTga(program, IDT_PROGRAM_DEFAULT_LIST, 16, ZV_HERE);
-    CheckBitmapSize(program, IDB_PROGRAM_IMAGE_STRIP, 16 * IMAGE_STRIP_COUNT, 16, ZV_HERE);
 }
 
 TEST_CASE(Res_ProgramIcons) {

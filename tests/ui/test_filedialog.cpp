@@ -127,6 +127,14 @@ TEST_CASE(Ui_FileDlg_FoldersFirstThenFilesIgnoringCase) {
                 ReleaseDC(path, dc);
                 CHECK(d.ClientRect(kFileSelectPathLine).right >= text.cx);
                 CHECK(d.ClientRect(kFileSelectPathLine).right < d.ClientRect().right - 2 * ScaleX(2));
+                // ... and the hint is painted there, whole or cut short.
+                RECT line = uitest::RectInParent(path);
+                HDC dialogDc = GetDC(d.hwnd);
+                int inked = 0;
+                for (int x = line.right; x < d.ClientRect().right; ++x)
+                    for (int y = line.top; y < line.bottom; ++y) inked += GetPixel(dialogDc, x, y) != RGB(255, 255, 255);
+                ReleaseDC(d.hwnd, dialogDc);
+                CHECK(inked > 0);
                 CHECK_EQ(d.Text(), std::wstring(L"Load File"));
                 CHECK(!d.Item(kFileSelectNameEdit));  // the name box is for saving only
                 CHECK_EQ(d.FocusId(), (int)kFileSelectList);

@@ -450,10 +450,7 @@ TEST_CASE(Ui_List_ExportWritesTheUtf16File) {
                         L"\r\n" + no + L"\tmilk\t2\t" + no + L"\t" +      //
                         L"\r\n" + yes + L"\tBread\t10\t" + no + L"\t" +   //
                         L"\r\n" + no + L"\tapples\t1.5\t" + yes + L"\t";
-    Bytes want;
-    want.b = {0xFF, 0xFE};
-    want.Wide(body, false);
-    CHECK_BYTES(ReadFileBytes(folder + L"weekly.CSV"), want.b);
+    CHECK_BYTES(ReadFileBytes(folder + L"weekly.CSV"), Bytes().u16(0xFEFF).wchars(body).v);
 }
 
 TEST_CASE(Ui_List_OtherVersionIsRefusedWithoutBackup) {
@@ -595,11 +592,12 @@ TEST_CASE(Ui_List_ImportPicksAFileAndWritesTheList) {
     std::wstring category = TestFolder();
     std::wstring source = category + L"csv\\";
     CreateDirectoryW(source.c_str(), nullptr);
-    Bytes csv;
-    csv.b = {0xFF, 0xFE};
-    csv.Wide(L"(" + ResText(IDS_TYPE_TEXT) + L")Item\t(" + ResText(IDS_TYPE_NUMBER) + L")Qty\r\nmilk\t2\t\r\ntea\t1\t",
-             false);
-    WriteFileBytes(source + L"Pantry.CSV", csv.b);
+    WriteFileBytes(source + L"Pantry.CSV",
+                   Bytes()
+                       .u16(0xFEFF)
+                       .wchars(L"(" + ResText(IDS_TYPE_TEXT) + L")Item\t(" + ResText(IDS_TYPE_NUMBER) +
+                               L")Qty\r\nmilk\t2\t\r\ntea\t1\t")
+                       .v);
     g_fileSelectLastFolder = source.c_str();
     CeString listPath;
     ui::Script s;
