@@ -15,7 +15,7 @@ fi
 unset DISPLAY
 tools/wine-run.sh build 'C:\Program Files\Quenta\Zorvel\Zorvel.exe' "$@" &
 pid=$!
-display=":$(cat build/xvfb.display)"
+display=":$(cat build/xvfb-wine.display)"
 window=
 for _ in $(seq 100); do
   window=$(DISPLAY=$display xdotool search --onlyvisible --name '^Zorvel$' 2>/dev/null | head -1) && [ -n "$window" ] && break

@@ -145,7 +145,10 @@ int TextWidth(const FileSelectDialog& dlg, const wchar_t* text, int length) {
 }  // namespace
 
 // The path takes the line; the hint that a tap goes up is painted after it
-// when there is a folder above and room for the whole hint.
+// when there is a folder above. Text widths differ from one machine's fonts
+// to the next, so the hint is not all or nothing: when the whole of it does
+// not fit it is cut short with an ellipsis, and it is left out only when not
+// even its first word would show. The path itself is never cut for the hint.
 void LayoutPathLine(FileSelectDialog& dlg) {
     const RECT& line = dlg.pathRect;
     int width = line.right - line.left;
@@ -154,8 +157,9 @@ void LayoutPathLine(FileSelectDialog& dlg) {
     if (!hint.empty()) {
         int gap = ScaleX(8);
         int pathWidth = TextWidth(dlg, dlg.currentFolder, dlg.currentFolder.Length()) + ScaleX(2);
-        int hintWidth = TextWidth(dlg, hint.c_str(), (int)hint.size());
-        if (pathWidth + gap + hintWidth <= width) {
+        std::wstring shortest = hint.substr(0, hint.find(L' ')) + L"...";
+        int hintMinimum = TextWidth(dlg, shortest.c_str(), (int)shortest.size());
+        if (pathWidth + gap + hintMinimum <= width) {
             width = pathWidth;
             SetRect(&dlg.pathHintRect, line.left + pathWidth + gap, line.top, line.right, line.bottom);
         }
@@ -292,7 +296,7 @@ BOOL OnPaint(FileSelectDialog& dlg) {
         SetBkMode(dc, TRANSPARENT);
         SetTextColor(dc, GetSysColor(COLOR_GRAYTEXT));
         DrawTextW(dc, hint.c_str(), (int)hint.size(), &dlg.pathHintRect,
-                  DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+                  DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
         SelectObject(dc, old);
     }
     EndPaint(dlg.dialog, &ps);

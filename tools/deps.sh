@@ -1,20 +1,19 @@
 #!/bin/bash
 # Installs what building, running and testing Zorvel need on Debian, when missing.
+# The package manager is asked, not the PATH: another program of the same
+# name (a `convert` that is not ImageMagick's) must not stand in for a package.
 set -e
+packages=(
+  g++-mingw-w64-x86-64-posix mingw-w64-tools binutils-mingw-w64-x86-64  # the cross compiler, windres
+  cmake make
+  wine wine64 fonts-wine
+  xvfb x11-utils x11-apps xdotool imagemagick  # display, xdpyinfo, xwd, window search, screenshots
+  python3 util-linux                           # zvl's end-to-end test, flock
+)
 need=()
-command -v x86_64-w64-mingw32-g++-posix >/dev/null || need+=(g++-mingw-w64-x86-64-posix mingw-w64-tools binutils-mingw-w64-x86-64)
-command -v cmake >/dev/null || need+=(cmake)
-command -v make >/dev/null || need+=(make)
-command -v wine >/dev/null || need+=(wine)
-command -v wine64 >/dev/null || [ -x /usr/lib/wine/wine64 ] || need+=(wine64)
-command -v Xvfb >/dev/null || need+=(xvfb)
-command -v xdpyinfo >/dev/null || need+=(x11-utils)
-command -v xwd >/dev/null || need+=(x11-apps)
-command -v convert >/dev/null || need+=(imagemagick)
-command -v xdotool >/dev/null || need+=(xdotool)
-command -v python3 >/dev/null || need+=(python3)
-command -v flock >/dev/null || need+=(util-linux)
-[ -d /usr/share/wine/fonts ] || dpkg -s fonts-wine >/dev/null 2>&1 || need+=(fonts-wine)
+for package in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || need+=("$package")
+done
 if [ ${#need[@]} -gt 0 ]; then
   echo "Installing: ${need[*]}"
   SUDO=; [ "$(id -u)" = 0 ] || SUDO=sudo

@@ -1,14 +1,19 @@
 #!/bin/bash
-# Runs one Windows program under Wine in the build's private prefix.
-#   tools/wine-run.sh BUILD_DIR PROGRAM.exe [ARGS...]
-# The prefix (BUILD_DIR/wine) is made on first use: 96 dpi, unmanaged windows
+# Runs one Windows program under Wine in one of the build's private prefixes.
+#   tools/wine-run.sh [--prefix NAME] BUILD_DIR PROGRAM.exe [ARGS...]
+# NAME is a folder of BUILD_DIR: `wine` (the default) is where ./run.sh
+# installs the program; the tests use `wine-test`, so that they never meet an
+# installed copy. A prefix is made on first use: 96 dpi, unmanaged windows
 # (a bare Xvfb otherwise stalls every window close for 2 s). A persistent
 # wineserver and its service processes are started with their output
 # detached, so that a caller reading our output (CTest) never waits on them.
-# Without a DISPLAY an Xvfb private to this build is started and reused.
+# Without a DISPLAY an Xvfb private to the prefix is started and reused; its
+# number is kept in BUILD_DIR/xvfb-NAME.display.
 set -e
+prefix=wine
+if [ "$1" = --prefix ]; then prefix=$2; shift 2; fi
 build=$(cd "$1" && pwd); shift
-export WINEPREFIX="$build/wine"
+export WINEPREFIX="$build/$prefix"
 export WINEDEBUG=-all
 export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
 # Wine takes its locale from LC_ALL even when the host lacks that locale;
@@ -19,12 +24,12 @@ export WINEARCH=win64
 
 ensure_display() {
   [ -n "$DISPLAY" ] && return 0
-  local f="$build/xvfb.display" n
+  local f="$build/xvfb-$prefix.display" n
   if [ -f "$f" ]; then
     n=$(cat "$f")
     if xdpyinfo -display ":$n" >/dev/null 2>&1; then export DISPLAY=":$n"; return 0; fi
   fi
-  n=$(( ( $(printf '%s' "$build" | cksum | cut -d' ' -f1) % 400 ) + 100 ))
+  n=$(( ( $(printf '%s' "$WINEPREFIX" | cksum | cut -d' ' -f1) % 400 ) + 100 ))
   while [ -e "/tmp/.X$n-lock" ]; do
     if xdpyinfo -display ":$n" >/dev/null 2>&1 && [ "$(cat "$f" 2>/dev/null)" = "$n" ]; then break; fi
     n=$((n + 1))
@@ -38,7 +43,7 @@ ensure_display() {
 }
 
 ensure_prefix() {
-  exec 9>"$build/wine.lock"
+  exec 9>"$WINEPREFIX.lock"
   flock 9
   # Bump when the prefix settings below change: existing prefixes pick them up.
   local version=3

@@ -19,38 +19,27 @@
 
 namespace {
 
-// Every string ID of LangIds.h. IDS_SELECTION_EMPTY is left out on purpose:
-// the empty selection has no text.
-const UINT kStringIds[] = {
-    IDS_PAGE_GENERAL, IDS_PAGE_COLORS, IDS_PAGE_TEMPLATES, IDS_FOLDER_CLEAR, IDS_FOLDER_BROWSE,
-    IDS_SETTINGS_CANCEL_CAPTION, IDS_SETTINGS_CANCEL_TEXT, IDS_SETTINGS_TITLE, IDS_TAB_FONT, IDS_CANCEL,
-    IDS_DONE, IDS_TAB_FOLDERS, IDS_FONT_SIZE_LABEL, IDS_FONT_FACE_LABEL, IDS_ICONS_FOLDER_LABEL,
-    IDS_COLOR_LIST_BACK, IDS_COLOR_LIST_TEXT, IDS_COLOR_SWATCH, IDS_COLOR_CATEGORY_TEXT,
-    IDS_COLOR_LIST_NAME_TEXT, IDS_DEFAULT_COLOR, IDS_MENU, IDS_TEMPLATES_FOLDER_LABEL,
-    IDS_LEAVE_UNSAVED_TEXT, IDS_LEAVE_UNSAVED_CAPTION, IDS_NONE, IDS_UNCHECKED, IDS_CHECKED,
-    IDS_SAVE_FAILED, IDS_LIST_VERSION_BAD, IDS_ERROR_CAPTION, IDS_LISTS_FOLDER_TITLE,
-    IDS_NEW_CATEGORY_NAME, IDS_DELETE_CAPTION, IDS_DELETE_CATEGORY_TEXT, IDS_DELETE_LIST_TEXT,
-    IDS_NO_SELECTION, IDS_CATEGORY_NOT_EMPTY, IDS_IMPORT_DONE_TEXT, IDS_IMPORT_DONE_CAPTION,
-    IDS_DELETE_TEMPLATE_TEXT, IDS_NO_TEMPLATE_SELECTED, IDS_TEMPLATE_NAME_EMPTY,
-    IDS_TEMPLATE_CREATE_FAILED, IDS_DELETE_TEMPLATE_CAPTION, IDS_TEMPLATE_VERSION_BAD,
-    IDS_LIST_CREATE_FAILED, IDS_TEMPLATE_OPEN_FAILED, IDS_LIST_NAME_EMPTY, IDS_TEMPLATES_FOLDER_TITLE,
-    IDS_NEW_LIST_HEADING, IDS_LIST_EXISTS_TEXT, IDS_LIST_EXISTS_CAPTION, IDS_TEMPLATE_FIELDS_HEADING,
-    IDS_TEMPLATES_HEADING, IDS_NUMBER_INVALID, IDS_ICON_PREVIEW_LABEL, IDS_EXPORT_CREATE_FAILED,
-    IDS_EXPORT_DONE_TEXT, IDS_EXPORT_DONE_CAPTION, IDS_IMPORT_OPEN_FAILED, IDS_COLOR_TITLE,
-    IDS_COLOR_RED, IDS_COLOR_GREEN, IDS_COLOR_BLUE, IDS_COLOR_MODE_SLIDERS, IDS_COLOR_MODE_PALETTE,
-    IDS_COLOR_SELECT, IDS_COLOR_TOO_LARGE_TEXT, IDS_COLOR_TOO_LARGE_CAPTION, IDS_COLOR_PREVIEW,
-    IDS_TYPE_DATE, IDS_TYPE_TIME, IDS_TYPE_PRIORITY, IDS_TYPE_TEXT, IDS_TYPE_YESNO, IDS_TYPE_NUMBER,
-    IDS_TYPE_CHECK, IDS_TYPE_DATETIME, IDS_TYPE_SELECTION, IDS_YES, IDS_NO, IDS_PRIORITY_HIGH,
-    IDS_PRIORITY_NORMAL, IDS_PRIORITY_LOW, IDS_CHECK_CLEAR, IDS_CHECK_SET,
-    IDS_SELECTION_BASE + 0, IDS_SELECTION_BASE + 1, IDS_SELECTION_BASE + 2, IDS_SELECTION_BASE + 3,
-    IDS_SELECTION_BASE + 4, IDS_SELECTION_BASE + 5, IDS_SELECTION_BASE + 6, IDS_SELECTION_BASE + 7,
-    IDS_SELECTION_BASE + 8, IDS_SELECTION_BASE + 9, IDS_SELECTION_BASE + 10, IDS_SELECTION_12,
-    IDS_SELECTION_13, IDS_DATE_MODE_TODAY, IDS_DATE_MODE_TOMORROW, IDS_DATE_MODE_NEXT_WEEK,
-    IDS_DATE_MODE_FOUR_WEEKS, IDS_DATE_MODE_NEXT_YEAR, IDS_TIME_MODE_NOW, IDS_FILE_SELECT_UP,
-    IDS_FILE_NAME_LABEL, IDS_FILE_TYPE_LABEL, IDS_FILE_SELECT, IDS_FIELD_TYPE_LABEL,
-    IDS_FIELD_NAME_LABEL, IDS_FIELD_DEFAULT_LABEL, IDS_ABOUT_TITLE, IDS_ABOUT_PRODUCT,
-    IDS_ABOUT_VERSION, IDS_ABOUT_BUILT, IDS_ITEM_EDIT_TITLE, IDS_ICON_PICKER_TITLE,
+// Every string ID of LangIds.h, read from the header itself, so that an ID
+// an engineer adds is checked before any table here learns of it.
+struct StringId {
+    std::string name;
+    UINT id;
 };
+
+std::vector<StringId> HeaderStringIds() {
+    std::vector<StringId> ids;
+    FILE* f = std::fopen("Z:" ZV_SOURCE_DIR "/resources/LangIds.h", "r");
+    if (!f) return ids;
+    char line[512];
+    while (std::fgets(line, sizeof line, f)) {
+        char name[128];
+        unsigned id;
+        if (std::sscanf(line, "#define %127s %u", name, &id) == 2 && std::strncmp(name, "IDS_", 4) == 0)
+            ids.push_back({name, id});
+    }
+    std::fclose(f);
+    return ids;
+}
 
 // Texts handed to a printf-style formatter, with the conversions the code
 // passes arguments for.
@@ -98,31 +87,24 @@ bool IsSelectionText(UINT id) {
            id == IDS_SELECTION_13;
 }
 
+// A module of the build, by its path from the program's folder, as data.
+HINSTANCE BuildModule(const wchar_t* relative) {
+    wchar_t path[MAX_PATH];
+    DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
+    while (n > 0 && path[n - 1] != L'\\') --n;
+    path[n] = 0;
+    return LoadLibraryExW((std::wstring(path) + relative).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+}
+
 HINSTANCE HighDpiModule() {
-    static HINSTANCE module;
-    if (!module) {
-        wchar_t path[MAX_PATH];
-        DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
-        while (n > 0 && path[n - 1] != L'\\') --n;
-        path[n] = 0;
-        std::wstring full = std::wstring(path) + L"ZVHighDpiRes.dll";
-        module = LoadLibraryExW(full.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
-    }
+    static HINSTANCE module = BuildModule(L"ZVHighDpiRes.dll");
     return module;
 }
 
 // The program's resources: linked into the UI test program and Zorvel.exe;
 // the console tests read the build's data-only copy of them.
 HINSTANCE ProgramModule() {
-    static HINSTANCE module;
-    if (!module) {
-        wchar_t path[MAX_PATH];
-        DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
-        while (n > 0 && path[n - 1] != L'\\') --n;
-        path[n] = 0;
-        std::wstring full = std::wstring(path) + L"..\\resources\\ZvProgramRes.dll";
-        module = LoadLibraryExW(full.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
-    }
+    static HINSTANCE module = BuildModule(L"..\\resources\\ZvProgramRes.dll");
     return module;
 }
 
@@ -169,7 +151,7 @@ void CheckSoftKeyShape(HINSTANCE module, UINT menuId, const char* file, int line
     DestroyMenu(menu);
 }
 
-void CheckCommands(HMENU menu, std::initializer_list<UINT> ids, const char* file, int line) {
+void CheckCommands(HMENU menu, const std::vector<UINT>& ids, const char* file, int line) {
     for (UINT id : ids) {
         if (!Contains(menu, id)) zvtest::Fail(file, line, "menu lacks command " + std::to_string(id));
     }
@@ -256,41 +238,18 @@ void CheckBitmapSize(HINSTANCE module, UINT id, int width, int height, const cha
 // Strings
 // ---------------------------------------------------------------------------
 
-TEST_CASE(Res_EveryStringLoads) {
-    CHECK(hLangModule != nullptr);
-    for (UINT id : kStringIds) {
-        std::wstring text = Text(hLangModule, id);
-        if (text.empty()) zvtest::Fail(ZV_HERE, "string " + std::to_string(id) + " is missing");
-        // Most callers load texts into buffers of 255 characters.
-        if (text.size() >= 255) zvtest::Fail(ZV_HERE, "string " + std::to_string(id) + " is too long");
-    }
-    // The empty selection is stored as choice 11 exactly because its text is empty.
-    CHECK_EQ(Text(hLangModule, IDS_SELECTION_EMPTY), std::wstring());
-}
-
 TEST_CASE(Res_EveryHeaderStringLoads) {
-    // Engineers add string IDs to LangIds.h as they need them: read the
-    // header itself (through Wine's drive for the host's root) so that an
-    // ID without a text is caught even before the table above learns it.
-    std::string path = std::string("Z:") + __FILE__;
-    path = path.substr(0, path.rfind("tests")) + "resources/LangIds.h";
-    for (char& c : path)
-        if (c == '/') c = '\\';
-    FILE* f = std::fopen(path.c_str(), "r");
-    CHECK(f != nullptr);
-    if (!f) return;
-    char line[512];
-    int seen = 0;
-    while (std::fgets(line, sizeof line, f)) {
-        char name[128];
-        unsigned id;
-        if (std::sscanf(line, "#define %127s %u", name, &id) != 2 || std::strncmp(name, "IDS_", 4) != 0) continue;
-        ++seen;
-        if (id == IDS_SELECTION_EMPTY) continue;
-        if (Text(hLangModule, id).empty()) zvtest::Fail(ZV_HERE, std::string(name) + " has no text");
+    CHECK(hLangModule != nullptr);
+    std::vector<StringId> ids = HeaderStringIds();
+    CHECK(ids.size() > 100);  // the header was read, not just opened
+    for (const StringId& s : ids) {
+        std::wstring text = Text(hLangModule, s.id);
+        // The empty selection is stored as choice 11 exactly because its text is empty.
+        if (s.id == IDS_SELECTION_EMPTY) CHECK_EQ(text, std::wstring());
+        else if (text.empty()) zvtest::Fail(ZV_HERE, s.name + " has no text");
+        // Most callers load texts into buffers of 255 characters.
+        if (text.size() >= 255) zvtest::Fail(ZV_HERE, s.name + " is too long");
     }
-    std::fclose(f);
-    CHECK(seen > 100);  // the header was read, not just opened
 }
 
 TEST_CASE(Res_FormatTextsHaveTheirPlaceholders) {
@@ -298,10 +257,9 @@ TEST_CASE(Res_FormatTextsHaveTheirPlaceholders) {
     CHECK_EQ(Conversions(L"A %s and %%d %.2d %ls"), std::string("sds"));
     // Every other text is shown as it stands or has text appended with
     // "%s \"%s\"": a stray "%" would be read as a conversion.
-    for (UINT id : kStringIds) {
-        if (IsFormatText(id) || IsSelectionText(id)) continue;
-        if (Text(hLangModule, id).find(L'%') != std::wstring::npos)
-            zvtest::Fail(ZV_HERE, "string " + std::to_string(id) + " holds a %");
+    for (const StringId& s : HeaderStringIds()) {
+        if (IsFormatText(s.id) || IsSelectionText(s.id)) continue;
+        if (Text(hLangModule, s.id).find(L'%') != std::wstring::npos) zvtest::Fail(ZV_HERE, s.name + " holds a %");
     }
 }
 
@@ -348,16 +306,6 @@ TEST_CASE(Res_SoftKeyMenusHaveTwoKeys) {
         CheckSoftKeyShape(hLangModule, id, ZV_HERE);
 }
 
-TEST_CASE(Res_MainMenuOffersEveryCommand) {
-    HMENU menu = LoadMenuW(hLangModule, MAKEINTRESOURCEW(IDM_MAIN_MENUBAR));
-    CHECK_EQ(GetMenuItemID(menu, 0), (UINT)IDM_OPEN);
-    CHECK(GetSubMenu(menu, 1) != nullptr);
-    CheckCommands(menu, {IDM_NEW_LIST, IDM_NEW_CATEGORY, IDM_DELETE, IDM_RENAME, IDM_SETTINGS, IDM_ABOUT,
-                         IDM_LISTS_FOLDER, IDM_EXIT, IDM_IMPORT},
-                  ZV_HERE);
-    DestroyMenu(menu);
-}
-
 TEST_CASE(Res_ContextMenusByPosition) {
     HMENU menu = LoadMenuW(hLangModule, MAKEINTRESOURCEW(IDM_CONTEXT_MENUS));
     CHECK(menu != nullptr);
@@ -385,66 +333,38 @@ TEST_CASE(Res_ContextMenusByPosition) {
     DestroyMenu(menu);
 }
 
-TEST_CASE(Res_ListWindowMenuPositions) {
-    HMENU bar = LoadMenuW(hLangModule, MAKEINTRESOURCEW(IDM_LIST_WINDOW_MENUBAR));
-    CHECK(bar != nullptr);
-    if (!bar) return;
-    CHECK_EQ(GetMenuItemID(bar, 0), (UINT)IDM_SAVE);
-    HMENU menu = GetSubMenu(bar, 1);
-    CHECK(menu != nullptr);
-    if (!menu) return;
-    CheckCommands(menu, {IDM_ADD_ITEM, IDM_EDIT_ITEM, IDM_DELETE_ITEM, IDM_LIST_ICON, IDM_ITEM_COLOR,
-                         IDM_AUTOSIZE_COLUMNS, IDM_EXPORT, IDM_DELETE_CHECKED, IDM_CHECK_ALL, IDM_UNCHECK_ALL,
-                         IDM_ROW_YELLOW, IDM_ROW_RED, IDM_ROW_GREEN, IDM_ROW_BLUE, IDM_ROW_NONE},
-                  ZV_HERE);
-    HMENU colours = GetSubMenu(menu, LISTWIN_POS_ROW_COLOR_POPUP);
-    CHECK(colours != nullptr && Contains(colours, IDM_ROW_YELLOW));
-    // A plain list loses "Delete checked items" before the sort popup is
-    // looked up by position: the popup must stay at 5.
-    CHECK(PositionOf(menu, IDM_DELETE_CHECKED) > LISTWIN_POS_SORT_POPUP);
-    DeleteMenu(menu, IDM_DELETE_CHECKED, MF_BYCOMMAND);
-    HMENU sort = GetSubMenu(menu, LISTWIN_POS_SORT_POPUP);
-    CHECK(sort != nullptr);
-    if (sort) {
-        CHECK_EQ(GetMenuItemCount(sort), 1);
-        // The window replaces the placeholder with 1000 + i per field.
-        DeleteMenu(sort, 0, MF_BYPOSITION);
-        AppendMenuW(sort, MF_STRING, IDM_SORT_BASE, L"Name");
-        CHECK_EQ(GetMenuItemID(sort, 0), (UINT)IDM_SORT_BASE);
+TEST_CASE(Res_SoftKeyBarsCarryTheirCommands) {
+    const struct {
+        UINT menu, left, right;
+        std::vector<UINT> commands;
+    } bars[] = {
+        {IDM_MAIN_MENUBAR, IDM_OPEN, 0,
+         {IDM_NEW_LIST, IDM_NEW_CATEGORY, IDM_DELETE, IDM_RENAME, IDM_SETTINGS, IDM_ABOUT, IDM_LISTS_FOLDER, IDM_EXIT,
+          IDM_IMPORT}},
+        {IDM_LIST_WINDOW_MENUBAR, IDM_SAVE, 0,
+         {IDM_ADD_ITEM, IDM_EDIT_ITEM, IDM_DELETE_ITEM, IDM_LIST_ICON, IDM_ITEM_COLOR, IDM_AUTOSIZE_COLUMNS, IDM_EXPORT,
+          IDM_DELETE_CHECKED, IDM_CHECK_ALL, IDM_UNCHECK_ALL, IDM_ROW_YELLOW, IDM_ROW_RED, IDM_ROW_GREEN, IDM_ROW_BLUE,
+          IDM_ROW_NONE}},
+        {IDM_OK_CANCEL_MENUBAR, IDC_OK, IDC_CANCEL, {}},
+        {IDM_ITEM_EDIT_MENUBAR, IDOK, IDCANCEL, {}},
+        {IDM_FILE_SELECT_MENUBAR, IDC_FILE_SELECT_ACCEPT, IDCANCEL, {}},
+        {IDM_TEMPLATE_EDITOR_MENUBAR, IDC_OK, 0,
+         {IDM_ADD_FIELD, IDM_DELETE_FIELD, IDM_DELETE_ALL_FIELDS, IDM_FIELD_UP, IDM_FIELD_DOWN, IDM_TEMPLATE_ICON,
+          IDC_CANCEL}},
+        {IDM_NEW_LIST_MENUBAR, 0, 0, {IDM_CREATE_LIST, IDM_NEW_TEMPLATE_FOR_LIST}},
+        {IDM_TEMPLATES_MANAGER_MENUBAR, IDC_OK, 0,
+         {IDM_NEW_TEMPLATE, IDM_EDIT_TEMPLATE, IDM_DELETE_TEMPLATE, IDM_TEMPLATES_FOLDER}},
+        {IDM_SETTINGS_MENUBAR, 0, 0, {IDC_OK, IDM_SETTINGS_ABOUT}},
+    };
+    for (const auto& bar : bars) {
+        HMENU m = LoadMenuW(hLangModule, MAKEINTRESOURCEW(bar.menu));
+        if (bar.left) CHECK_EQ(GetMenuItemID(m, 0), bar.left);
+        if (bar.right) CHECK_EQ(GetMenuItemID(m, 1), bar.right);
+        for (UINT id : bar.commands)
+            if (!Contains(m, id))
+                zvtest::Fail(ZV_HERE, "menu " + std::to_string(bar.menu) + " lacks command " + std::to_string(id));
+        DestroyMenu(m);
     }
-    DestroyMenu(bar);
-}
-
-TEST_CASE(Res_DialogMenusCarryTheirCommands) {
-    auto load = [](HINSTANCE module, UINT id) { return LoadMenuW(module, MAKEINTRESOURCEW(id)); };
-    HMENU m = load(hLangModule, IDM_OK_CANCEL_MENUBAR);
-    CHECK_EQ(GetMenuItemID(m, 0), (UINT)IDC_OK);
-    CHECK_EQ(GetMenuItemID(m, 1), (UINT)IDC_CANCEL);
-    DestroyMenu(m);
-    m = load(hLangModule, IDM_ITEM_EDIT_MENUBAR);
-    CHECK_EQ(GetMenuItemID(m, 0), (UINT)IDOK);
-    CHECK_EQ(GetMenuItemID(m, 1), (UINT)IDCANCEL);
-    DestroyMenu(m);
-    m = load(hLangModule, IDM_TEMPLATE_EDITOR_MENUBAR);
-    CHECK_EQ(GetMenuItemID(m, 0), (UINT)IDC_OK);
-    CheckCommands(m, {IDM_ADD_FIELD, IDM_DELETE_FIELD, IDM_DELETE_ALL_FIELDS, IDM_FIELD_UP, IDM_FIELD_DOWN,
-                      IDM_TEMPLATE_ICON, IDC_CANCEL},
-                  ZV_HERE);
-    DestroyMenu(m);
-    m = load(hLangModule, IDM_NEW_LIST_MENUBAR);
-    CheckCommands(m, {IDM_CREATE_LIST, IDM_NEW_TEMPLATE_FOR_LIST}, ZV_HERE);
-    DestroyMenu(m);
-    m = load(hLangModule, IDM_TEMPLATES_MANAGER_MENUBAR);
-    CHECK_EQ(GetMenuItemID(m, 0), (UINT)IDC_OK);
-    CheckCommands(m, {IDM_NEW_TEMPLATE, IDM_EDIT_TEMPLATE, IDM_DELETE_TEMPLATE, IDM_TEMPLATES_FOLDER}, ZV_HERE);
-    DestroyMenu(m);
-    m = load(hLangModule, IDM_SETTINGS_MENUBAR);
-    CheckCommands(m, {IDC_OK, IDM_SETTINGS_ABOUT}, ZV_HERE);
-    DestroyMenu(m);
-    m = load(hLangModule, IDM_FILE_SELECT_MENUBAR);
-    CHECK_EQ(GetMenuItemID(m, 0), (UINT)IDC_FILE_SELECT_ACCEPT);
-    CHECK_EQ(GetMenuItemID(m, 1), (UINT)IDCANCEL);
-    DestroyMenu(m);
 }
 
 TEST_CASE(Res_PopupKeysCarryTheirIds) {
@@ -477,20 +397,6 @@ TEST_CASE(Res_PopupKeysCarryTheirIds) {
 // Images
 // ---------------------------------------------------------------------------
 
-TEST_CASE(Res_TargaImagesInBothModules) {
-    HINSTANCE high = HighDpiModule();
-    CHECK(hImageModule != nullptr);
-    CHECK(high != nullptr);
-    for (UINT id : {IDT_ROOT, IDT_DEFAULT_LIST, IDT_CATEGORY}) {
-        CheckTga(hImageModule, id, 16, ZV_HERE);
-        CheckTga(high, id, 32, ZV_HERE);
-    }
-    for (UINT id : {IDT_PRIORITY_HIGH, IDT_PRIORITY_LOW}) {
-        CheckTga(hImageModule, id, 12, ZV_HERE);
-        CheckTga(high, id, 24, ZV_HERE);
-    }
-}
-
 TEST_CASE(Res_TargaRowsAreStoredTopFirst) {
     // The house narrows to the roof's tip at the top and stands on a wide
     // wall: read in stored order, the first drawn row must be the narrow one.
@@ -518,54 +424,57 @@ TEST_CASE(Res_TargaPixelsAreBlueGreenRedAlpha) {
     CHECK_EQ((int)h.data[3], 0);
 }
 
-TEST_CASE(Res_ImageStripPerDensity) {
-    CheckBitmapSize(hImageModule, IDB_IMAGE_STRIP, 16 * IMAGE_STRIP_COUNT, 16, ZV_HERE);
-    CheckBitmapSize(HighDpiModule(), IDB_IMAGE_STRIP, 32 * IMAGE_STRIP_COUNT, 32, ZV_HERE);
+// Every image by module: TGAs (square, of one size) and bitmaps (their size
+// and, where a mask or a 3-D face colour is keyed on it, the corner pixel).
+TEST_CASE(Res_ImagesOfEveryModule) {
+    HINSTANCE low = hImageModule, high = HighDpiModule(), program = ProgramModule();
+    CHECK(low != nullptr);
+    CHECK(high != nullptr);
+    CHECK(program != nullptr);
+    const struct {
+        HINSTANCE module;
+        UINT id;
+        int size;
+    } tgas[] = {
+        {low, IDT_ROOT, 16},          {low, IDT_DEFAULT_LIST, 16},   {low, IDT_CATEGORY, 16},
+        {high, IDT_ROOT, 32},         {high, IDT_DEFAULT_LIST, 32},  {high, IDT_CATEGORY, 32},
+        {low, IDT_PRIORITY_HIGH, 12}, {low, IDT_PRIORITY_LOW, 12},   {high, IDT_PRIORITY_HIGH, 24},
+        {high, IDT_PRIORITY_LOW, 24}, {program, IDT_PROGRAM_PRIORITY_HIGH, 12},
+        {program, IDT_PROGRAM_PRIORITY_LOW, 12}, {program, IDT_PROGRAM_DEFAULT_LIST, 16},
+    };
+    for (const auto& t : tgas) CheckTga(t.module, t.id, t.size, ZV_HERE);
+    const COLORREF kAny = CLR_INVALID, kWhite = RGB(255, 255, 255), kGreen = RGB(0, 255, 0),
+                   kFace = RGB(192, 192, 192);
+    const struct {
+        HINSTANCE module;
+        UINT id;
+        int width, height;
+        COLORREF corner;
+    } bitmaps[] = {
+        // The tree's strips: white is their mask, so no box shows around an image.
+        {low, IDB_IMAGE_STRIP, 16 * IMAGE_STRIP_COUNT, 16, kWhite},
+        {high, IDB_IMAGE_STRIP, 32 * IMAGE_STRIP_COUNT, 32, kAny},
+        {program, IDB_PROGRAM_IMAGE_STRIP, 16 * IMAGE_STRIP_COUNT, 16, kAny},
+        {low, IDB_CHECKED_DENSITY, 12, 12, kAny},      {low, IDB_UNCHECKED_DENSITY, 12, 12, kAny},
+        {high, IDB_CHECKED_DENSITY, 24, 24, kAny},     {high, IDB_UNCHECKED_DENSITY, 24, 24, kAny},
+        {low, IDB_SORT_UP_DENSITY, 8, 8, kAny},        {high, IDB_SORT_DOWN_DENSITY, 16, 16, kAny},
+        {program, IDB_CHECKED, 12, 12, kAny},          {program, IDB_UNCHECKED, 12, 12, kAny},
+        // Image lists of the small strips are keyed on pure green; header
+        // marks sit on the 3-D face grey that LR_LOADMAP3DCOLORS replaces.
+        {program, IDB_SMALL_SORT_MARKS, 16, 8, kGreen}, {program, IDB_SMALL_PRIORITY, 16, 8, kGreen},
+        {program, IDB_SORT_DOWN, 8, 8, kFace},         {program, IDB_SORT_UP, 8, 8, kFace},
+    };
+    for (const auto& b : bitmaps) {
+        CheckBitmapSize(b.module, b.id, b.width, b.height, ZV_HERE);
+        if (b.corner != kAny) CHECK_EQ(BitmapPixel(b.module, b.id, 0, 0), b.corner);
+    }
     // Loaded the way the tree loads it: 16 wide, white as the mask.
-    HIMAGELIST list = ImageList_LoadImageW(hImageModule, MAKEINTRESOURCEW(IDB_IMAGE_STRIP), 16, 0, RGB(255, 255, 255),
-                                           IMAGE_BITMAP, 0);
+    HIMAGELIST list = ImageList_LoadImageW(low, MAKEINTRESOURCEW(IDB_IMAGE_STRIP), 16, 0, kWhite, IMAGE_BITMAP, 0);
     CHECK(list != nullptr);
     if (list) {
         CHECK_EQ(ImageList_GetImageCount(list), IMAGE_STRIP_COUNT);
         ImageList_Destroy(list);
     }
-    // Corners are mask white, so the tree shows no box around an image.
-    CHECK_EQ(BitmapPixel(hImageModule, IDB_IMAGE_STRIP, 0, 0), RGB(255, 255, 255));
-}
-
-TEST_CASE(Res_DensityBitmaps) {
-    HINSTANCE high = HighDpiModule();
-    CheckBitmapSize(hImageModule, IDB_CHECKED_DENSITY, 12, 12, ZV_HERE);
-    CheckBitmapSize(hImageModule, IDB_UNCHECKED_DENSITY, 12, 12, ZV_HERE);
-    CheckBitmapSize(high, IDB_CHECKED_DENSITY, 24, 24, ZV_HERE);
-    CheckBitmapSize(high, IDB_UNCHECKED_DENSITY, 24, 24, ZV_HERE);
-    CheckBitmapSize(hImageModule, IDB_SORT_UP_DENSITY, 8, 8, ZV_HERE);
-    CheckBitmapSize(high, IDB_SORT_DOWN_DENSITY, 16, 16, ZV_HERE);
-}
-
-// ---------------------------------------------------------------------------
-// The program's own resources
-// ---------------------------------------------------------------------------
-
-TEST_CASE(Res_ProgramBitmaps) {
-    HINSTANCE program = ProgramModule();
-    CHECK(program != nullptr);
-    CheckBitmapSize(program, IDB_CHECKED, 12, 12, ZV_HERE);
-    CheckBitmapSize(program, IDB_UNCHECKED, 12, 12, ZV_HERE);
-    CheckBitmapSize(program, IDB_SMALL_SORT_MARKS, 16, 8, ZV_HERE);
-    CheckBitmapSize(program, IDB_SMALL_PRIORITY, 16, 8, ZV_HERE);
-    CheckBitmapSize(program, IDB_SORT_DOWN, 8, 8, ZV_HERE);
-    CheckBitmapSize(program, IDB_SORT_UP, 8, 8, ZV_HERE);
-    // Image lists of the small strips are keyed on pure green.
-    CHECK_EQ(BitmapPixel(program, IDB_SMALL_SORT_MARKS, 0, 0), RGB(0, 255, 0));
-    CHECK_EQ(BitmapPixel(program, IDB_SMALL_PRIORITY, 0, 0), RGB(0, 255, 0));
-    // Header marks sit on the 3-D face grey that LR_LOADMAP3DCOLORS replaces.
-    CHECK_EQ(BitmapPixel(program, IDB_SORT_UP, 0, 0), RGB(192, 192, 192));
-    CHECK_EQ(BitmapPixel(program, IDB_SORT_DOWN, 0, 0), RGB(192, 192, 192));
-    CheckTga(program, IDT_PROGRAM_PRIORITY_HIGH, 12, ZV_HERE);
-    CheckTga(program, IDT_PROGRAM_PRIORITY_LOW, 12, ZV_HERE);
-    CheckTga(program, IDT_PROGRAM_DEFAULT_LIST, 16, ZV_HERE);
-    CheckBitmapSize(program, IDB_PROGRAM_IMAGE_STRIP, 16 * IMAGE_STRIP_COUNT, 16, ZV_HERE);
 }
 
 TEST_CASE(Res_ProgramIcons) {

@@ -106,30 +106,13 @@ bool HasButton(HWND box, int id) {
     return b && (GetWindowLongW(b, GWL_STYLE) & WS_VISIBLE);
 }
 
+// The program asks with OK, Yes/No and Yes/No/Cancel boxes only.
 UINT ButtonSet(HWND box) {
-    bool ok = HasButton(box, IDOK), cancel = HasButton(box, IDCANCEL), yes = HasButton(box, IDYES),
-         no = HasButton(box, IDNO), retry = HasButton(box, IDRETRY), abort = HasButton(box, IDABORT),
-         tryAgain = HasButton(box, IDTRYAGAIN);
-    if (abort && retry) return MB_ABORTRETRYIGNORE;
-    if (yes && no && cancel) return MB_YESNOCANCEL;
-    if (yes && no) return MB_YESNO;
-    if (tryAgain) return MB_CANCELTRYCONTINUE;
-    if (retry && cancel) return MB_RETRYCANCEL;
-    if (ok && cancel) return MB_OKCANCEL;
-    return MB_OK;
+    if (!HasButton(box, IDYES)) return MB_OK;
+    return HasButton(box, IDCANCEL) ? MB_YESNOCANCEL : MB_YESNO;
 }
 
-int FirstButton(UINT set) {
-    switch (set) {
-    case MB_OKCANCEL:          return IDOK;
-    case MB_YESNO:             return IDYES;
-    case MB_YESNOCANCEL:       return IDYES;
-    case MB_RETRYCANCEL:       return IDRETRY;
-    case MB_ABORTRETRYIGNORE:  return IDABORT;
-    case MB_CANCELTRYCONTINUE: return IDCANCEL;
-    default:                   return IDOK;
-    }
-}
+int FirstButton(UINT set) { return set == MB_OK ? IDOK : IDYES; }
 
 UINT IconOf(HWND box) {
     HWND icon = GetDlgItem(box, kMessageBoxIconId);
@@ -378,9 +361,7 @@ int Dlg::FocusId() const {
     return f ? GetDlgCtrlID(f) : 0;
 }
 std::wstring Dlg::Text(int ctrlId) const { return TextOf(Item(ctrlId)); }
-bool Dlg::Enabled(int ctrlId) const { return IsWindowEnabled(Item(ctrlId)) != FALSE; }
 bool Dlg::Visible(int ctrlId) const { return IsWindowVisible(Item(ctrlId)) != FALSE; }
-bool Dlg::Checked(int ctrlId) const { return SendMessageW(Item(ctrlId), BM_GETCHECK, 0, 0) == BST_CHECKED; }
 RECT Dlg::ClientRect(int ctrlId) const {
     RECT rc = {};
     GetClientRect(Item(ctrlId), &rc);
@@ -559,16 +540,7 @@ void Pump() {
 }
 
 const char* ButtonSetName(UINT buttons) {
-    switch (buttons) {
-    case MB_OK:                return "MB_OK";
-    case MB_OKCANCEL:          return "MB_OKCANCEL";
-    case MB_YESNO:             return "MB_YESNO";
-    case MB_YESNOCANCEL:       return "MB_YESNOCANCEL";
-    case MB_RETRYCANCEL:       return "MB_RETRYCANCEL";
-    case MB_ABORTRETRYIGNORE:  return "MB_ABORTRETRYIGNORE";
-    case MB_CANCELTRYCONTINUE: return "MB_CANCELTRYCONTINUE";
-    default:                   return "MB_?";
-    }
+    return buttons == MB_OK ? "MB_OK" : buttons == MB_YESNO ? "MB_YESNO" : "MB_YESNOCANCEL";
 }
 
 }  // namespace ui

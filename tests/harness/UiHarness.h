@@ -22,7 +22,7 @@
 //   F1/F2 soft keys, Esc Back, Enter action, arrows, letters, digits.
 // - Message boxes are answered at once and recorded (text, caption, button
 //   set, icon). The answer is the next one queued with Script::Answer, else
-//   the first button (IDOK, IDYES, IDABORT, IDRETRY, ...). An answer the box
+//   the first button (IDOK or IDYES). An answer the box
 //   does not offer fails the test and the first button is pressed instead.
 // - When the steps are done the harness waits for the dialog to end. If it
 //   does not end within the script's timeout (default 3 s) or a step waits
@@ -44,7 +44,7 @@ enum SoftKeySide { Left = 0, Right = 1 };
 struct MessageBoxRecord {
     std::wstring text;
     std::wstring caption;
-    UINT buttons = 0;  // MB_OK, MB_OKCANCEL, MB_YESNO, MB_YESNOCANCEL, MB_RETRYCANCEL, MB_ABORTRETRYIGNORE
+    UINT buttons = 0;  // MB_OK, MB_YESNO or MB_YESNOCANCEL: the only boxes the program shows
     UINT icon = 0;     // MB_ICONEXCLAMATION, MB_ICONQUESTION, MB_ICONINFORMATION, MB_ICONERROR or 0
     int answer = 0;    // the button pressed (IDOK, IDYES, ...)
 };
@@ -77,9 +77,7 @@ public:
     HWND Focus() const;                // the focused window
     int FocusId() const;               // its control ID (0 when none)
     std::wstring Text(int ctrlId = 0) const;
-    bool Enabled(int ctrlId) const;
     bool Visible(int ctrlId) const;
-    bool Checked(int ctrlId) const;    // button check state, BST_CHECKED
     RECT ClientRect(int ctrlId = 0) const;
 
     int ListCount(int listId) const;                       // list view rows

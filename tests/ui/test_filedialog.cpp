@@ -115,8 +115,26 @@ TEST_CASE(Ui_FileDlg_FoldersFirstThenFilesIgnoringCase) {
             CHECK_EQ(d.Text(kFileSelectTypeField), std::wstring(row.extension ? L"CSV File" : L"All Files(*.*)"));
             if (row.mode == FileSelectLoad && !row.extension) {
                 CHECK_EQ(d.Text(kFileSelectPathLine), std::wstring(kRoot));
-                // A short path leaves room for the hint that a tap goes up.
-                CHECK(d.ClientRect(kFileSelectPathLine).right < d.ClientRect().right / 2);
+                // A short path keeps its own width and leaves the rest of the
+                // line to the hint that a tap goes up, whatever this machine's
+                // fonts make of the two texts' widths.
+                HWND path = d.Item(kFileSelectPathLine);
+                HDC dc = GetDC(path);
+                HGDIOBJ old = SelectObject(dc, (HFONT)SendMessageW(path, WM_GETFONT, 0, 0));
+                SIZE text = {};
+                GetTextExtentPoint32W(dc, kRoot, (int)wcslen(kRoot), &text);
+                SelectObject(dc, old);
+                ReleaseDC(path, dc);
+                CHECK(d.ClientRect(kFileSelectPathLine).right >= text.cx);
+                CHECK(d.ClientRect(kFileSelectPathLine).right < d.ClientRect().right - 2 * ScaleX(2));
+                // ... and the hint is painted there, whole or cut short.
+                RECT line = uitest::RectInParent(path);
+                HDC dialogDc = GetDC(d.hwnd);
+                int inked = 0;
+                for (int x = line.right; x < d.ClientRect().right; ++x)
+                    for (int y = line.top; y < line.bottom; ++y) inked += GetPixel(dialogDc, x, y) != RGB(255, 255, 255);
+                ReleaseDC(d.hwnd, dialogDc);
+                CHECK(inked > 0);
                 CHECK_EQ(d.Text(), std::wstring(L"Load File"));
                 CHECK(!d.Item(kFileSelectNameEdit));  // the name box is for saving only
                 CHECK_EQ(d.FocusId(), (int)kFileSelectList);

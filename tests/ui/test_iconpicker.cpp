@@ -197,84 +197,67 @@ TEST_CASE(Ui_Icon_ScanOrderAndNoRescan) {
     CHECK_EQ(IconPicker::CachedIconCount(), (size_t)3);
 }
 
-TEST_CASE(Ui_Icon_ConfirmReplacesTheCallersIcon) {
+// What the caller's icon becomes. Each row: the icon the caller holds
+// (size 0: none), the picks (a key or a tap on a cell, each with the
+// colour the preview band must then show), how the dialog is left, and the
+// outcome. Back and Cancel leave the caller's planes as they were.
+TEST_CASE(Ui_Icon_ConfirmOrCancelTheCallersIcon) {
     IconFolderFixture fixture;
+    struct Pick {
+        UINT key;  // 0: tap cell `row`
+        int row;
+        Rgb band;
+    };
+    const struct {
+        int size;
+        Rgb start;
+        std::vector<Pick> picks;
+        UINT leave;  // VK_F1 Done, VK_F2 Cancel, VK_ESCAPE Back, VK_RETURN
+        bool confirmed;
+        int resultSize;
+        Rgb result;
+    } cases[] = {
+        {16, kGrey, {{VK_HOME, 0, kGreen}, {VK_RIGHT, 0, kRed}}, VK_F1, true, 16, kRed},
+        {16, kGrey, {{0, 2, kBlue}}, VK_RETURN, true, 12, kBlue},
+        {16, kGrey, {{0, 1, kRed}}, VK_ESCAPE, false, 16, kGrey},
+        {16, kGrey, {{0, 0, kGreen}}, VK_F2, false, 16, kGrey},
+        {16, kBlue, {}, VK_F1, true, 16, kBlue},  // confirmed without a choice: the icon stays
+        {0, kBlue, {}, VK_F1, true, 0, kBlue},    // no icon stays no icon
+    };
+    for (const auto& c : cases) {
+        PlanarImage image;
+        if (c.size) MakeSolid(image, c.size, c.start);
+        unsigned char* planes = image.red;
+        ui::Script s;
+        s.Step([&](ui::Dlg& d) {
+            if (c.size) CHECK(BandShows(d, c.start));  // the caller's icon at the start
+            CHECK_EQ(d.SoftKeyCommand(ui::Left), (int)IDC_OK);
+            CHECK_EQ(d.SoftKeyCommand(ui::Right), (int)IDC_CANCEL);
+        });
+        for (const Pick& p : c.picks) {
+            s.Step([&](ui::Dlg& d) { p.key ? d.Key(p.key) : TapIcon(d, p.row); });
+            s.Step([&](ui::Dlg& d) { CHECK(BandShows(d, p.band)); });
+        }
+        s.Step([&](ui::Dlg& d) { d.Key(c.leave); });
+        CHECK_EQ(RunPicker(s, image, ZV_HERE), c.confirmed);
+        if (!c.resultSize) CHECK(image.IsEmpty());
+        else CHECK(IsSolid(image, c.resultSize, c.resultSize, c.result));
+        if (!c.confirmed) CHECK(image.red == planes);
+    }
+    // The cache keeps its own copy of a chosen icon.
     PlanarImage image;
-    MakeSolid(image, 16, kGrey);
     ui::Script s;
-    s.Step([](ui::Dlg& d) {
-        CHECK(BandShows(d, kGrey));  // the caller's icon at the start
-        d.Key(VK_HOME);
-    });
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.ListFocused(kList), 0);
-        CHECK(BandShows(d, kGreen));
-        d.Key(VK_RIGHT);
-    });
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.ListFocused(kList), 1);
-        CHECK(BandShows(d, kRed));
-        CHECK(!BandShows(d, kGreen));
-        d.SoftKey(ui::Left);
-    });
+    s.Step([](ui::Dlg& d) { TapIcon(d, 1); });
+    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
     CHECK(RunPicker(s, image, ZV_HERE));
-    CHECK(IsSolid(image, 16, 16, kRed));
-    // The cache keeps its own copy.
     CHECK(IsSolid(IconPicker::CachedIcon(1), 16, 16, kRed));
     CHECK(IconPicker::CachedIcon(1).red != image.red);
-
-    // A tap chooses too, and Enter confirms.
-    ui::Script tap;
-    tap.Step([](ui::Dlg& d) { TapIcon(d, 2); });
-    tap.Step([](ui::Dlg& d) {
-        CHECK(BandShows(d, kBlue));
-        d.Enter();
-    });
-    CHECK(RunPicker(tap, image, ZV_HERE));
-    CHECK(IsSolid(image, 12, 12, kBlue));
 }
 
-// Back and the right soft key (Cancel) leave the caller's planes as they were.
-TEST_CASE(Ui_Icon_CancelLeavesTheCallersIcon) {
-    IconFolderFixture fixture;
-    PlanarImage image;
-    MakeSolid(image, 16, kGrey);
-    unsigned char* planes = image.red;
-    for (int row : {1, 0}) {
-        ui::Script s;
-        s.Step([row](ui::Dlg& d) { TapIcon(d, row); });
-        s.Step([row](ui::Dlg& d) {
-            CHECK(BandShows(d, row ? kRed : kGreen));
-            CHECK_EQ(d.SoftKeyCommand(ui::Right), (int)IDC_CANCEL);
-            if (row) d.Back();
-            else d.SoftKey(ui::Right);
-        });
-        CHECK(!RunPicker(s, image, ZV_HERE));
-        CHECK(image.red == planes);
-        CHECK(IsSolid(image, 16, 16, kGrey));
-    }
-}
-
-TEST_CASE(Ui_Icon_ConfirmWithoutChoiceKeepsTheIcon) {
+TEST_CASE(Ui_Icon_MissingFolderGivesAnEmptyGrid) {
     IconFolderFixture fixture;
     PlanarImage image;
     MakeSolid(image, 16, kBlue);
-    ui::Script s;
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.SoftKeyCommand(ui::Left), (int)IDC_OK);
-        d.SoftKey(ui::Left);
-    });
-    CHECK(RunPicker(s, image, ZV_HERE));
-    CHECK(IsSolid(image, 16, 16, kBlue));
-
-    // No icon at all stays no icon.
-    PlanarImage none;
-    ui::Script empty;
-    empty.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
-    CHECK(RunPicker(empty, none, ZV_HERE));
-    CHECK(none.IsEmpty());
-
-    // A missing folder gives an empty grid and the icon stays.
     IconPicker::ReleaseIconCache();
     g_appSettings.IconsFolder.value = kMissingRoot;
     ui::Script missing;

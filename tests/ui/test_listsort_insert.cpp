@@ -8,12 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "LangIds.h"
-#include "base/ResString.h"
 #include "document/ValueText.h"
 #include "listwindow/ListSort.h"
 #include "tests/framework/ZvTest.h"
-#include "tests/ui/test_listwindow_support.h"
 
 namespace {
 
@@ -132,40 +129,4 @@ TEST_CASE(Ui_List_SortedInsertRefusesNaN) {
     added.values[0].text = L"NaN";
     added.serial = 9;
     CHECK_EQ(sortedInsertIndex(rows, added, 0, FieldType::Number, false), SIZE_MAX);
-}
-
-// Check all changes the sort column's keys without sorting: an item added
-// afterwards must not be placed by searching the stale order, but land
-// where a full re-sort puts it (equal checks by creation order).
-TEST_CASE(Ui_List_AddAfterCheckAllSortsTheWholeList) {
-    using namespace lwtest;
-    ListSpec content;
-    content.fields = {Field(L"Done", 6, 30), Field(L"Item", 3, 90)};
-    content.items = {{{Choice(0), Txt(L"milk")}}, {{Choice(1), Txt(L"Bread")}}, {{Choice(0), Txt(L"apples")}}};
-    std::wstring path = TestFolder() + L"Stale order.zvl";
-    WriteFileBytes(path, ListBytes(content));
-    ListOpenRequest req;
-    ui::Script s;
-    s.Step([&](ui::Dlg& d) { d.Command(IDM_SORT_BASE + 0); });  // by the check: unchecked first
-    s.Step([&](ui::Dlg& d) {
-        CHECK(Column(d, 1) == std::vector<std::wstring>({L"milk", L"apples", L"Bread"}));
-        d.Command(IDM_CHECK_ALL);  // every key now equal; the rows keep their order
-    });
-    s.Step([&](ui::Dlg& d) {
-        CHECK(Column(d, 1) == std::vector<std::wstring>({L"milk", L"apples", L"Bread"}));
-        d.Command(IDM_ADD_ITEM);
-    });
-    s.WaitFor(L"#32770", ResText(IDS_ITEM_EDIT_TITLE).c_str());
-    s.Step([&](ui::Dlg& d) {
-        d.SetFocusTo(401);
-        d.Type(L"Cheese");
-    });
-    s.Step([&](ui::Dlg& d) { d.SoftKey(ui::Left); });  // Done
-    s.WaitFor(L"#32770", L"Zorvel");
-    s.Step([&](ui::Dlg& d) {
-        CHECK(Column(d, 1) == std::vector<std::wstring>({L"Cheese", L"milk", L"Bread", L"apples"}));
-        d.Back();
-    });
-    s.Answer(IDYES);  // leave without saving
-    CHECK_EQ((int)RunList(s, path, req, ZV_HERE), 1);
 }

@@ -34,40 +34,26 @@ static bool IsMoment(int type) { return type == 0 || type == 1 || type == 7; }
 
 std::vector<unsigned char> ListBytes(const ListSpec& content) {
     Bytes out;
-    // Header: the version in an 8-byte slot, field count, item count.
     std::wstring version = content.version;
     version.resize(4, L'\0');
-    out.Wide(version, false);
-    out.U32((uint32_t)content.fields.size()).U32((uint32_t)content.items.size());
-    out.Chunk(1010, 8).U32((uint32_t)content.sortColumn).U32((uint32_t)content.sortFlag);
-    for (const FieldSpec& f : content.fields) {
-        out.Chunk(4321, 0);
-        out.U32Chunk(1001, (uint32_t)f.width);
-        out.TextChunk(1004, f.name);
-        out.U32Chunk(1002, (uint32_t)f.type);
-        if (IsChoice(f.type)) out.U32Chunk(1009, (uint32_t)f.defaultChoice);
-        if (f.type != 2 && f.type != 6 && f.type != 8) out.TextChunk(1003, f.defaultText);
-        out.U32Chunk(1005, 0);
-        out.U32Chunk(1006, 0);
-        out.Chunk(1234, 0);
-    }
+    out.wchars(version).u32((uint32_t)content.fields.size()).u32((uint32_t)content.items.size());
+    out.viewState(content.sortColumn, content.sortFlag);
+    for (const FieldSpec& f : content.fields)
+        out.append(doctest::FieldChunks(f.name, f.type, f.width, f.defaultText.c_str(), f.defaultChoice, 0, 0));
     for (const ItemSpec& item : content.items) {
-        if (item.backColor != 0xFFFFFFFF) out.U32Chunk(120, item.backColor);
+        if (item.backColor != 0xFFFFFFFF) out.chunkU32(120, item.backColor);
         for (size_t i = 0; i < content.fields.size(); ++i) {
-            int type = content.fields[i].type;
+            uint32_t type = (uint32_t)content.fields[i].type;
             const Cell& c = item.cells[i];
-            if (IsChoice(type)) {
-                out.U32Chunk((uint32_t)type, (uint32_t)c.choice);
-            } else if (IsMoment(type)) {
-                out.Chunk((uint32_t)type, 16);
-                const WORD* w = &c.time.wYear;
-                for (int k = 0; k < 8; ++k) out.U16(w[k]);
-            } else {
-                out.TextChunk((uint32_t)type, c.text);
-            }
+            const SYSTEMTIME& t = c.time;
+            if (IsChoice((int)type)) out.chunkU32(type, (uint32_t)c.choice);
+            else if (IsMoment((int)type))
+                out.chunk(type, Bytes().systemTime(t.wYear, t.wMonth, t.wDayOfWeek, t.wDay, t.wHour, t.wMinute,
+                                                   t.wSecond, t.wMilliseconds));
+            else out.chunkText(type, c.text);
         }
     }
-    return out.b;
+    return out.v;
 }
 
 std::wstring TestFolder() {

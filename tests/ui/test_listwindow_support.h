@@ -9,35 +9,12 @@
 #include <vector>
 
 #include "listwindow/ListWindow.h"
+#include "tests/core/test_doc_util.h"
 #include "tests/harness/UiHarness.h"
 
 namespace lwtest {
 
-// The layout's building blocks, little-endian, text UTF-16LE with its NUL.
-struct Bytes {
-    std::vector<unsigned char> b;
-
-    Bytes& U32(uint32_t v) {
-        for (int i = 0; i < 4; ++i) b.push_back((unsigned char)(v >> (8 * i)));
-        return *this;
-    }
-    Bytes& U16(uint16_t v) {
-        b.push_back((unsigned char)v);
-        b.push_back((unsigned char)(v >> 8));
-        return *this;
-    }
-    Bytes& Wide(const std::wstring& s, bool withNul) {
-        for (wchar_t c : s) U16((uint16_t)c);
-        if (withNul) U16(0);
-        return *this;
-    }
-    Bytes& Chunk(uint32_t tag, uint32_t size) { return U32(size).U32(tag); }
-    Bytes& U32Chunk(uint32_t tag, uint32_t v) { return Chunk(tag, 4).U32(v); }
-    Bytes& TextChunk(uint32_t tag, const std::wstring& s) {
-        Chunk(tag, uint32_t((s.size() + 1) * 2));
-        return Wide(s, true);
-    }
-};
+using doctest::Bytes;
 
 // One field as the file holds it.
 struct FieldSpec {
@@ -79,7 +56,8 @@ struct ListSpec {
     std::vector<ItemSpec> items;
 };
 
-// The whole file for `content` as the layout defines it.
+// The whole file for `content` as the layout defines it (the version in an
+// 8-byte slot, as files of other versions have it).
 std::vector<unsigned char> ListBytes(const ListSpec& content);
 
 // A folder of its own for the list tests ("\zvlisttests\"), emptied.

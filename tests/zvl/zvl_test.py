@@ -49,7 +49,7 @@ def zvl(*args, locale="en_US.UTF-8", lang=True):
     err_path = os.path.join(WORK, "stderr")
     env = dict(os.environ, ZV_LOCALE=locale)
     with open(out_path, "wb") as out, open(err_path, "wb") as err:
-        status = subprocess.call([RUNNER, BUILD, ZVL] + list(args), stdout=out, stderr=err,
+        status = subprocess.call([RUNNER, "--prefix", "wine-test", BUILD, ZVL] + list(args), stdout=out, stderr=err,
                                  stdin=subprocess.DEVNULL, env=env, timeout=60)
     stdout = open(out_path, "rb").read().decode("utf-8")
     # The runner's shell may warn about a missing Linux locale; that is not zvl.
