@@ -155,8 +155,10 @@ bool IsMainCommandAvailable(UINT id) {
     return true;
 }
 
-void OnMainCommand(HWND mainWindow, UINT id, UINT code) {
+void OnMainCommand(HWND mainWindow, UINT id, UINT code, HWND control) {
     MainViewState& v = V();
+    // The tree passes on its label edit's notifications (EN_CHANGE...).
+    if (control && control == v.editControl) return;
     if (!IsMainCommandAvailable(id)) return;
     // While a label is being edited a soft key accepts the edit once the
     // user has typed, and is otherwise ignored: nothing else may happen to

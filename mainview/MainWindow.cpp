@@ -91,7 +91,7 @@ LRESULT CALLBACK MainWndProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) 
     case WM_SETTINGCHANGE: SHHandleWMSettingChange(hwnd, wParam, lParam, &g_activateInfo); return 0;
     case WM_NOTIFY: return OnTreeNotify(hwnd, (NMHDR*)lParam);
     case WM_CONTEXTMENU: OnTreeContextMenu(hwnd, (short)LOWORD(lParam), (short)HIWORD(lParam)); return 0;
-    case WM_COMMAND: OnMainCommand(hwnd, LOWORD(wParam), HIWORD(wParam)); return 0;
+    case WM_COMMAND: OnMainCommand(hwnd, LOWORD(wParam), HIWORD(wParam), (HWND)lParam); return 0;
     case WM_INITMENUPOPUP: return OnInitMenuPopup((HMENU)wParam);
     case WM_TIMER: OnTreeTimer(hwnd, wParam); return 0;
     case WM_HOTKEY: return OnHotKey(wParam, lParam);

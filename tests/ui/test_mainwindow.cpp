@@ -4,9 +4,12 @@
 
 #include <string>
 
+#include <commctrl.h>
+
 #include "app/Startup.h"
 #include "document/ListFile.h"
 #include "base/AppGlobals.h"
+#include "mainview/CategoryTree.h"
 #include "LangIds.h"
 #include "platform/Platform.h"
 #include "tests/framework/ZvTest.h"
@@ -63,6 +66,15 @@ struct ModulesScope {
 };
 
 HWND MainWindow() { return FindWindowW(L"ZorvelConsole", L"Zorvel"); }
+
+// A text of the language module the installation uses, read before start-up loads it.
+std::wstring LangText(UINT id) {
+    HMODULE module = LoadLibraryExW((BinFolder() + L"LangEng.dll").c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    wchar_t text[256] = L"";
+    if (module) LoadStringW(module, id, text, 256);
+    if (module) FreeLibrary(module);
+    return text;
+}
 }  // namespace
 
 TEST_CASE(Ui_Main_StartShowsSoftKeysAndMenu) {
@@ -97,7 +109,7 @@ TEST_CASE(Ui_Main_StartShowsSoftKeysAndMenu) {
         std::vector<std::wstring> items = ui::Dlg::MenuTexts(d.SoftKeyMenu(ui::Right));
         CHECK(items.size() >= 3);
         if (!items.empty()) CHECK(items[0].compare(0, 3, L"&1 ") == 0);
-        // Only the commands that need no category tree are offered.
+        // Every command is offered but those whose dialogs are still missing.
         HMENU menu = d.SoftKeyMenu(ui::Right);
         CHECK(!(GetMenuState(menu, IDM_EXIT, MF_BYCOMMAND) & MF_GRAYED));
         CHECK(!(GetMenuState(menu, IDM_ABOUT, MF_BYCOMMAND) & MF_GRAYED));
@@ -165,4 +177,135 @@ TEST_CASE(Ui_Main_CommandLineListEditedAndSaved) {
     int checkedAfter = CheckedItems(list);
     CHECK(checkedAfter == checkedBefore + 1 || checkedAfter == checkedBefore - 1);
     CHECK(Exists(std::wstring(kLists) + L"\\Personal\\Grocery - weekly.BAK"));
+}
+
+namespace {
+// Empties a folder left by an earlier run, sub-folders included.
+void EmptyFolder(const std::wstring& folder) {
+    WIN32_FIND_DATAW found;
+    HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) return;
+    do {
+        std::wstring path = folder + L"\\" + found.cFileName;
+        if (!wcscmp(found.cFileName, L".") || !wcscmp(found.cFileName, L"..")) continue;
+        SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+        if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
+            EmptyFolder(path);
+            RemoveDirectoryW(path.c_str());
+        } else {
+            DeleteFileW(path.c_str());
+        }
+    } while (FindNextFileW(search, &found));
+    FindClose(search);
+}
+
+void Touch(const std::wstring& path) {
+    CloseHandle(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+}
+
+HWND Tree() { return GetDlgItem(MainWindow(), kTreeControlId); }
+
+// Every item's label in display order, children indented by two blanks.
+std::vector<std::wstring> TreeLabels() {
+    std::vector<std::wstring> labels;
+    HWND tree = Tree();
+    for (HTREEITEM item = TreeView_GetRoot(tree); item; item = TreeView_GetNextSibling(tree, item)) {
+        for (HTREEITEM at = item; at; at = at == item ? TreeView_GetChild(tree, item) : TreeView_GetNextSibling(tree, at)) {
+            wchar_t text[260] = L"";
+            TVITEMW data = {};
+            data.mask = TVIF_TEXT;
+            data.hItem = at;
+            data.pszText = text;
+            data.cchTextMax = 260;
+            TreeView_GetItem(tree, &data);
+            labels.push_back((at == item ? L"" : L"  ") + std::wstring(text));
+        }
+    }
+    return labels;
+}
+
+void Select(const wchar_t* label) {
+    HWND tree = Tree();
+    for (HTREEITEM item = TreeView_GetRoot(tree); item; item = TreeView_GetNextVisible(tree, item)) {
+        wchar_t text[260] = L"";
+        TVITEMW data = {};
+        data.mask = TVIF_TEXT;
+        data.hItem = item;
+        data.pszText = text;
+        data.cchTextMax = 260;
+        TreeView_GetItem(tree, &data);
+        if (wcscmp(text, label) == 0) {
+            TreeView_SelectItem(tree, item);
+            return;
+        }
+    }
+    zvtest::Fail(ZV_HERE, "no tree item labelled as asked");
+}
+
+// A rename as the user does it: the command, the new name typed, Enter.
+void Rename(ui::Script& s, const wchar_t* label, const wchar_t* typed) {
+    s.Step([label](ui::Dlg& d) { Select(label); d.Command(IDM_RENAME); });
+    s.Step([typed](ui::Dlg& d) { d.Type(typed); d.Enter(); });
+}
+}  // namespace
+
+// The tree shows the lists folder by the folder's rules, and renames, new
+// categories and deletes change the disk as the user asked.
+TEST_CASE(Ui_Main_TreeFollowsTheListsFolder) {
+    ModulesScope keep;
+    EmptyFolder(kLists);
+    Install(L"LangEng.dll");
+    std::wstring lists = kLists;
+    CreateDirectoryW((lists + L"\\Work").c_str(), nullptr);
+    CreateDirectoryW((lists + L"\\Work\\Sub").c_str(), nullptr);
+    for (const wchar_t* name : {L"\\Work\\a.zvl", L"\\Work\\b.ZVL", L"\\Work\\notes.txt", L"\\Work\\Sub\\c.zvl",
+                                L"\\Work\\x.zvl.bak", L"\\Top.zvl"})
+        Touch(lists + name);
+    std::wstring newCategory = LangText(IDS_NEW_CATEGORY_NAME);
+    CreateDirectoryW((lists + L"\\" + newCategory).c_str(), nullptr);  // the default name is taken
+    SetFileAttributesW((lists + L"\\Top.zvl").c_str(), FILE_ATTRIBUTE_READONLY);
+    CHECK(InitInstance(hInstance, SW_SHOW, const_cast<LPWSTR>(L"")));
+    if (!MainWindow()) return;
+    std::vector<std::wstring> shown = TreeLabels();
+    CHECK(shown == std::vector<std::wstring>({L"", newCategory, L"Personal", L"  Grocery - weekly", L"Top", L"Work",
+                                              L"  a", L"  b", L"  x"}));
+
+    ui::Script s;
+    // The Root item is never renamed: no edit opens.
+    s.Step([](ui::Dlg& d) { Select(L""); d.Command(IDM_RENAME); });
+    s.Step([](ui::Dlg&) { CHECK(TreeView_GetEditControl(Tree()) == nullptr); });
+    // A typed name keeps the list's extension; a category takes its lists along.
+    Rename(s, L"a", L"Weekly.txt");
+    Rename(s, L"Work", L"Job");
+    Rename(s, L"b", L"Renamed");
+    s.Step([lists](ui::Dlg&) {
+        CHECK(Exists(lists + L"\\Job\\Weekly.txt.zvl"));
+        CHECK(Exists(lists + L"\\Job\\Renamed.zvl"));
+        CHECK(!Exists(lists + L"\\Work"));
+    });
+    s.Step([](ui::Dlg& d) { d.Command(IDM_NEW_CATEGORY); });
+    s.Step([](ui::Dlg& d) { d.Enter(); });
+    s.Step([](ui::Dlg& d) { d.Command(IDM_NEW_CATEGORY); });
+    s.Step([](ui::Dlg& d) { d.Enter(); });
+    // A category holding another file loses its lists and stays.
+    s.Step([](ui::Dlg& d) { Select(L"Job"); d.Command(IDM_DELETE); });
+    s.Answer(IDOK);
+    s.Step([](ui::Dlg& d) { Select(L"Top"); d.Command(IDM_DELETE_CTX); });
+    s.Answer(IDOK);
+    s.Step([](ui::Dlg& d) { d.Command(IDM_EXIT); });
+    CHECK(!ui::RunWindow(s, MainWindow()));
+
+    CHECK(!Exists(lists + L"\\Job\\Renamed.zvl"));  // deleted with the category's lists
+    CHECK(Exists(lists + L"\\Job\\notes.txt"));
+    CHECK(Exists(lists + L"\\" + newCategory + L" 1"));
+    CHECK(Exists(lists + L"\\" + newCategory + L" 2"));
+    CHECK(Exists(lists + L"\\Top.zvl"));  // read-only: refused
+    const auto& boxes = ui::MessageBoxes();
+    CHECK_EQ(boxes.size(), 4u);
+    if (boxes.size() == 4) {
+        CHECK_EQ(boxes[1].text, LangText(IDS_CATEGORY_NOT_EMPTY));
+        CHECK_EQ(boxes[3].text, LangText(IDS_ERROR_CAPTION));
+        CHECK_EQ(boxes[3].caption, LangText(IDS_ERROR_CAPTION));
+    }
+    SetFileAttributesW((lists + L"\\Top.zvl").c_str(), FILE_ATTRIBUTE_NORMAL);
 }
