@@ -252,3 +252,4 @@
 #define IDS_ABOUT_BUILT              8209  // one "%s": the build date
 #define IDS_ITEM_EDIT_TITLE          8210  // item editor title "Edit Item"
 #define IDS_ICON_PICKER_TITLE        8211  // title of the icon picker ("Choose Icon")
+#define IDS_TOO_MANY_FIELDS          8215  // template editor: a 51st field is refused
