@@ -25,7 +25,10 @@
 namespace {
 
 const wchar_t kTitle[] = L"Field Edit";
-const DWORD kListStyle = WS_CHILD | WS_VISIBLE | WS_BORDER | WS_TABSTOP | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT;
+// Drawn by the dialog: one entry fills the box, and the selection is lit
+// only while the box has the focus, like a phone spinner.
+const DWORD kListStyle = WS_CHILD | WS_VISIBLE | WS_BORDER | WS_TABSTOP | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT |
+                         LBS_OWNERDRAWFIXED | LBS_HASSTRINGS;
 const DWORD kUpDownStyle = WS_CHILD | WS_VISIBLE | UDS_WRAP | UDS_SETBUDDYINT | UDS_ALIGNRIGHT | UDS_ARROWKEYS |
                            UDS_HORZ | UDS_EXPANDABLE;
 const int kUpDownOffset = 10;  // the up-down of list n has ID n + 10
@@ -201,6 +204,11 @@ void CreateSpinner(HWND dlg, int id, int x, int y, int width, int height) {
     HWND upDown = CreateWindowExW(0, UPDOWN_CLASSW, L"", kUpDownStyle, 0, 0, 0, 0, dlg,
                                   (HMENU)(INT_PTR)(id + kUpDownOffset), hInstance, nullptr);
     SendMessageW(upDown, UDM_SETBUDDY, (WPARAM)list, 0);
+    // The arrows take the right end of the box at the size of the screen's
+    // other controls (the up-down alone keeps the system's 96-dpi width).
+    const int arrows = ScaleX(16);
+    MoveWindow(list, x, ScaleY(y), width - arrows, ScaleY(height), FALSE);
+    MoveWindow(upDown, x + width - arrows, ScaleY(y), arrows, ScaleY(height), FALSE);
     // Installed after the up-down took its buddy, so this sees the keys first.
     SetWindowSubclass(list, ControlKeyProc, (UINT_PTR)id, 0);
 }
@@ -347,6 +355,17 @@ BOOL OnPaint(HWND dlg) {
     return TRUE;
 }
 
+BOOL OnMeasureItem(MEASUREITEMSTRUCT* mis) {
+    const int boxHeight = (mis->CtlID == kFieldDateDefaultListId || mis->CtlID == kFieldTimeDefaultListId) ? 25 : 20;
+    mis->itemHeight = ScaleY(boxHeight) - 2 * GetSystemMetrics(SM_CYBORDER);
+    return TRUE;
+}
+
+BOOL OnDrawItem(const DRAWITEMSTRUCT* dis) {
+    DrawListEntry(*dis);
+    return TRUE;
+}
+
 BOOL OnHotKey(WPARAM wParam, LPARAM lParam) {
     if (HIWORD(lParam) == VK_ESCAPE) SHSendBackToFocusWindow(WM_HOTKEY, wParam, lParam);
     return TRUE;
@@ -359,6 +378,8 @@ INT_PTR CALLBACK FieldEditProc(HWND dlg, UINT msg, WPARAM wParam, LPARAM lParam)
     case WM_HSCROLL: return OnHScroll(dlg, (HWND)lParam);
     case WM_PAINT: return OnPaint(dlg);
     case WM_HOTKEY: return OnHotKey(wParam, lParam);
+    case WM_MEASUREITEM: return OnMeasureItem((MEASUREITEMSTRUCT*)lParam);
+    case WM_DRAWITEM: return OnDrawItem((const DRAWITEMSTRUCT*)lParam);
     }
     return FALSE;
 }

@@ -159,6 +159,7 @@ void CreateList(HWND dlg, bool templateFirst) {
 void Layout(HWND dlg, int width, int height) {
     if (!S().templates.view) return;  // sized by the shell before the list exists
     MoveWindow(S().templates.view, ScaleX(5), ScaleY(20), width - ScaleX(10), height - ScaleY(25), TRUE);
+    S().templates.FitColumn();
     InvalidateRect(dlg, nullptr, TRUE);
     UpdateWindow(dlg);
 }

@@ -106,7 +106,18 @@ void TemplateList::Fill() {
         FindClose(find);
     }
     SendMessageW(view, WM_SETREDRAW, TRUE, 0);
+    FitColumn();
     InvalidateRect(view, nullptr, TRUE);
+}
+
+void TemplateList::FitColumn() const {
+    // The one column of the new list dialog spans the list. The list view
+    // of this platform shows a horizontal scroll bar for a column wider than
+    // its client area whatever LVS_EX_NOHSCROLL says.
+    if (look.columnCount != 1 || !view) return;
+    RECT client;
+    GetClientRect(view, &client);
+    SendMessageW(view, LVM_SETCOLUMNWIDTH, 0, client.right);
 }
 
 bool TemplateList::HasSelection() const { return SendMessageW(view, LVM_GETSELECTIONMARK, 0, 0) >= 0; }

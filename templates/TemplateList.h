@@ -41,6 +41,8 @@ struct TemplateList {
     void Create(HWND dialog, const TemplateListLook& look, int x, int y, int w, int h);
     // Empties the list and lists `folder` again (a missing folder: no rows).
     void Fill();
+    // A single column spans the list's client area (after a move or a fill).
+    void FitColumn() const;
     // The name of the row under the selection mark, empty when there is none.
     std::wstring SelectedName() const;
     bool HasSelection() const;

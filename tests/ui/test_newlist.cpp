@@ -16,6 +16,7 @@
 #include "dialogs/TextEntry.h"
 #include "templates/Templates.h"
 #include "tests/framework/ZvTest.h"
+#include "tests/ui/UiTestUtil.h"
 #include "tests/ui/test_templates_support.h"
 
 using namespace tmpltest;
@@ -345,4 +346,28 @@ TEST_CASE(Ui_TemplatesManager_ChoosesAnotherFolder) {
     });
     RUN_MANAGER(s);
     CHECK_EQ(TemplatePathSetting(), folder + L"Other\\");
+}
+
+// Where the template list sits, and its row height, at both densities.
+TEST_CASE(Ui_Templates_ListLayoutAt96And192Dpi) {
+    std::wstring folder = ShopAndGoals();
+    TemplatePathScope path(folder);
+    for (int dpi : {96, 192}) {
+        uitest::DensityScope density(dpi);
+        for (bool manager : {false, true}) {
+            ui::Script s;
+            s.Step([&](ui::Dlg& d) {
+                RECT client = d.ClientRect();
+                CHECK_EQ(client.right, ScaleX(240));
+                uitest::CheckRect(uitest::RectInParent(d.Item(kTemplateListId)), ScaleX(5), ScaleY(20),
+                                  client.right - ScaleX(10), client.bottom - ScaleY(manager ? 30 : 25), ZV_HERE);
+                RECT row = {LVIR_BOUNDS, 0, 0, 0};
+                SendMessageW(d.Item(kTemplateListId), LVM_GETITEMRECT, 0, (LPARAM)&row);
+                CHECK_EQ(row.bottom - row.top, (LONG)ScaleY(18));
+                d.Back();
+            });
+            NewListRequest req = Request(folder);
+            manager ? RUN_MANAGER(s) : RUN_NEW_LIST(s, req);
+        }
+    }
 }
