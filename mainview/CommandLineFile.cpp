@@ -21,8 +21,12 @@ void OpenCommandLineFile(HWND mainWindow, const TextBuffer& path) {
     request.module = hLangModule;
     request.mode = TemplateEditOpen;
     _snwprintf(request.path, MAX_PATH - 1, L"%s", path.Text());
-    wchar_t title[MAX_PATH] = {};
-    FileTitleFromPath(path, title);
-    lstrcpynW(request.name, title, kTemplateNameChars + 1);
+    // The title fits the buffer whenever the path does; a longer path is
+    // refused by the editor all the same.
+    if (path.length < MAX_PATH) {
+        wchar_t title[MAX_PATH] = {};
+        FileTitleFromPath(path, title);
+        lstrcpynW(request.name, title, kTemplateNameChars + 1);
+    }
     RunTemplateEditor(mainWindow, request);
 }

@@ -12,6 +12,7 @@
 #include "base/AppGlobals.h"
 #include "base/ResString.h"
 #include "dialogs/TextEntry.h"
+#include "settings/IconPicker.h"
 #include "templates/Templates.h"
 #include "tests/framework/ZvTest.h"
 #include "tests/ui/test_templates_support.h"
@@ -372,4 +373,41 @@ TEST_CASE(Ui_FieldEdit_TapsOnTheTypeArrows) {
     });
     CHECK_EQ(RUN_FIELD(s, field), 1);
     CHECK_EQ((int)field.type, (int)FieldType::Selection);
+}
+
+// The icon chosen in the icon picker is saved with the template: the icon
+// chunks come first, planes in the order red, green, blue, alpha.
+TEST_CASE(Ui_TemplateEditor_IconFromThePickerIsSaved) {
+    std::wstring folder = TemplatesTestFolder();
+    // The picker's cache lives as long as the program: when no earlier test
+    // filled it, one 16 x 16 icon of our own goes in.
+    std::vector<unsigned char> tga = {0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 16, 0, 16, 0, 32, 0x28};
+    for (int i = 0; i < 256; ++i) tga.insert(tga.end(), {(unsigned char)i, 90, 200, 255});
+    std::wstring icons = ScratchFolder(L"Icons");
+    Write(icons + L"dot.tga", tga);
+    IconPicker::FillIconCache(icons.c_str());
+    CHECK(IconPicker::CachedIconCount() > 0);
+    if (IconPicker::CachedIconCount() == 0) return;
+
+    TemplateEditRequest req = {};
+    lstrcpyW(req.folder, folder.c_str());
+    ui::Script s;
+    s.Step([](ui::Dlg& d) { d.Command(IDM_TEMPLATE_ICON); });
+    s.WaitFor(L"#32770", ResText(IDS_ICON_PICKER_TITLE).c_str());
+    s.Step([](ui::Dlg& d) { d.Key(VK_HOME); });
+    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    s.WaitFor(L"#32770", L"Edit Template");
+    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    s.Step([](ui::Dlg& d) { d.Type(L"Dotted"); d.SoftKey(ui::Left); });
+    CHECK_EQ(RUN_EDITOR(s, req), 1);
+
+    const PlanarImage& icon = IconPicker::CachedIcon(0);
+    lwtest::Bytes want;
+    want.Wide(L"1.7", true).U32(0).Chunk(1007, 8).U32((uint32_t)icon.width).U32((uint32_t)icon.height);
+    for (const unsigned char* plane : {icon.red, icon.green, icon.blue, icon.alpha}) {
+        want.Chunk(1008, (uint32_t)icon.PixelCount());
+        want.b.insert(want.b.end(), plane, plane + icon.PixelCount());
+    }
+    want.Chunk(1010, 8).U32(0xFFFFFFFF).U32(0);
+    CHECK_BYTES(ReadBytes(folder + L"Dotted.zvt"), want.b);
 }
