@@ -8,12 +8,14 @@
 
 #include "LangIds.h"
 #include "app/RegistryConfig.h"
+#include "base/AppGlobals.h"
 #include "base/ResString.h"
 #include "dialogs/CsvDialogs.h"
 #include "dialogs/FileSelectDialog.h"
 #include "dialogs/MessageBoxes.h"
 #include "mainview/CategoryTree.h"
 #include "mainview/MainWindow.h"
+#include "templates/Templates.h"
 
 namespace {
 
@@ -53,6 +55,34 @@ std::wstring TargetFolder(HTREEITEM item) {
 bool IsListOrBackupName(const wchar_t* name) {
     const wchar_t* dot = wcschr(name, L'.');
     return dot && (_wcsnicmp(dot + 1, L"zvl", 3) == 0 || _wcsnicmp(dot + 1, L"bak", 3) == 0);
+}
+
+void NewList(HWND mainWindow) {
+    MainViewState& v = V();
+    HTREEITEM item = SelectedItem();
+    TreeNode* node = NodeOf(item);
+    if (!node) {
+        ResMessageBox(mainWindow, IDS_NO_SELECTION, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION);
+        return;
+    }
+    NewListRequest request = {};
+    request.module = hLangModule;
+    lstrcpynW(request.categoryFolder, TargetFolder(item).c_str(), MAX_PATH);
+    RunNewListDialog(mainWindow, request);
+    if (!request.created) return;
+    // The new list goes into the selected category (a list's own category).
+    if (!node->isFolder) {
+        HTREEITEM parent = ParentOf(item);
+        if (parent) SendMessageW(v.tree, TVM_SELECTITEM, TVGN_CARET, (LPARAM)parent);
+        item = parent;
+        node = NodeOf(item);
+    }
+    HTREEITEM under = node && node->level >= 0 ? item : nullptr;
+    HTREEITEM added = InsertTreeNode(request.listName, under, 0, request.listPath);
+    if (!added) return;
+    ++v.listCount;
+    v.lastSelected = added;
+    InvalidateRect(v.tree, nullptr, TRUE);
 }
 
 void NewCategory(HWND mainWindow) {
@@ -148,9 +178,8 @@ void ImportIntoCategory(HWND mainWindow) {
 
 bool IsMainCommandAvailable(UINT id) {
     switch (id) {
-    case IDM_NEW_LIST:
     case IDM_SETTINGS:
-        return false;  // their dialogs are not part of the program yet
+        return false;  // its dialog is not part of the program yet
     }
     return true;
 }
@@ -176,6 +205,7 @@ void OnMainCommand(HWND mainWindow, UINT id, UINT code, HWND control) {
         v.ToggleOnOpen = 1;
         OpenSelectedItem(mainWindow);
         return;
+    case IDM_NEW_LIST: NewList(mainWindow); break;
     case IDM_NEW_CATEGORY: NewCategory(mainWindow); return;
     case IDM_DELETE:
     case IDM_DELETE_CTX: DeleteSelected(mainWindow); break;

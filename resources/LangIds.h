@@ -255,3 +255,6 @@
 
 // Main view messages beyond the device's own (8300-8319)
 #define IDS_NEW_CATEGORY_FAILED      8300  // the lists folder takes no new folder
+
+// Template dialogs beyond the device's own (8220-8229)
+#define IDS_TOO_MANY_FIELDS          8220  // template editor: a 51st field is refused

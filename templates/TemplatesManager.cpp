@@ -1,0 +1,200 @@
+// The templates manager: the templates folder's templates with their icons,
+// and the commands that make, change and delete them or choose another
+// templates folder. Lists made from a template never change with it.
+#include "templates/Templates.h"
+
+#include <commctrl.h>
+
+#include <cwchar>
+#include <string>
+
+#include "LangIds.h"
+#include "app/RegistryConfig.h"
+#include "base/AppGlobals.h"
+#include "base/ResString.h"
+#include "dialogs/FileSelectDialog.h"
+#include "platform/PhoneDialog.h"
+#include "platform/ScreenScale.h"
+#include "templates/TemplateList.h"
+
+namespace {
+
+const wchar_t kTitle[] = L"Templates";
+
+struct TemplatesManagerState {
+    TemplatesManagerRequest* request = nullptr;
+    HINSTANCE module = nullptr;
+    TemplateList templates;
+};
+TemplatesManagerState g_templatesManager;
+
+TemplatesManagerState& S() { return g_templatesManager; }
+
+TemplateListLook Look() {
+    TemplateListLook look = {};
+    look.columnCount = 2;
+    look.columnTrim = ScaleX(50);
+    look.lastColumn = ScaleX(10);
+    look.textLeft = ScaleX(6) + ScaleX(16);
+    look.textShiftUp = ScaleY(1);
+    return look;
+}
+
+void Refill() {
+    S().templates.Fill();
+    SetFocus(S().templates.view);
+}
+
+// The selected template's name; false (message shown) when none is selected.
+bool SelectedTemplate(HWND dlg, std::wstring& name) {
+    if (!S().templates.HasSelection()) {
+        ShowTemplateError(dlg, IDS_NO_TEMPLATE_SELECTED);
+        return false;
+    }
+    name = S().templates.SelectedName();
+    return true;
+}
+
+std::wstring PathOf(const std::wstring& name) { return S().templates.folder + name + L".zvt"; }
+
+// ---------------------------------------------------------------------------
+// Commands
+// ---------------------------------------------------------------------------
+
+void RunEditor(HWND dlg, TemplateEditRequest& edit) {
+    edit.module = S().module;
+    lstrcpynW(edit.folder, S().templates.folder.c_str(), MAX_PATH);
+    RunTemplateEditor(dlg, edit);
+}
+
+void OnNewTemplate(HWND dlg) {
+    TemplateEditRequest edit = {};
+    edit.mode = TemplateEditNew;
+    RunEditor(dlg, edit);
+    if (edit.saved) Refill();
+}
+
+void OnEditTemplate(HWND dlg) {
+    std::wstring name;
+    if (!SelectedTemplate(dlg, name)) return;
+    TemplateEditRequest edit = {};
+    edit.mode = TemplateEditOpen;
+    lstrcpynW(edit.name, name.c_str(), kTemplateNameChars + 1);
+    lstrcpynW(edit.path, PathOf(name).c_str(), MAX_PATH);
+    RunEditor(dlg, edit);
+    // Saved under the same name the row stands as it was.
+    if (name != edit.name) Refill();
+}
+
+void OnDeleteTemplate(HWND dlg) {
+    std::wstring name;
+    if (!SelectedTemplate(dlg, name)) return;
+    std::wstring question = ResText(IDS_DELETE_TEMPLATE_TEXT) + L" \"" + name + L"\"";
+    if (MessageBoxW(dlg, question.c_str(), ResText(IDS_DELETE_TEMPLATE_CAPTION).c_str(),
+                    MB_YESNO | MB_ICONINFORMATION) != IDYES)
+        return;
+    DeleteFileW(PathOf(name).c_str());
+    Refill();
+}
+
+void OnChooseFolder(HWND dlg) {
+    FileSelectRequest choose;
+    choose.mode = FileSelectFolder;
+    choose.title = ResText(IDS_TEMPLATES_FOLDER_TITLE).c_str();
+    choose.folder = S().templates.folder.c_str();
+    if (!RunFileSelectDialog(dlg, choose)) return;
+    S().templates.folder = choose.path.c_str();
+    g_registryConfig.SetTemplatePath(choose.path.c_str());
+    Refill();
+}
+
+// ---------------------------------------------------------------------------
+// Messages
+// ---------------------------------------------------------------------------
+
+void SetSoftKeyText(HWND bar, int index, UINT stringId) {
+    // The bar keeps its texts in a pool: the text joins it first.
+    std::wstring text = ResText(stringId);
+    std::wstring pool = text + L'\0';
+    SendMessageW(bar, TB_ADDSTRINGW, 0, (LPARAM)pool.c_str());
+    TBBUTTONINFOW info = {};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_TEXT | TBIF_BYINDEX;
+    info.pszText = &text[0];
+    SendMessageW(bar, TB_SETBUTTONINFOW, index, (LPARAM)&info);
+}
+
+void Layout(HWND dlg, int width, int height) {
+    if (!S().templates.view) return;  // sized by the shell before the list exists
+    MoveWindow(S().templates.view, ScaleX(5), ScaleY(20), width - ScaleX(10), height - ScaleY(30), TRUE);
+    InvalidateRect(dlg, nullptr, TRUE);
+    UpdateWindow(dlg);
+}
+
+BOOL OnInitDialog(HWND dlg) {
+    if (HWND bar = PhoneDialogMenuBar(dlg)) {
+        SetSoftKeyText(bar, 0, IDS_DONE);
+        SetSoftKeyText(bar, 1, IDS_CANCEL);
+    }
+    SetWindowTextW(dlg, kTitle);
+    RECT client;
+    GetClientRect(dlg, &client);
+    S().templates.Create(dlg, Look(), ScaleX(10), ScaleY(40), client.right - ScaleX(20),
+                         client.bottom - ScaleY(50));
+    S().templates.folder = TemplatesFolder();
+    SetFocus(S().templates.view);
+    S().templates.Fill();
+    Layout(dlg, client.right, client.bottom);
+    return FALSE;  // the focus is set
+}
+
+BOOL OnCommand(HWND dlg, int id) {
+    switch (id) {
+    case IDM_NEW_TEMPLATE:
+    case IDM_NEW_TEMPLATE_CTX: OnNewTemplate(dlg); return TRUE;
+    case IDM_EDIT_TEMPLATE:
+    case IDM_EDIT_TEMPLATE_CTX: OnEditTemplate(dlg); return TRUE;
+    case IDM_DELETE_TEMPLATE:
+    case IDM_DELETE_TEMPLATE_CTX: OnDeleteTemplate(dlg); return TRUE;
+    case IDM_TEMPLATES_FOLDER: OnChooseFolder(dlg); return TRUE;
+    case IDC_OK:
+    case IDOK:
+    case IDCANCEL: EndDialog(dlg, 1); return TRUE;
+    }
+    return FALSE;
+}
+
+BOOL OnPaint(HWND dlg) {
+    S().templates.PaintHeading(dlg, IDS_TEMPLATES_HEADING);
+    return TRUE;
+}
+
+BOOL OnMeasureItem(MEASUREITEMSTRUCT* mis) { return S().templates.Measure(*mis); }
+BOOL OnDrawItem(const DRAWITEMSTRUCT* dis) { return S().templates.Draw(*dis); }
+
+INT_PTR CALLBACK TemplatesManagerProc(HWND dlg, UINT msg, WPARAM wParam, LPARAM lParam) {
+    switch (msg) {
+    case WM_INITDIALOG: return OnInitDialog(dlg);
+    case WM_SIZE: Layout(dlg, LOWORD(lParam), HIWORD(lParam)); return TRUE;
+    case WM_PAINT: return OnPaint(dlg);
+    case WM_MEASUREITEM: return OnMeasureItem((MEASUREITEMSTRUCT*)lParam);
+    case WM_DRAWITEM: return OnDrawItem((const DRAWITEMSTRUCT*)lParam);
+    case WM_COMMAND: return OnCommand(dlg, LOWORD(wParam));
+    case WM_DESTROY: S().templates.Release(); return FALSE;
+    }
+    return FALSE;
+}
+
+}  // namespace
+
+INT_PTR RunTemplatesManager(HWND owner, TemplatesManagerRequest& request) {
+    S().request = &request;
+    S().module = request.module ? request.module : hLangModule;
+    PhoneDialogSpec spec;
+    spec.menuModule = S().module;
+    spec.menuId = IDM_TEMPLATES_MANAGER_MENUBAR;
+    spec.overrideBack = false;  // Back ends the manager (IDCANCEL)
+    RunPhoneDialog(owner, spec, TemplatesManagerProc, 0);
+    S().request = nullptr;
+    return 1;
+}

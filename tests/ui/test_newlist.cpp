@@ -1,0 +1,373 @@
+// The new list dialog and the templates manager driven in-process: what
+// they list, the lists they write (byte for byte), every refusal, and the
+// manager's commands on the templates folder.
+#include <windows.h>
+#include <commctrl.h>
+
+#include <algorithm>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "LangIds.h"
+#include "base/AppGlobals.h"
+#include "base/ResString.h"
+#include "dialogs/FileSelectDialog.h"
+#include "dialogs/TextEntry.h"
+#include "templates/Templates.h"
+#include "tests/framework/ZvTest.h"
+#include "tests/ui/UiTestUtil.h"
+#include "tests/ui/test_templates_support.h"
+
+using namespace tmpltest;
+
+namespace {
+
+const wchar_t kKey[] = L"Software\\Quenta\\Zorvel";
+using Texts = std::vector<std::wstring>;
+
+// Points the TemplatePath setting at a scratch folder (without its trailing
+// "\", as a user may store it) for one test.
+class TemplatePathScope {
+public:
+    explicit TemplatePathScope(const std::wstring& folder) {
+        std::wstring value = folder.substr(0, folder.size() - 1);
+        RegSetKeyValueW(HKEY_CURRENT_USER, kKey, L"TemplatePath", REG_SZ, value.c_str(),
+                        DWORD((value.size() + 1) * sizeof(wchar_t)));
+    }
+    ~TemplatePathScope() { RegDeleteKeyValueW(HKEY_CURRENT_USER, kKey, L"TemplatePath"); }
+};
+
+std::wstring TemplatePathSetting() {
+    wchar_t value[MAX_PATH] = {};
+    DWORD size = sizeof value;
+    RegGetValueW(HKEY_CURRENT_USER, kKey, L"TemplatePath", RRF_RT_REG_SZ, nullptr, value, &size);
+    return value;
+}
+
+const std::vector<TField> kShopFields = {TField(L"Got", FieldType::Check), TField(L"Item", FieldType::Text)};
+
+// Shop (with an icon) and Goals (without) in a fresh templates folder.
+std::wstring ShopAndGoals() {
+    std::wstring folder = TemplatesTestFolder();
+    Write(folder + L"Shop.zvt", TemplateBytes(kShopFields, true));
+    Write(folder + L"Goals.zvt", TemplateBytes({TField(L"Goal", FieldType::Text)}));
+    return folder;
+}
+
+Texts Rows(ui::Dlg& d) {
+    Texts rows;
+    for (int i = 0; i < d.ListCount(kTemplateListId); ++i) rows.push_back(d.ListText(kTemplateListId, i));
+    return rows;
+}
+
+int RowOf(ui::Dlg& d, const std::wstring& name) {
+    Texts rows = Rows(d);
+    auto at = std::find(rows.begin(), rows.end(), name);
+    return at == rows.end() ? -1 : int(at - rows.begin());
+}
+
+NewListRequest Request(const std::wstring& category) {
+    NewListRequest req = {};
+    lstrcpyW(req.categoryFolder, category.c_str());
+    return req;
+}
+
+INT_PTR RunNewList(ui::Script& s, NewListRequest& req, const char* file, int line) {
+    return ui::RunModal(s, [&] { return RunNewListDialog(nullptr, req); }, file, line);
+}
+#define RUN_NEW_LIST(s, req) RunNewList(s, req, __FILE__, __LINE__)
+
+INT_PTR RunManager(ui::Script& s, const char* file, int line) {
+    TemplatesManagerRequest req = {hLangModule, 1};
+    return ui::RunModal(s, [&] { return RunTemplatesManager(nullptr, req); }, file, line);
+}
+#define RUN_MANAGER(s) RunManager(s, __FILE__, __LINE__)
+
+// Chooses a template row (or none for an empty name) and answers the name prompt.
+void ChooseAndName(ui::Script& s, const std::wstring& templateName, const std::wstring& listName) {
+    s.Step([templateName](ui::Dlg& d) {
+        if (!templateName.empty()) SelectListRow(d, kTemplateListId, RowOf(d, templateName));
+        d.Enter();
+    });
+    s.Step([listName](ui::Dlg& d) {
+        d.Type(listName.c_str());
+        d.SoftKey(ui::Left);
+    });
+}
+
+}  // namespace
+
+// Only names whose extension starts with the template letters are listed,
+// in any case; folders are not; a damaged template is listed and drawn
+// with the default icon. Both dialogs list alike.
+TEST_CASE(Ui_Templates_BothDialogsListTemplateFilesOnly) {
+    std::wstring folder = ShopAndGoals();
+    DeleteFileW((folder + L"Shop.zvt").c_str());
+    Write(folder + L"Shop.ZVT", TemplateBytes(kShopFields, true));
+    Write(folder + L"notes.txt", {1, 2});
+    Write(folder + L"a.b.zvt", TemplateBytes({}));
+    Write(folder + L"Wide.zvtx", TemplateBytes({}));
+    Write(folder + L"Broken.zvt", {'1', 0});
+    CreateDirectoryW((folder + L"Sub.zvt").c_str(), nullptr);
+    TemplatePathScope path(folder);
+    const Texts want = {L"Broken", L"Goals", L"Shop", L"Wide"};
+    for (bool manager : {false, true}) {
+        ui::Script s;
+        s.Step([&](ui::Dlg& d) {
+            Texts rows = Rows(d);
+            std::sort(rows.begin(), rows.end());
+            CHECK(rows == want);
+            CHECK_EQ(d.FocusId(), kTemplateListId);
+            if (manager) {
+                CHECK_EQ(d.Text(0), std::wstring(L"Templates"));
+                CHECK_EQ(d.SoftKeyText(ui::Left), ResText(IDS_DONE));
+                CHECK_EQ(d.SoftKeyText(ui::Right), ResText(IDS_CANCEL));
+            }
+            for (int row = 0; row < d.ListCount(kTemplateListId); ++row) SelectListRow(d, kTemplateListId, row);
+        });
+        s.Step([](ui::Dlg& d) {
+            UpdateWindow(d.Item(kTemplateListId));  // every row drawn, the damaged one too
+            d.Back();
+        });
+        NewListRequest req = Request(folder);
+        CHECK_EQ(manager ? RUN_MANAGER(s) : RUN_NEW_LIST(s, req), (INT_PTR)1);
+        CHECK_EQ(ui::MessageBoxes().size(), 0u);
+    }
+}
+
+// The list is the template's fields with no items, written before the list
+// window opens; kept when saved there, gone when left unsaved.
+TEST_CASE(Ui_NewList_WritesOpensAndKeepsOnlyASavedList) {
+    std::wstring folder = ShopAndGoals();
+    std::wstring category = ScratchFolder(L"Lists");
+    TemplatePathScope path(folder);
+    std::wstring doubled = category.substr(0, category.size() - 1) + L"\\\\";  // "...\Lists\\"
+    for (bool save : {true, false}) {
+        NewListRequest req = Request(doubled);
+        ui::Script s;
+        ChooseAndName(s, L"Shop", L"Weekly");
+        s.WaitFor(L"#32770", L"Zorvel");
+        s.Step([&](ui::Dlg& d) {
+            CHECK_BYTES(ReadBytes(category + L"Weekly.zvl"), EmptyListBytes(kShopFields, true));
+            if (save) d.SoftKey(ui::Left);
+            else d.Back();
+        });
+        CHECK_EQ(RUN_NEW_LIST(s, req), (INT_PTR)1);
+        CHECK_EQ((int)req.created, save ? 1 : 0);
+        CHECK_EQ(std::wstring(req.listName), std::wstring(L"Weekly"));
+        CHECK_EQ(std::wstring(req.listPath), category + L"Weekly.zvl");
+        CHECK_EQ(Exists(category + L"Weekly.zvl"), save);
+        CHECK_EQ(Exists(category + L"Weekly.BAK"), save);
+    }
+}
+
+// Every refusal shows its message and leaves the dialog open for another try.
+TEST_CASE(Ui_NewList_RefusalsLeaveTheDialogOpen) {
+    std::wstring folder = ShopAndGoals();
+    std::vector<unsigned char> old = TemplateBytes({});
+    old[2] = '6';
+    Write(folder + L"Old.zvt", old);
+    Write(folder + L"Gone.zvt", TemplateBytes({}));
+    std::wstring category = ScratchFolder(L"Lists");
+    const std::vector<unsigned char> kept = {7, 7, 7};
+    Write(category + L"Kept.zvl", kept);
+    TemplatePathScope path(folder);
+    enum ListFile { None, Empty, Untouched };
+    struct Row {
+        std::wstring category, templateName, listName;
+        UINT message;
+        ListFile after;
+    } rows[] = {
+        {category, L"Shop", L"", IDS_LIST_NAME_EMPTY, None},
+        {category, L"", L"Plan", IDS_NO_TEMPLATE_SELECTED, None},
+        {category, L"Gone", L"Plan", IDS_TEMPLATE_OPEN_FAILED, Empty},
+        {category, L"Old", L"Plan", IDS_TEMPLATE_VERSION_BAD, Empty},
+        {L"\\zvtemplatetests\\NoSuchCategory\\", L"Shop", L"Plan", IDS_LIST_CREATE_FAILED, None},
+        {category, L"Shop", L"Kept", IDS_LIST_EXISTS_TEXT, Untouched},  // answered No
+    };
+    for (const Row& row : rows) {
+        DeleteFileW((category + L"Plan.zvl").c_str());
+        NewListRequest req = Request(row.category);
+        ui::Script s;
+        s.Step([&](ui::Dlg&) {
+            if (row.templateName == L"Gone") DeleteFileW((folder + L"Gone.zvt").c_str());  // listed, then gone
+        });
+        ChooseAndName(s, row.templateName, row.listName);
+        if (row.after == Untouched) s.Answer(IDNO);
+        s.Step([&](ui::Dlg& d) {
+            CHECK(IsWindowVisible(d.hwnd));
+            CHECK_EQ(d.ListCount(kTemplateListId) > 0, true);
+            d.Back();
+        });
+        CHECK_EQ(RUN_NEW_LIST(s, req), (INT_PTR)1);
+        CHECK_EQ((int)req.created, 0);
+        CHECK_EQ(ui::MessageBoxes().size(), 1u);
+        if (ui::MessageBoxes().size() != 1u) continue;
+        const ui::MessageBoxRecord& box = ui::MessageBoxes()[0];
+        if (row.after == Untouched) {
+            wchar_t question[512];
+            wsprintfW(question, ResText(IDS_LIST_EXISTS_TEXT).c_str(), L"Kept");
+            CHECK_EQ(box.text, std::wstring(question));
+            CHECK_EQ(box.caption, ResText(IDS_LIST_EXISTS_CAPTION));
+            CHECK_EQ(box.buttons | box.icon, (UINT)(MB_YESNO | MB_ICONQUESTION));
+            CHECK_BYTES(ReadBytes(category + L"Kept.zvl"), kept);
+        } else {
+            CHECK_EQ(box.text, ResText(row.message));
+            CHECK_EQ(box.caption, ResText(IDS_ERROR_CAPTION));
+            CHECK_EQ(box.icon, (UINT)MB_ICONEXCLAMATION);
+            CHECK_EQ(Exists(category + L"Plan.zvl"), row.after == Empty);
+            if (row.after == Empty) CHECK_EQ(ReadBytes(category + L"Plan.zvl").size(), (size_t)0);
+        }
+    }
+}
+
+// New template first: the editor, then the name prompt, then the list.
+TEST_CASE(Ui_NewList_MakesATemplateFirst) {
+    std::wstring folder = TemplatesTestFolder();
+    std::wstring category = ScratchFolder(L"Lists");
+    TemplatePathScope path(folder);
+    NewListRequest req = Request(category);
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.ListCount(kTemplateListId), 0);  // an empty folder, no error
+        d.Command(IDM_NEW_TEMPLATE_FOR_LIST);
+    });
+    s.WaitFor(L"#32770", L"Edit Template");
+    s.Step([](ui::Dlg& d) { d.Command(IDM_ADD_FIELD); });
+    s.WaitFor(L"#32770", L"Field Edit");
+    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });  // a Date field, due today
+    s.WaitFor(L"#32770", L"Edit Template");
+    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    s.Step([](ui::Dlg& d) { d.Type(L"Quick"); d.SoftKey(ui::Left); });
+    s.Step([](ui::Dlg& d) { d.Type(L"Today"); d.SoftKey(ui::Left); });
+    s.WaitFor(L"#32770", L"Zorvel");
+    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    CHECK_EQ(RUN_NEW_LIST(s, req), (INT_PTR)1);
+    CHECK_EQ((int)req.created, 1);
+    TField due(L"", FieldType::Date);
+    due.text = ResText(IDS_DATE_MODE_TODAY);
+    CHECK_BYTES(ReadBytes(folder + L"Quick.zvt"), TemplateBytes({due}));
+    CHECK(Exists(category + L"Today.zvl"));
+}
+
+// Delete asks with the name in quotes; No keeps the file, Yes removes it.
+// Edit and delete need a selected row.
+TEST_CASE(Ui_TemplatesManager_DeleteAndSelectionChecks) {
+    std::wstring folder = ShopAndGoals();
+    TemplatePathScope path(folder);
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        d.Command(IDM_EDIT_TEMPLATE);
+        d.Command(IDM_DELETE_TEMPLATE_CTX);
+    });
+    s.Step([](ui::Dlg& d) {
+        SelectListRow(d, kTemplateListId, RowOf(d, L"Shop"));
+        d.Command(IDM_DELETE_TEMPLATE);
+    });
+    s.Answer(IDOK).Answer(IDOK).Answer(IDNO).Answer(IDYES);  // boxes are answered in order
+    s.Step([&](ui::Dlg& d) {
+        CHECK(Exists(folder + L"Shop.zvt"));
+        d.Command(IDM_DELETE_TEMPLATE);
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK(!Exists(folder + L"Shop.zvt"));
+        CHECK(Rows(d) == Texts({L"Goals"}));
+        CHECK_EQ(d.FocusId(), kTemplateListId);
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ(RUN_MANAGER(s), (INT_PTR)1);
+    const auto& boxes = ui::MessageBoxes();
+    CHECK_EQ(boxes.size(), 4u);
+    if (boxes.size() != 4u) return;
+    CHECK_EQ(boxes[0].text, ResText(IDS_NO_TEMPLATE_SELECTED));
+    CHECK_EQ(boxes[1].text, ResText(IDS_NO_TEMPLATE_SELECTED));
+    CHECK_EQ(boxes[2].text, ResText(IDS_DELETE_TEMPLATE_TEXT) + L" \"Shop\"");
+    CHECK_EQ(boxes[2].caption, ResText(IDS_DELETE_TEMPLATE_CAPTION));
+    CHECK_EQ(boxes[2].buttons | boxes[2].icon, (UINT)(MB_YESNO | MB_ICONINFORMATION));
+    CHECK_EQ(boxes[3].answer, IDYES);
+}
+
+// Saving under the same name leaves the rows (and the selection) as they
+// were; a new name refreshes the list, where both names now stand.
+TEST_CASE(Ui_TemplatesManager_EditRefreshesOnlyOnANewName) {
+    std::wstring folder = ShopAndGoals();
+    TemplatePathScope path(folder);
+    ui::Script s;
+    for (const wchar_t* name : {L"Shop", L"Shop 2"}) {
+        s.Step([](ui::Dlg& d) {
+            SelectListRow(d, kTemplateListId, RowOf(d, L"Shop"));
+            d.Command(IDM_EDIT_TEMPLATE);
+        });
+        s.WaitFor(L"#32770", L"Edit Template");
+        s.Step([](ui::Dlg& d) {
+            CHECK_EQ(d.ListCount(kTemplateFieldListId), 2);
+            d.SoftKey(ui::Left);
+        });
+        s.Step([name](ui::Dlg& d) {
+            SetWindowTextW(d.Item(kTextEntryEditId), name);
+            d.SoftKey(ui::Left);
+        });
+        s.WaitFor(L"#32770", L"Templates");
+        s.Step([name](ui::Dlg& d) {
+            const bool renamed = std::wstring(name) != L"Shop";
+            CHECK_EQ(d.ListCount(kTemplateListId), renamed ? 3 : 2);
+            CHECK_EQ(d.ListSelectionMark(kTemplateListId) >= 0, !renamed);
+        });
+    }
+    s.Step([](ui::Dlg& d) { d.Back(); });
+    RUN_MANAGER(s);
+    CHECK_BYTES(ReadBytes(folder + L"Shop 2.zvt"), TemplateBytes(kShopFields, true));
+    CHECK_BYTES(ReadBytes(folder + L"Shop.zvt"), TemplateBytes(kShopFields, true));
+}
+
+// Another folder, chosen in the folder dialog, is listed at once and stored.
+TEST_CASE(Ui_TemplatesManager_ChoosesAnotherFolder) {
+    std::wstring folder = TemplatesTestFolder();
+    CreateDirectoryW((folder + L"Other").c_str(), nullptr);
+    Write(folder + L"Other\\Far.zvt", TemplateBytes({}));
+    TemplatePathScope path(folder);
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.ListCount(kTemplateListId), 0);
+        d.Command(IDM_TEMPLATES_FOLDER);
+    });
+    s.WaitFor(L"#32770", ResText(IDS_TEMPLATES_FOLDER_TITLE).c_str());
+    s.Step([](ui::Dlg& d) {
+        SelectListRow(d, kFileSelectList, 0);
+        d.SetFocusTo(kFileSelectList);
+        d.Enter();  // into Other
+    });
+    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    s.WaitFor(L"#32770", L"Templates");
+    s.Step([](ui::Dlg& d) {
+        CHECK(Rows(d) == Texts({L"Far"}));
+        d.Back();
+    });
+    RUN_MANAGER(s);
+    CHECK_EQ(TemplatePathSetting(), folder + L"Other\\");
+}
+
+// Where the template list sits, and its row height, at both densities.
+TEST_CASE(Ui_Templates_ListLayoutAt96And192Dpi) {
+    std::wstring folder = ShopAndGoals();
+    TemplatePathScope path(folder);
+    for (int dpi : {96, 192}) {
+        uitest::DensityScope density(dpi);
+        for (bool manager : {false, true}) {
+            ui::Script s;
+            s.Step([&](ui::Dlg& d) {
+                RECT client = d.ClientRect();
+                CHECK_EQ(client.right, ScaleX(240));
+                uitest::CheckRect(uitest::RectInParent(d.Item(kTemplateListId)), ScaleX(5), ScaleY(20),
+                                  client.right - ScaleX(10), client.bottom - ScaleY(manager ? 30 : 25), ZV_HERE);
+                RECT row = {LVIR_BOUNDS, 0, 0, 0};
+                SendMessageW(d.Item(kTemplateListId), LVM_GETITEMRECT, 0, (LPARAM)&row);
+                CHECK_EQ(row.bottom - row.top, (LONG)ScaleY(18));
+                d.Back();
+            });
+            NewListRequest req = Request(folder);
+            manager ? RUN_MANAGER(s) : RUN_NEW_LIST(s, req);
+        }
+    }
+}

@@ -1,0 +1,101 @@
+// Shared by the template tests: template and list bytes built from the file
+// layout (never by the writer under test), a scratch templates folder, and
+// row selection in a list view as the navigation keys leave it.
+#pragma once
+#include <windows.h>
+#include <commctrl.h>
+
+#include <string>
+#include <vector>
+
+#include "document/ListDocument.h"
+#include "tests/core/test_doc_util.h"
+#include "tests/harness/UiHarness.h"
+#include "tests/ui/test_listwindow_support.h"
+
+namespace tmpltest {
+
+struct TField {
+    std::wstring name;
+    FieldType type;
+    int choice = 0;
+    std::wstring text;
+    int dateMode = 0, timeMode = 0, width = 0;
+    TField(const std::wstring& n, FieldType t) : name(n), type(t) {}
+};
+
+// The chunks after the header: an optional 2 x 2 icon, the view state
+// (-1, 0) and the fields.
+inline doctest::Bytes ChunkBytes(const std::vector<TField>& fields, bool withIcon) {
+    doctest::Bytes out;
+    if (withIcon) {
+        out.chunk(1007, doctest::Bytes().u32(2).u32(2));
+        for (int plane = 0; plane < 4; ++plane) {
+            doctest::Bytes pixels;
+            for (int i = 0; i < 4; ++i) pixels.u8((unsigned)(plane * 60 + i));
+            out.chunk(1008, pixels);
+        }
+    }
+    out.viewState(-1, 0);
+    for (const TField& f : fields)
+        out.append(doctest::FieldChunks(f.name, (int)f.type, f.width, f.text.c_str(), f.choice, f.dateMode, f.timeMode));
+    return out;
+}
+
+inline std::vector<unsigned char> TemplateBytes(const std::vector<TField>& fields, bool withIcon = false) {
+    return doctest::Bytes().templateHeader((int)fields.size()).append(ChunkBytes(fields, withIcon)).v;
+}
+
+// An empty list made from those fields: the 16-byte header and the same chunks.
+inline std::vector<unsigned char> EmptyListBytes(const std::vector<TField>& fields, bool withIcon = false) {
+    return doctest::Bytes().listHeader((int)fields.size(), 0).append(ChunkBytes(fields, withIcon)).v;
+}
+
+inline void Write(const std::wstring& path, const std::vector<unsigned char>& bytes) {
+    lwtest::WriteFileBytes(path, bytes);
+}
+inline std::vector<unsigned char> ReadBytes(const std::wstring& path) { return lwtest::ReadFileBytes(path); }
+inline bool Exists(const std::wstring& path) { return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
+
+// Empties (or makes) a scratch folder under the templates test root.
+inline std::wstring ScratchFolder(const std::wstring& name) {
+    CreateDirectoryW(L"\\zvtemplatetests\\", nullptr);
+    std::wstring folder = L"\\zvtemplatetests\\" + name + L"\\";
+    WIN32_FIND_DATAW data;
+    HANDLE find = FindFirstFileW((folder + L"*").c_str(), &data);
+    if (find != INVALID_HANDLE_VALUE) {
+        do {
+            std::wstring entry = data.cFileName;
+            if (entry == L"." || entry == L"..") continue;
+            if (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
+                std::wstring sub = folder + entry + L"\\";
+                WIN32_FIND_DATAW inner;
+                HANDLE f = FindFirstFileW((sub + L"*").c_str(), &inner);
+                if (f != INVALID_HANDLE_VALUE) {
+                    do DeleteFileW((sub + inner.cFileName).c_str());
+                    while (FindNextFileW(f, &inner));
+                    FindClose(f);
+                }
+                RemoveDirectoryW(sub.c_str());
+            } else {
+                DeleteFileW((folder + entry).c_str());
+            }
+        } while (FindNextFileW(find, &data));
+        FindClose(find);
+    }
+    CreateDirectoryW(folder.c_str(), nullptr);
+    return folder;
+}
+inline std::wstring TemplatesTestFolder() { return ScratchFolder(L"Templates"); }
+
+// Selects and focuses `row` as the arrow keys would.
+inline void SelectListRow(ui::Dlg& d, int listId, int row) {
+    HWND list = d.Item(listId);
+    LVITEMW state = {};
+    state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    state.state = LVIS_SELECTED | LVIS_FOCUSED;
+    SendMessageW(list, LVM_SETITEMSTATE, row, (LPARAM)&state);
+    SendMessageW(list, LVM_SETSELECTIONMARK, 0, row);
+}
+
+}  // namespace tmpltest
