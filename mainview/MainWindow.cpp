@@ -5,7 +5,7 @@
 #include "platform/MenuBars.h"
 #include "app/Startup.h"
 #include "base/AppGlobals.h"
-#include "base/ResString.h"
+#include "mainview/AboutScreen.h"
 #include "mainview/CommandLineFile.h"
 #include "platform/aygshell.h"
 #include "settings/AppSettings.h"
@@ -19,8 +19,6 @@ SHACTIVATEINFO g_activateInfo = [] {
     info.cbSize = sizeof info;
     return info;
 }();
-const wchar_t kProgramVersion[] = L"1.7";
-const wchar_t kBuildDate[] = L"" __DATE__;
 
 void CreateMenuBar(HWND hwnd) {
     g_hMainMenuBar = CreateMenuBarFromMenu(hwnd, hLangModule, IDM_MAIN_MENUBAR);
@@ -60,18 +58,10 @@ LRESULT OnPaint(HWND hwnd) {
     return 0;
 }
 
-void ShowAbout(HWND hwnd) {
-    wchar_t version[64], built[64], text[512];
-    wsprintfW(version, ResText(IDS_ABOUT_VERSION).c_str(), kProgramVersion);
-    wsprintfW(built, ResText(IDS_ABOUT_BUILT).c_str(), kBuildDate);
-    wsprintfW(text, L"%s\n\n%s\n%s", ResText(IDS_ABOUT_PRODUCT).c_str(), version, built);
-    MessageBoxW(hwnd, text, ResText(IDS_ABOUT_TITLE).c_str(), MB_OK | MB_ICONINFORMATION);
-}
-
 LRESULT OnCommand(HWND hwnd, UINT id) {
     switch (id) {
     case IDM_EXIT: DestroyWindow(hwnd); break;
-    case IDM_ABOUT: ShowAbout(hwnd); break;
+    case IDM_ABOUT: RunAboutScreen(hwnd); break;
     }
     return 0;
 }

@@ -5,6 +5,7 @@
 //   MainWindow.h/.cpp       the window procedure, soft keys and menu commands
 //   CommandLineFile.h/.cpp  a list or template named on the command line
 //   MainViewImages.h/.cpp   the images the main view shares program-wide
+//   AboutScreen.h/.cpp      the about screen (main menu and settings dialog)
 #pragma once
 #include <windows.h>
 
