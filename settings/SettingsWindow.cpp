@@ -111,11 +111,10 @@ void CSettingsWindow::Create(HWND hwnd) {
     CreateControls(hwnd);
     ShowTab(hwnd, SW_SHOW);
     if (controlCount > 0) {
-        // Control 0 is a label on both pages: the dialog manager hands the
-        // focus on to the first control that takes it.
+        // Control 0 is a label on both pages (on the Colors page the second
+        // row's): the focus goes to the first control on the page that takes it.
         HWND first = controls[0];
-        if (first && !(GetWindowLongW(first, GWL_STYLE) & WS_TABSTOP))
-            first = GetNextDlgTabItem(hwnd, first, FALSE);
+        if (first && !(GetWindowLongW(first, GWL_STYLE) & WS_TABSTOP)) first = GetNextDlgTabItem(hwnd, nullptr, FALSE);
         if (first) SetFocus(first);
     }
 }
