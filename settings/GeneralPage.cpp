@@ -98,7 +98,8 @@ void CGeneralSettingsWindow::Apply() {
     HWND faces = controls[kGeneralFaceList];
     row = (int)SendMessageW(faces, LB_GETCURSEL, 0, 0);
     wchar_t face[LF_FACESIZE] = {};
-    if (row >= 0 && SendMessageW(faces, LB_GETTEXTLEN, row, 0) < LF_FACESIZE) SendMessageW(faces, LB_GETTEXT, row, (LPARAM)face);
+    if (row >= 0 && SendMessageW(faces, LB_GETTEXTLEN, row, 0) < LF_FACESIZE)
+        SendMessageW(faces, LB_GETTEXT, row, (LPARAM)face);
     g_appSettings.FontFace.Set(face[0] ? face : g_appSettings.FontFace.value.c_str());
     g_appSettings.IconsFolder.Set(EditText(controls[kGeneralIconsEdit]));
     g_appSettings.TemplatePath.Set(EditText(controls[kGeneralTemplatesEdit]));
