@@ -13,8 +13,10 @@
 #include "dialogs/CsvDialogs.h"
 #include "dialogs/FileSelectDialog.h"
 #include "dialogs/MessageBoxes.h"
+#include "mainview/AboutScreen.h"
 #include "mainview/CategoryTree.h"
 #include "mainview/MainWindow.h"
+#include "settings/SettingsDialog.h"
 #include "templates/Templates.h"
 
 namespace {
@@ -167,6 +169,14 @@ void ChooseListsFolder(HWND mainWindow) {
     FillTree();
 }
 
+// The settings may have changed the font and the colours the tree uses.
+void OpenSettings(HWND mainWindow) {
+    RunSettingsDialog(hInstance, hLangModule, hImageModule);
+    MakeTreeFonts();
+    SendMessageW(V().tree, WM_SETFONT, (WPARAM)V().regularFont.Get(), TRUE);
+    InvalidateRect(mainWindow, nullptr, TRUE);
+}
+
 void ImportIntoCategory(HWND mainWindow) {
     std::wstring folder = TargetFolder(SelectedItem());
     if (!importCsv(mainWindow, folder.c_str())) return;
@@ -176,13 +186,7 @@ void ImportIntoCategory(HWND mainWindow) {
 
 }  // namespace
 
-bool IsMainCommandAvailable(UINT id) {
-    switch (id) {
-    case IDM_SETTINGS:
-        return false;  // its dialog is not part of the program yet
-    }
-    return true;
-}
+bool IsMainCommandAvailable(UINT) { return true; }
 
 void OnMainCommand(HWND mainWindow, UINT id, UINT code, HWND control) {
     MainViewState& v = V();
@@ -211,7 +215,8 @@ void OnMainCommand(HWND mainWindow, UINT id, UINT code, HWND control) {
     case IDM_DELETE_CTX: DeleteSelected(mainWindow); break;
     case IDM_RENAME:
     case IDM_RENAME_CTX: StartRename(SelectedItem()); return;
-    case IDM_ABOUT: ShowAbout(mainWindow); break;
+    case IDM_SETTINGS: OpenSettings(mainWindow); break;
+    case IDM_ABOUT: RunAboutScreen(mainWindow); break;
     case IDM_LISTS_FOLDER: ChooseListsFolder(mainWindow); break;
     case IDM_EXIT: DestroyWindow(mainWindow); return;
     case IDM_IMPORT: ImportIntoCategory(mainWindow); break;

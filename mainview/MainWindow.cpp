@@ -7,6 +7,7 @@
 #include "base/AppGlobals.h"
 #include "base/ResString.h"
 #include "mainview/CategoryTree.h"
+#include "mainview/AboutScreen.h"
 #include "mainview/CommandLineFile.h"
 #include "mainview/MainViewImages.h"
 #include "platform/MenuBars.h"
@@ -21,8 +22,6 @@ SHACTIVATEINFO g_activateInfo = [] {
     info.cbSize = sizeof info;
     return info;
 }();
-const wchar_t kProgramVersion[] = L"1.7";
-const wchar_t kBuildDate[] = L"" __DATE__;
 
 void CreateMenuBar(HWND hwnd) {
     g_hMainMenuBar = CreateMenuBarFromMenu(hwnd, hLangModule, IDM_MAIN_MENUBAR);
@@ -72,14 +71,6 @@ LRESULT OnHotKey(WPARAM wParam, LPARAM lParam) {
     return 0;
 }
 }  // namespace
-
-void ShowAbout(HWND hwnd) {
-    wchar_t version[64], built[64], text[512];
-    wsprintfW(version, ResText(IDS_ABOUT_VERSION).c_str(), kProgramVersion);
-    wsprintfW(built, ResText(IDS_ABOUT_BUILT).c_str(), kBuildDate);
-    wsprintfW(text, L"%s\n\n%s\n%s", ResText(IDS_ABOUT_PRODUCT).c_str(), version, built);
-    MessageBoxW(hwnd, text, ResText(IDS_ABOUT_TITLE).c_str(), MB_OK | MB_ICONINFORMATION);
-}
 
 LRESULT CALLBACK MainWndProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
     switch (msg) {

@@ -9,6 +9,7 @@
 //   MainCommands.cpp        the commands of the menus
 //   CommandLineFile.h/.cpp  a list or template named on the command line
 //   MainViewImages.h/.cpp   the images the main view shares program-wide
+//   AboutScreen.h/.cpp      the about screen (main menu and settings dialog)
 #pragma once
 #include <windows.h>
 
@@ -16,6 +17,3 @@ LRESULT CALLBACK MainWndProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
 HWND CreateMainWindow(HINSTANCE instance);
 
 extern HWND g_hMainMenuBar;
-
-// The about box (command IDM_ABOUT).
-void ShowAbout(HWND owner);

@@ -1,5 +1,7 @@
 #include "platform/MenuBars.h"
 
+#include <commctrl.h>
+
 #include "platform/aygshell.h"
 
 HWND CreateMenuBarFromMenu(HWND parent, HINSTANCE module, UINT menuId) {
@@ -16,4 +18,12 @@ void OverrideBackKey(HWND menuBar) {
     if (!menuBar) return;
     SendMessageW(menuBar, SHCMBM_OVERRIDEKEY, VK_ESCAPE,
                  MAKELPARAM(SHMBOF_NODEFAULT | SHMBOF_NOTIFY, SHMBOF_NODEFAULT | SHMBOF_NOTIFY));
+}
+
+void SetSoftKeyText(HWND menuBar, int command, const wchar_t* text) {
+    TBBUTTONINFOW info = {};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_TEXT;
+    info.pszText = const_cast<wchar_t*>(text);
+    SendMessageW(menuBar, TB_SETBUTTONINFOW, command, (LPARAM)&info);
 }

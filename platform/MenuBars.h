@@ -9,3 +9,6 @@ HWND CreateMenuBarFromMenu(HWND parent, HINSTANCE module, UINT menuId);
 
 // Back reaches the bar's parent as WM_HOTKEY instead of taking its default action.
 void OverrideBackKey(HWND menuBar);
+
+// Relabels the soft key that sends `command` (or opens the popup with that ID).
+void SetSoftKeyText(HWND menuBar, int command, const wchar_t* text);

@@ -76,7 +76,7 @@ const DLGTEMPLATE* FullScreenTemplate() {
 }  // namespace
 
 INT_PTR RunPhoneDialog(HWND owner, const PhoneDialogSpec& spec, DLGPROC proc, LPARAM param) {
-    const DLGTEMPLATE* dialogTemplate = FullScreenTemplate();
+    const DLGTEMPLATE* dialogTemplate = spec.dialogTemplate ? spec.dialogTemplate : FullScreenTemplate();
     if (!dialogTemplate || !proc) return -1;
     PhoneDialog dialog = {};
     dialog.spec = spec;

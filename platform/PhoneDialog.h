@@ -15,6 +15,9 @@ struct PhoneDialogSpec {
     // up a folder...) instead of closing it.
     bool overrideBack = true;
     DWORD initFlags = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
+    // A template built by the caller (the settings dialog's own); null: the
+    // empty full-screen template of the program's module.
+    const DLGTEMPLATE* dialogTemplate = nullptr;
 };
 
 // Runs `proc` modally with `param` as WM_INITDIALOG's lParam. Returns what

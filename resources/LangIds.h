@@ -24,6 +24,7 @@
 #define IDM_TEMPLATE_EDITOR_MENUBAR  40077 // template editor: Save | Menu
 #define IDM_OK_CANCEL_MENUBAR        40078 // text entry, field properties, icon picker: OK | Cancel
 #define IDM_TEMPLATES_MANAGER_MENUBAR 40079 // templates manager: Done | Menu
+#define IDM_ABOUT_MENUBAR            40088 // about screen: Done (IDOK)
 
 // Popups of IDM_CONTEXT_MENUS, by position.
 #define CTX_TREE_TOP_LEVEL           0     // category, Root item or list at the top level
@@ -252,6 +253,10 @@
 #define IDS_ABOUT_BUILT              8209  // one "%s": the build date
 #define IDS_ITEM_EDIT_TITLE          8210  // item editor title "Edit Item"
 #define IDS_ICON_PICKER_TITLE        8211  // title of the icon picker ("Choose Icon")
+#define IDS_ABOUT_NAME               8212  // the product's name on the about screen
+#define IDS_ABOUT_LISTS_FOLDER       8213
+#define IDS_ABOUT_TEMPLATES_FOLDER   8214
+#define IDS_ABOUT_NOT_SET            8215  // in place of a folder the registry lacks
 
 // Main view messages beyond the device's own (8300-8319)
 #define IDS_NEW_CATEGORY_FAILED      8300  // the lists folder takes no new folder

@@ -10,6 +10,11 @@
 //                       ColorPickerParts.h what its files share
 //   IconPicker.h/.cpp   the icon picker; IconCache.cpp the icons folder scan
 //   PickerGdi.h         drawing helpers and the font of both pickers
+//   SettingsDialog.h/.cpp  the settings dialog: the page list, Done and Back
+//   SettingsWindow.h/.cpp  the page framework CSettingsWindow: running a
+//                       page, its soft keys, routing, the control rows
+//   GeneralPage.cpp     CGeneralSettingsWindow: font size and face, folders
+//   ColorsPage.cpp      CColorsSettingsWindow: the four colour swatches
 #pragma once
 #include <windows.h>
 

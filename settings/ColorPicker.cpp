@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cwchar>
 
+#include "platform/MenuBars.h"
 #include "platform/PhoneDialog.h"
 #include "LangIds.h"
 #include "platform/ScreenScale.h"
@@ -281,14 +282,6 @@ HWND CreateChild(HWND parent, const wchar_t* cls, const wchar_t* text, DWORD sty
                                  Picker().resourceModule, nullptr);
     SendMessageW(child, WM_SETFONT, (WPARAM)font, FALSE);
     return child;
-}
-
-void SetSoftKeyText(HWND menuBar, int buttonId, const wchar_t* text) {
-    TBBUTTONINFOW info = {};
-    info.cbSize = sizeof info;
-    info.dwMask = TBIF_TEXT;
-    info.pszText = (LPWSTR)text;
-    SendMessageW(menuBar, TB_SETBUTTONINFOW, buttonId, (LPARAM)&info);
 }
 
 void CreateMenuBar(HWND hwnd, CColorPicker& p) {

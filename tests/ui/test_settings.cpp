@@ -1,0 +1,340 @@
+// The settings dialog and its pages driven as a user drives them: the page
+// list's keys, values kept or thrown away by Done and Back, the swatches,
+// the rows' layout, and the about screen.
+#include <windows.h>
+#include <commctrl.h>
+
+#include <functional>
+#include <string>
+
+#include "LangIds.h"
+#include "base/AppGlobals.h"
+#include "mainview/AboutScreen.h"
+#include "settings/AppSettings.h"
+#include "settings/ColorPicker.h"
+#include "settings/SettingsDialog.h"
+#include "settings/SettingsWindow.h"
+#include "tests/app/RegistryTestUtil.h"
+#include "tests/framework/ZvTest.h"
+#include "tests/harness/UiHarness.h"
+#include "tests/ui/UiTestUtil.h"
+
+namespace {
+
+const wchar_t kRootKey[] = L"Software\\Quenta\\Zorvel";
+const wchar_t kGeneralKey[] = L"Software\\Quenta\\Zorvel\\General";
+const wchar_t kColorsKey[] = L"Software\\Quenta\\Zorvel\\Colors";
+const DWORD kMissing = 0xDEADBEEF;
+
+// Every case starts with no stored settings and leaves memory as stored.
+struct SettingsScope {
+    SettingsScope() { RegDeleteTreeW(HKEY_CURRENT_USER, kGeneralKey); }
+    ~SettingsScope() {
+        RegDeleteTreeW(HKEY_CURRENT_USER, kGeneralKey);
+        g_appSettings.LoadSettings();
+    }
+};
+
+INT_PTR RunSettings(ui::Script& s, const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
+    return ui::RunModal(s, [] { return (INT_PTR)RunSettingsDialog(hInstance, hLangModule, hImageModule); }, file, line);
+}
+
+std::wstring Title(HWND w) {
+    wchar_t text[256] = L"";
+    GetWindowTextW(w, text, 256);
+    return text;
+}
+
+enum End { Done, CancelYes, CancelNoThenDone };
+
+void EndSettings(ui::Script& s, End end) {
+    s.WaitFor(L"#32770", L"Settings");
+    if (end == Done) {
+        s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+        return;
+    }
+    s.Answer(end == CancelYes ? IDYES : IDNO);
+    s.Step([](ui::Dlg& d) { d.Back(); });
+    if (end == CancelNoThenDone) s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+}
+
+std::wstring SelectedText(HWND list) {
+    int row = (int)SendMessageW(list, LB_GETCURSEL, 0, 0);
+    wchar_t text[64] = L"";
+    if (row >= 0) SendMessageW(list, LB_GETTEXT, row, (LPARAM)text);
+    return text;
+}
+
+// Pixels inside a swatch, clear of its frame: the corner's colour and
+// whether anything black (the "Default" text) is drawn on it.
+COLORREF SwatchCorner(HWND swatch) {
+    HDC dc = GetDC(swatch);
+    COLORREF c = GetPixel(dc, ScaleX(3), ScaleY(3));
+    ReleaseDC(swatch, dc);
+    return c;
+}
+bool SwatchHasBlack(HWND swatch) {
+    RECT r;
+    GetClientRect(swatch, &r);
+    HDC dc = GetDC(swatch);
+    bool found = false;
+    for (int y = ScaleY(3); y < r.bottom - ScaleY(3) && !found; ++y)
+        for (int x = ScaleX(3); x < r.right - ScaleX(3) && !found; ++x) found = GetPixel(dc, x, y) == RGB(0, 0, 0);
+    ReleaseDC(swatch, dc);
+    return found;
+}
+
+}  // namespace
+
+// Digits, their QWERTY letters, Enter on the mark and a tap each open
+// their row's page; "3" runs the templates manager, not a settings page.
+TEST_CASE(Ui_Settings_PageListOpensPages) {
+    SettingsScope scope;
+    struct Row {
+        std::function<void(ui::Dlg&)> act;
+        const wchar_t* page;          // nullptr: no settings page opens
+        const wchar_t* titleWhileOpen;
+    } rows[] = {
+        {[](ui::Dlg& d) { d.Key('W'); }, L"General", L"Settings"},
+        {[](ui::Dlg& d) { d.Key('1'); }, L"General", L"Settings"},
+        {[](ui::Dlg& d) { d.Key('E'); }, L"Colors", L"Settings"},
+        {[](ui::Dlg& d) { d.Key('2'); }, L"Colors", L"Settings"},
+        {[](ui::Dlg& d) { d.Enter(); }, L"General", L"1  General"},
+        {[](ui::Dlg& d) { d.Key(VK_DOWN); d.Enter(); }, L"Colors", L"2  Colors"},
+        {[](ui::Dlg& d) { d.TapCell(kSettingsPageList, 1, 0); }, L"Colors", L"Settings"},
+        {[](ui::Dlg& d) { d.Key('3'); }, nullptr, nullptr},
+        {[](ui::Dlg& d) { d.Key('R'); }, nullptr, nullptr},
+    };
+    for (Row& row : rows) {
+        ui::Script s;
+        s.Step([&](ui::Dlg& d) {
+            CHECK_EQ(d.ListCount(kSettingsPageList), 3);
+            CHECK_EQ(d.ListText(kSettingsPageList, 0), L"1  General");
+            CHECK_EQ(d.ListText(kSettingsPageList, 2), L"3  Templates");
+            CHECK_EQ(d.FocusId(), kSettingsPageList);
+            row.act(d);
+        });
+        if (row.page) {
+            s.WaitFor(L"#32770", row.page);
+            s.Step([&](ui::Dlg& d) {
+                CHECK_EQ(Title(GetWindow(d.hwnd, GW_OWNER)), std::wstring(row.titleWhileOpen));
+                d.Back();
+            });
+        } else {
+            s.Step([](ui::Dlg& d) {
+                CHECK(Title(d.hwnd) != L"General" && Title(d.hwnd) != L"Colors");
+                if (Title(d.hwnd) != L"Settings") d.Back();  // the templates manager
+            });
+        }
+        s.WaitFor(L"#32770", L"Settings");
+        s.Step([](ui::Dlg& d) { CHECK_EQ(Title(d.hwnd), L"Settings"); });
+        EndSettings(s, Done);
+        CHECK_EQ(RunSettings(s), 1);
+    }
+}
+
+// The font size reaches the registry only through Done of the dialog,
+// whichever way the page was left; the default is deleted, not stored.
+TEST_CASE(Ui_Settings_FontSizeStoredOnlyWhenConfirmed) {
+    struct Row {
+        DWORD stored;
+        int steps;       // right (+) or left (-) on the size spinner
+        UINT leavePage;  // VK_ESCAPE (Back) or VK_F1 (Done)
+        End end;
+        DWORD want;      // in the registry afterwards
+        INT_PTR result;
+    } rows[] = {
+        {kMissing, 2, VK_ESCAPE, Done, 14, 1},
+        {kMissing, 2, VK_F1, Done, 14, 1},
+        {kMissing, 2, VK_F1, CancelYes, kMissing, 0},
+        {10, 3, VK_ESCAPE, CancelYes, 10, 0},
+        {kMissing, 1, VK_ESCAPE, CancelNoThenDone, 13, 1},
+        {14, -2, VK_ESCAPE, Done, kMissing, 1},  // back to 12
+        {kMissing, 5, VK_ESCAPE, Done, 8, 1},    // 16 wraps round to 8
+    };
+    for (const Row& row : rows) {
+        SettingsScope scope;
+        if (row.stored != kMissing) regtest::SetDword(kGeneralKey, L"FontSize", row.stored);
+        ui::Script s;
+        s.Step([](ui::Dlg& d) { d.Key('1'); });
+        s.WaitFor(L"#32770", L"General");
+        s.Step([&](ui::Dlg& d) {
+            CHECK_EQ(d.FocusId(), kGeneralSizeList + 1);
+            CHECK_EQ(SelectedText(d.Item(kGeneralSizeList + 1)),
+                     std::to_wstring(row.stored == kMissing ? 12 : row.stored));
+            for (int i = 0; i < (row.steps < 0 ? -row.steps : row.steps); ++i) d.Key(row.steps < 0 ? VK_LEFT : VK_RIGHT);
+        });
+        s.Step([&](ui::Dlg& d) { d.Key(row.leavePage); });
+        EndSettings(s, row.end);
+        CHECK_EQ(RunSettings(s), row.result);
+        CHECK_EQ(regtest::GetDword(kGeneralKey, L"FontSize", kMissing), row.want);
+        // What was thrown away is not left in memory either.
+        CHECK_EQ(g_appSettings.FontSize.value, row.want == kMissing ? 12 : row.want);
+    }
+}
+
+// The Folders tab: Clear empties the box and Done of the dialog stores the
+// empty folder; Browse opens the folder chooser, and cancelling it keeps the text.
+TEST_CASE(Ui_Settings_FolderRowsClearAndBrowse) {
+    SettingsScope scope;
+    regtest::SetString(kGeneralKey, L"IconsFolder", L"\\Icons\\");
+    regtest::SetString(kRootKey, L"TemplatePath", L"\\Templates\\");
+    ui::Script s;
+    s.Step([](ui::Dlg& d) { d.Key('W'); });
+    s.WaitFor(L"#32770", L"General");
+    s.Step([](ui::Dlg& d) {
+        std::vector<std::wstring> tabs = ui::Dlg::MenuTexts(d.SoftKeyMenu(ui::Right));
+        CHECK_EQ(tabs.size(), 2u);
+        CHECK_EQ(GetMenuItemID(d.SoftKeyMenu(ui::Right), 1), (UINT)IDM_PAGE_TAB_BASE + 1);
+        CHECK(!d.Visible(kGeneralIconsEdit + 1));
+        d.Command(IDM_PAGE_TAB_BASE + 1);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK(d.Visible(kGeneralIconsEdit + 1));
+        CHECK(!d.Visible(kGeneralSizeList + 1));
+        CHECK_EQ(d.Text(kGeneralIconsEdit + 1), L"\\Icons\\");
+        CHECK_EQ(d.Text(kGeneralTemplatesEdit + 1), L"\\Templates\\");
+        d.TapCenter(kGeneralIconsClear + 1);
+        d.TapCenter(kGeneralTemplatesBrowse + 1);
+    });
+    s.WaitFor(L"#32770", L"Select Folder");
+    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Right); });  // Cancel
+    s.WaitFor(L"#32770", L"General");
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.Text(kGeneralIconsEdit + 1), L"");
+        CHECK_EQ(d.Text(kGeneralTemplatesEdit + 1), L"\\Templates\\");
+        d.SoftKey(ui::Left);
+    });
+    EndSettings(s, Done);
+    CHECK_EQ(RunSettings(s), 1);
+    CHECK_EQ(regtest::GetString(kGeneralKey, L"IconsFolder"), L"");
+    CHECK_EQ(regtest::GetString(kRootKey, L"TemplatePath"), L"\\Templates\\");
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, kRootKey, L"TemplatePath");
+}
+
+// A swatch never chosen shows "Default" on white; a picked colour shows at
+// once and is stored under General by Done, or thrown away by a confirmed
+// Back; a cancelled picker changes nothing. The first swatch has IDCANCEL's
+// identifier and must not close the page.
+TEST_CASE(Ui_Settings_ColorSwatches) {
+    const COLORREF picked = PaletteColor(1);  // 0 is white, as an unset swatch
+    struct Row {
+        int swatch;
+        const wchar_t* setting;
+        bool tap;       // else the action key on the focused swatch
+        bool pick;      // else the picker is cancelled
+        End end;
+        DWORD want;
+    } rows[] = {
+        {kSwatchMainViewCategory, L"MainViewCategory", true, true, Done, picked},
+        {kSwatchListViewText, L"ListViewText", false, true, Done, picked},
+        {kSwatchMainViewList, L"MainViewList", false, true, CancelYes, kMissing},
+        {kSwatchListViewBack, L"ListViewBack", true, false, Done, kMissing},
+    };
+    for (const Row& row : rows) {
+        SettingsScope scope;
+        const int id = row.swatch + 1;
+        ui::Script s;
+        s.Step([](ui::Dlg& d) { d.Key('2'); });
+        s.WaitFor(L"#32770", L"Colors");
+        s.Step([&](ui::Dlg& d) {
+            CHECK_EQ(d.FocusId(), kSwatchMainViewCategory + 1);
+            CHECK_EQ(ui::Dlg::MenuTexts(d.SoftKeyMenu(ui::Right)).size(), 1u);  // Done only: no tab entry
+            CHECK_EQ(SwatchCorner(d.Item(id)), RGB(255, 255, 255));
+            CHECK(SwatchHasBlack(d.Item(id)));
+            if (row.tap) {
+                d.TapCenter(id);
+            } else {
+                d.SetFocusTo(id);
+                d.Enter();
+            }
+        });
+        s.WaitFor(L"#32770", L"Choose Color");
+        if (row.pick) {
+            s.Step([](ui::Dlg& d) { d.Key(VK_RIGHT); });
+            s.Step([](ui::Dlg& d) { d.Enter(); });  // the focused palette colour
+            s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+        } else {
+            s.Step([](ui::Dlg& d) { d.Back(); });
+        }
+        s.WaitFor(L"#32770", L"Colors");
+        s.Step([&](ui::Dlg& d) {
+            CHECK_EQ(SwatchCorner(d.Item(id)), row.pick ? picked : RGB(255, 255, 255));
+            d.Back();
+        });
+        EndSettings(s, row.end);
+        RunSettings(s);
+        CHECK_EQ(regtest::GetDword(kGeneralKey, row.setting, kMissing), row.want);
+        CHECK(!regtest::HasValue(kColorsKey, row.setting));
+    }
+}
+
+// The rows sit where the Part puts them, scaled with the screen.
+TEST_CASE(Ui_Settings_RowLayoutAt96And192Dpi) {
+    SettingsScope scope;
+    for (int dpi : {96, 192}) {
+        uitest::DensityScope density(dpi);
+        ui::Script s;
+        s.Step([](ui::Dlg& d) { d.Key('2'); });
+        s.WaitFor(L"#32770", L"Colors");
+        s.Step([](ui::Dlg& d) {
+            const int w = d.ClientRect().right;
+            CHECK_EQ(w, ScaleX(240));
+            const int lastTop = ScaleX(8) + 3 * (ScaleY(24) + 10);
+            uitest::CheckRect(uitest::RectInParent(d.Item(kSwatchListViewText + 1)), w - ScaleX(80), lastTop,
+                              ScaleX(75), ScaleY(20), ZV_HERE);
+            uitest::CheckRect(uitest::RectInParent(d.Item(6 + 1)), 0, lastTop + ScaleX(3), w - ScaleX(90), ScaleY(30),
+                              ZV_HERE);
+            d.Back();
+        });
+        s.WaitFor(L"#32770", L"Settings");
+        s.Step([](ui::Dlg& d) { d.Key('1'); });
+        s.WaitFor(L"#32770", L"General");
+        s.Step([](ui::Dlg& d) {
+            const double w = d.ClientRect().right;
+            const int left = (int)(w / 3 + ScaleX(10));
+            const double half = (w - ScaleX(10) - w / 3) / 2;
+            const int top = ScaleX(8) + ScaleY(48) + ScaleY(5);  // the templates row
+            uitest::CheckRect(uitest::RectInParent(d.Item(kGeneralTemplatesEdit + 1)), left, top,
+                              (int)(w - ScaleX(10) - w / 3 - ScaleX(5)), ScaleY(20), ZV_HERE);
+            uitest::CheckRect(uitest::RectInParent(d.Item(kGeneralTemplatesBrowse + 1)), (int)(w / 3 + ScaleX(10) + half),
+                              top + ScaleY(24), (int)(half - ScaleX(6)), ScaleX(20), ZV_HERE);
+            d.Back();
+        });
+        EndSettings(s, Done);
+        RunSettings(s);
+    }
+}
+
+// The about screen, from the settings menu: the folders as the registry
+// has them, or "Not set"; Back returns to the settings.
+TEST_CASE(Ui_Settings_AboutScreenShowsFolders) {
+    SettingsScope scope;
+    struct Row {
+        const wchar_t* templates;  // nullptr: not in the registry
+        const wchar_t* shown;
+    } rows[] = {
+        {L"\\Program Files\\Quenta\\Zorvel\\Templates\\", L"\\Program Files\\Quenta\\Zorvel\\Templates\\"},
+        {nullptr, L"Not set"},
+    };
+    regtest::SetString(kRootKey, L"ListsPath", L"\\My Documents\\Zorvel Lists\\");
+    for (const Row& row : rows) {
+        if (row.templates) regtest::SetString(kRootKey, L"TemplatePath", row.templates);
+        else RegDeleteKeyValueW(HKEY_CURRENT_USER, kRootKey, L"TemplatePath");
+        ui::Script s;
+        s.Step([](ui::Dlg& d) { d.Command(IDM_SETTINGS_ABOUT); });
+        s.WaitFor(L"#32770", L"About");
+        s.Step([&](ui::Dlg& d) {
+            CHECK_EQ(d.Text(kAboutName), L"Zorvel");
+            CHECK(d.Text(kAboutVersion).find(L"1.7") != std::wstring::npos);
+            CHECK_EQ(d.Text(kAboutListsFolder), L"\\My Documents\\Zorvel Lists\\");
+            CHECK_EQ(d.Text(kAboutTemplatesFolder), std::wstring(row.shown));
+            CHECK_EQ(d.SoftKeyCommand(ui::Left), IDOK);
+            d.Back();
+        });
+        EndSettings(s, Done);
+        CHECK_EQ(RunSettings(s), 1);
+    }
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, kRootKey, L"ListsPath");
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, kRootKey, L"TemplatePath");
+}
