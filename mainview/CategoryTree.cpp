@@ -130,8 +130,12 @@ void DrawRootItem(HDC dc, const RECT& item, bool selected, int scroll) {
 }
 
 LRESULT OnItemPostPaint(NMTVCUSTOMDRAW* draw) {
-    const TreeNode* node = (const TreeNode*)draw->nmcd.lItemlParam;
+    TreeNode* node = (TreeNode*)draw->nmcd.lItemlParam;
     if (!node) return 32;
+    if (!node->isFolder && !node->iconRead) {
+        LoadListIcon(node->icon, node->path.Text(), IsLowDensityScreen());
+        node->iconRead = true;
+    }
     HWND tree = V().tree;
     HDC dc = draw->nmcd.hdc;
     int scroll = GetScrollPos(tree, SB_HORZ);
@@ -266,7 +270,8 @@ HTREEITEM InsertTreeNode(const wchar_t* label, HTREEITEM parent, BYTE isFolder, 
     node->level = parent ? 1 : 0;
     node->path.Assign(path);
     node->label.Assign(label);
-    if (!isFolder) LoadListIcon(node->icon, path, IsLowDensityScreen());
+    // A list's icon is read when its row is first painted: a big lists
+    // folder then shows at once, with the same picture.
     TVINSERTSTRUCTW insert = {};
     insert.hParent = parent ? parent : TVI_ROOT;
     insert.hInsertAfter = TVI_SORT;
@@ -293,7 +298,7 @@ void OpenSelectedItem(HWND mainWindow) {
         RunListWindow(mainWindow, request);
         // The list window may have given the list another icon.
         node->icon.Release();
-        LoadListIcon(node->icon, node->path.Text(), IsLowDensityScreen());
+        node->iconRead = false;
         InvalidateRect(v.tree, nullptr, TRUE);
     } else if (node && v.ToggleOnOpen) {
         HTREEITEM selected = (HTREEITEM)SendMessageW(v.tree, TVM_GETNEXTITEM, TVGN_CARET, 0);

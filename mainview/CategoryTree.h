@@ -17,6 +17,7 @@ struct TreeNode {
     ScopedTextBuffer path;   // full path of the file or folder; empty for Root
     ScopedTextBuffer label;  // the text shown
     int level = 0;           // -1 Root, 0 top level, 1 a list inside a category
+    bool iconRead = false;   // the icon is read when the row is first painted
 };
 
 // The main view's state: the main window is created once, so one record.
