@@ -480,9 +480,10 @@ TEST_CASE(Ui_Platform_TransparentImageFromBitmapOrDc) {
     src[0] = 0x0000FF00;
     src[1] = 0x00FF0000;
     HDC dc = CreateCompatibleDC(nullptr), srcDc = CreateCompatibleDC(nullptr);
-    HGDIOBJ old = SelectObject(dc, dstBmp), oldSrc = SelectObject(srcDc, srcBmp);
+    HGDIOBJ old = SelectObject(dc, dstBmp), oldSrc = nullptr;
     for (int pass = 0; pass < 2; ++pass) {
         dst[0] = dst[1] = 0x00FFFFFF;
+        if (pass) oldSrc = SelectObject(srcDc, srcBmp);  // the bitmap alone first, then selected in a DC
         GdiFlush();
         CHECK(pass ? TransparentImage(dc, 0, 0, 2, 1, srcDc, 0, 0, 2, 1, RGB(0, 255, 0))
                    : TransparentImage(dc, 0, 0, 2, 1, srcBmp, 0, 0, 2, 1, RGB(0, 255, 0)));
