@@ -112,6 +112,7 @@ TEST_CASE(Doc_UnknownStoredTypeWritesNoChunk) {
 TEST_CASE(Doc_IconChunksAndBothHeaderWriters) {
     unsigned char r[4] = {1, 2, 3, 4}, g[4] = {5, 6, 7, 8}, b[4] = {9, 10, 11, 12}, a[4] = {255, 0, 128, 7};
     PlanarImage icon;
+    CHECK_EQ(SetPlanes(icon, r, g, b, a, 0, 2), 0);
     CHECK_EQ(SetPlanes(icon, r, g, b, a, 2, 2), 1);
     FieldDef fields[2] = {MakeField(L"Item", 3, L"d"), MakeField(L"Level", 2, L"", 2, 40)};
     TemplateFieldList list;

@@ -123,38 +123,17 @@ bool Contains(HMENU menu, UINT id) {
     return false;
 }
 
-// The ID that MENUEX gives a popup entry (0 for a plain MENU popup).
-UINT PopupId(HMENU menu, int pos) {
+// The command of an entry, or the ID that MENUEX gives a popup entry.
+UINT KeyId(HMENU menu, int pos) {
     MENUITEMINFOW mii = {};
     mii.cbSize = sizeof mii;
-    mii.fMask = MIIM_ID | MIIM_SUBMENU;
-    if (!GetMenuItemInfoW(menu, pos, TRUE, &mii) || !mii.hSubMenu) return 0;
-    return mii.wID;
-}
-
-// A soft-key bar: exactly two top-level entries, each a command or a popup.
-void CheckSoftKeyShape(HINSTANCE module, UINT menuId, const char* file, int line) {
-    HMENU menu = LoadMenuW(module, MAKEINTRESOURCEW(menuId));
-    CHECK_AT(menu != nullptr, file, line);
-    if (!menu) return;
-    CHECK_EQ_AT(GetMenuItemCount(menu), 2, file, line);
-    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
-        wchar_t label[64] = L"";
-        GetMenuStringW(menu, i, label, 64, MF_BYPOSITION);
-        CHECK_AT(label[0] != 0, file, line);
-        // Each key gets half of a 240-pixel bar.
-        CHECK_AT(std::wcslen(label) <= 10, file, line);
-        HMENU sub = GetSubMenu(menu, i);
-        if (sub) CHECK_AT(GetMenuItemCount(sub) > 0, file, line);
-        else CHECK_AT(GetMenuItemID(menu, i) != 0 && GetMenuItemID(menu, i) != (UINT)-1, file, line);
-    }
-    DestroyMenu(menu);
+    mii.fMask = MIIM_ID;
+    return GetMenuItemInfoW(menu, pos, TRUE, &mii) ? mii.wID : 0;
 }
 
 void CheckCommands(HMENU menu, const std::vector<UINT>& ids, const char* file, int line) {
-    for (UINT id : ids) {
+    for (UINT id : ids)
         if (!Contains(menu, id)) zvtest::Fail(file, line, "menu lacks command " + std::to_string(id));
-    }
 }
 
 struct TgaHeader {
@@ -163,13 +142,9 @@ struct TgaHeader {
     const unsigned char* data;
 };
 
-bool ReadTga(HINSTANCE module, UINT id, TgaHeader& out) {
-    HRSRC res = FindResourceW(module, MAKEINTRESOURCEW(id), ZV_RT_TARGA);
-    if (!res) return false;
-    HGLOBAL mem = LoadResource(module, res);
-    const unsigned char* p = mem ? (const unsigned char*)LockResource(mem) : nullptr;
-    out.size = SizeofResource(module, res);
-    if (!p || out.size < 18) return false;
+bool ParseTga(const unsigned char* p, DWORD size, TgaHeader& out) {
+    out.size = size;
+    if (!p || size < 18) return false;
     out.idLength = p[0];
     out.mapType = p[1];
     out.type = p[2];
@@ -181,13 +156,15 @@ bool ReadTga(HINSTANCE module, UINT id, TgaHeader& out) {
     return true;
 }
 
+bool ReadTga(HINSTANCE module, UINT id, TgaHeader& out) {
+    HRSRC res = FindResourceW(module, MAKEINTRESOURCEW(id), ZV_RT_TARGA);
+    HGLOBAL mem = res ? LoadResource(module, res) : nullptr;
+    return mem && ParseTga((const unsigned char*)LockResource(mem), SizeofResource(module, res), out);
+}
+
 // A TGA the program's decoder reads upright: uncompressed true colour, 32 bits
 // with alpha, rows top first (bit 4 of the descriptor; bit 5 is not used).
-void CheckTga(HINSTANCE module, UINT id, int size, const char* file, int line) {
-    TgaHeader h;
-    bool found = ReadTga(module, id, h);
-    if (!found) zvtest::Fail(file, line, "no TARGA resource " + std::to_string(id));
-    if (!found) return;
+void CheckTga(const TgaHeader& h, int size, const char* file, int line) {
     CHECK_EQ_AT(h.mapType, 0, file, line);
     CHECK_EQ_AT(h.type, 2, file, line);
     CHECK_EQ_AT(h.bits, 32, file, line);
@@ -299,13 +276,6 @@ TEST_CASE(Res_TypeNamesSurviveTheExportHeader) {
 // Menus
 // ---------------------------------------------------------------------------
 
-TEST_CASE(Res_SoftKeyMenusHaveTwoKeys) {
-    for (UINT id : {IDM_MAIN_MENUBAR, IDM_SETTINGS_PAGE_ONE_TAB, IDM_ITEM_EDIT_MENUBAR, IDM_SETTINGS_MENUBAR,
-                    IDM_COLOR_PICKER_MENUBAR, IDM_FILE_SELECT_MENUBAR, IDM_NEW_LIST_MENUBAR, IDM_LIST_WINDOW_MENUBAR,
-                    IDM_TEMPLATE_EDITOR_MENUBAR, IDM_OK_CANCEL_MENUBAR, IDM_TEMPLATES_MANAGER_MENUBAR})
-        CheckSoftKeyShape(hLangModule, id, ZV_HERE);
-}
-
 TEST_CASE(Res_ContextMenusByPosition) {
     HMENU menu = LoadMenuW(hLangModule, MAKEINTRESOURCEW(IDM_CONTEXT_MENUS));
     CHECK(menu != nullptr);
@@ -333,63 +303,60 @@ TEST_CASE(Res_ContextMenusByPosition) {
     DestroyMenu(menu);
 }
 
-TEST_CASE(Res_SoftKeyBarsCarryTheirCommands) {
+// Every soft-key bar: two keys with short labels, each a command or a
+// popup with entries; the key IDs the code finds the keys by (0: any), and
+// the commands the popups offer.
+TEST_CASE(Res_SoftKeyBars) {
+    HINSTANCE lang = hLangModule, program = ProgramModule();
+    CHECK(program != nullptr);
     const struct {
+        HINSTANCE module;
         UINT menu, left, right;
         std::vector<UINT> commands;
     } bars[] = {
-        {IDM_MAIN_MENUBAR, IDM_OPEN, 0,
+        {lang, IDM_MAIN_MENUBAR, IDM_OPEN, 0,
          {IDM_NEW_LIST, IDM_NEW_CATEGORY, IDM_DELETE, IDM_RENAME, IDM_SETTINGS, IDM_ABOUT, IDM_LISTS_FOLDER, IDM_EXIT,
           IDM_IMPORT}},
-        {IDM_LIST_WINDOW_MENUBAR, IDM_SAVE, 0,
+        {lang, IDM_LIST_WINDOW_MENUBAR, IDM_SAVE, 0,
          {IDM_ADD_ITEM, IDM_EDIT_ITEM, IDM_DELETE_ITEM, IDM_LIST_ICON, IDM_ITEM_COLOR, IDM_AUTOSIZE_COLUMNS, IDM_EXPORT,
           IDM_DELETE_CHECKED, IDM_CHECK_ALL, IDM_UNCHECK_ALL, IDM_ROW_YELLOW, IDM_ROW_RED, IDM_ROW_GREEN, IDM_ROW_BLUE,
           IDM_ROW_NONE}},
-        {IDM_OK_CANCEL_MENUBAR, IDC_OK, IDC_CANCEL, {}},
-        {IDM_ITEM_EDIT_MENUBAR, IDOK, IDCANCEL, {}},
-        {IDM_FILE_SELECT_MENUBAR, IDC_FILE_SELECT_ACCEPT, IDCANCEL, {}},
-        {IDM_TEMPLATE_EDITOR_MENUBAR, IDC_OK, 0,
+        {lang, IDM_OK_CANCEL_MENUBAR, IDC_OK, IDC_CANCEL, {}},
+        {lang, IDM_ITEM_EDIT_MENUBAR, IDOK, IDCANCEL, {}},
+        {lang, IDM_FILE_SELECT_MENUBAR, IDC_FILE_SELECT_ACCEPT, IDCANCEL, {}},
+        {lang, IDM_TEMPLATE_EDITOR_MENUBAR, IDC_OK, 0,
          {IDM_ADD_FIELD, IDM_DELETE_FIELD, IDM_DELETE_ALL_FIELDS, IDM_FIELD_UP, IDM_FIELD_DOWN, IDM_TEMPLATE_ICON,
           IDC_CANCEL}},
-        {IDM_NEW_LIST_MENUBAR, 0, 0, {IDM_CREATE_LIST, IDM_NEW_TEMPLATE_FOR_LIST}},
-        {IDM_TEMPLATES_MANAGER_MENUBAR, IDC_OK, 0,
+        {lang, IDM_NEW_LIST_MENUBAR, 0, 0, {IDM_CREATE_LIST, IDM_NEW_TEMPLATE_FOR_LIST}},
+        {lang, IDM_TEMPLATES_MANAGER_MENUBAR, IDC_OK, 0,
          {IDM_NEW_TEMPLATE, IDM_EDIT_TEMPLATE, IDM_DELETE_TEMPLATE, IDM_TEMPLATES_FOLDER}},
-        {IDM_SETTINGS_MENUBAR, 0, 0, {IDC_OK, IDM_SETTINGS_ABOUT}},
+        {lang, IDM_SETTINGS_MENUBAR, 0, 0, {IDC_OK, IDM_SETTINGS_ABOUT}},
+        // The colour picker addresses its keys as 1 and 2 and refills popup 2.
+        {lang, IDM_COLOR_PICKER_MENUBAR, IDOK, IDM_COLOR_MENU_POPUP,
+         {IDM_COLOR_CANCEL, IDM_COLOR_DEFAULT, IDM_COLOR_SLIDERS, IDM_COLOR_HTML, IDM_COLOR_PALETTE}},
+        // Settings pages find their keys by the commands 40051 and 123456, in
+        // both modules that hold the page menus.
+        {lang, IDM_SETTINGS_PAGE_ONE_TAB, IDM_SAVE, IDM_PAGE_MENU_POPUP, {}},
+        {program, IDM_PROGRAM_PAGE_ONE_TAB, IDM_SAVE, IDM_PAGE_MENU_POPUP, {}},
+        {program, IDM_PROGRAM_PAGE_TABS, IDM_SAVE, IDM_PAGE_MENU_POPUP, {}},
     };
     for (const auto& bar : bars) {
-        HMENU m = LoadMenuW(hLangModule, MAKEINTRESOURCEW(bar.menu));
-        if (bar.left) CHECK_EQ(GetMenuItemID(m, 0), bar.left);
-        if (bar.right) CHECK_EQ(GetMenuItemID(m, 1), bar.right);
-        for (UINT id : bar.commands)
-            if (!Contains(m, id))
-                zvtest::Fail(ZV_HERE, "menu " + std::to_string(bar.menu) + " lacks command " + std::to_string(id));
+        HMENU m = LoadMenuW(bar.module, MAKEINTRESOURCEW(bar.menu));
+        std::string what = "menu " + std::to_string(bar.menu);
+        if (!m || GetMenuItemCount(m) != 2) zvtest::Fail(ZV_HERE, what + ": not two keys");
+        for (int i = 0; m && i < GetMenuItemCount(m); ++i) {
+            wchar_t label[64] = L"";
+            GetMenuStringW(m, i, label, 64, MF_BYPOSITION);
+            // Each key gets half of a 240-pixel bar.
+            if (!label[0] || std::wcslen(label) > 10) zvtest::Fail(ZV_HERE, what + ": label " + zvtest::Show(label));
+            HMENU sub = GetSubMenu(m, i);
+            if (sub ? GetMenuItemCount(sub) == 0 : GetMenuItemID(m, i) == 0 || GetMenuItemID(m, i) == (UINT)-1)
+                zvtest::Fail(ZV_HERE, what + ": key " + std::to_string(i) + " does nothing");
+        }
+        if (bar.left && KeyId(m, 0) != bar.left) zvtest::Fail(ZV_HERE, what + ": left key");
+        if (bar.right && KeyId(m, 1) != bar.right) zvtest::Fail(ZV_HERE, what + ": right key");
+        CheckCommands(m, bar.commands, ZV_HERE);
         DestroyMenu(m);
-    }
-}
-
-TEST_CASE(Res_PopupKeysCarryTheirIds) {
-    // The colour picker addresses its keys as 1 and 2 and refills popup 2.
-    HMENU m = LoadMenuW(hLangModule, MAKEINTRESOURCEW(IDM_COLOR_PICKER_MENUBAR));
-    CHECK_EQ(GetMenuItemID(m, 0), (UINT)IDOK);
-    CHECK_EQ(PopupId(m, 1), (UINT)IDM_COLOR_MENU_POPUP);
-    CheckCommands(m, {IDM_COLOR_CANCEL, IDM_COLOR_DEFAULT, IDM_COLOR_SLIDERS, IDM_COLOR_HTML, IDM_COLOR_PALETTE},
-                  ZV_HERE);
-    DestroyMenu(m);
-    // Settings pages find their keys by the commands 40051 and 123456, in
-    // both modules that hold the page menus.
-    HINSTANCE program = ProgramModule();
-    CHECK(program != nullptr);
-    struct PageMenu {
-        HINSTANCE module;
-        UINT id;
-    };
-    for (PageMenu pm : {PageMenu{hLangModule, IDM_SETTINGS_PAGE_ONE_TAB}, PageMenu{program, IDM_PROGRAM_PAGE_ONE_TAB},
-                        PageMenu{program, IDM_PROGRAM_PAGE_TABS}}) {
-        CheckSoftKeyShape(pm.module, pm.id, ZV_HERE);
-        HMENU page = LoadMenuW(pm.module, MAKEINTRESOURCEW(pm.id));
-        CHECK_EQ(GetMenuItemID(page, 0), (UINT)IDM_SAVE);
-        CHECK_EQ(PopupId(page, 1), (UINT)IDM_PAGE_MENU_POPUP);
-        DestroyMenu(page);
     }
 }
 
@@ -442,7 +409,11 @@ TEST_CASE(Res_ImagesOfEveryModule) {
         {high, IDT_PRIORITY_LOW, 24}, {program, IDT_PROGRAM_PRIORITY_HIGH, 12},
         {program, IDT_PROGRAM_PRIORITY_LOW, 12}, {program, IDT_PROGRAM_DEFAULT_LIST, 16},
     };
-    for (const auto& t : tgas) CheckTga(t.module, t.id, t.size, ZV_HERE);
+    for (const auto& t : tgas) {
+        TgaHeader h;
+        if (ReadTga(t.module, t.id, h)) CheckTga(h, t.size, ZV_HERE);
+        else zvtest::Fail(ZV_HERE, "no TARGA resource " + std::to_string(t.id));
+    }
     const COLORREF kAny = CLR_INVALID, kWhite = RGB(255, 255, 255), kGreen = RGB(0, 255, 0),
                    kFace = RGB(192, 192, 192);
     const struct {
@@ -528,26 +499,17 @@ TEST_CASE(Res_InstallerIconsAreSmallTgas) {
     WIN32_FIND_DATAW fd;
     HANDLE find = FindFirstFileW((folder + L"*.tga").c_str(), &fd);
     int count = 0;
-    if (find != INVALID_HANDLE_VALUE) {
-        do {
-            HANDLE f = CreateFileW((folder + fd.cFileName).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                   OPEN_EXISTING, 0, nullptr);
-            unsigned char h[18] = {};
-            DWORD got = 0;
-            if (f != INVALID_HANDLE_VALUE) {
-                ReadFile(f, h, sizeof h, &got, nullptr);
-                CloseHandle(f);
-            }
-            CHECK_EQ(got, (DWORD)18);
-            CHECK_EQ((int)h[2], 2);
-            CHECK_EQ((int)h[16], 32);
-            CHECK((h[17] & 0x10) != 0);
-            CHECK_EQ(h[12] | h[13] << 8, 16);
-            CHECK_EQ(h[14] | h[15] << 8, 16);
-            CHECK_EQ((DWORD)fd.nFileSizeLow, (DWORD)(18 + 16 * 16 * 4));
-            ++count;
-        } while (FindNextFileW(find, &fd));
-        FindClose(find);
+    for (bool more = find != INVALID_HANDLE_VALUE; more; more = FindNextFileW(find, &fd), ++count) {
+        std::vector<unsigned char> bytes(fd.nFileSizeLow);
+        HANDLE f = CreateFileW((folder + fd.cFileName).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                               0, nullptr);
+        DWORD got = 0;
+        ReadFile(f, bytes.data(), (DWORD)bytes.size(), &got, nullptr);
+        CloseHandle(f);
+        TgaHeader h;
+        CHECK(ParseTga(bytes.data(), got, h));
+        CheckTga(h, 16, ZV_HERE);
     }
+    if (find != INVALID_HANDLE_VALUE) FindClose(find);
     CHECK(count >= 12);
 }

@@ -174,22 +174,6 @@ TEST_CASE(Tga_FilesAndResources) {
     CHECK(img.IsEmpty());
 }
 
-TEST_CASE(Tga_PlanesInAndOut) {
-    unsigned char r[2] = {1, 2}, g[2] = {3, 4}, b[2] = {5, 6}, a[2] = {7, 8};
-    PlanarImage img;
-    unsigned char out[4][2] = {};
-    CHECK_EQ(GetPlanes(img, out[0], out[1], out[2], out[3]), 0);
-    CHECK_EQ(SetPlanes(img, r, g, b, a, 2, 1), 1);
-    CHECK_EQ(GetPlanes(img, out[0], out[1], out[2], out[3]), 1);
-    CHECK_EQ((int)out[3][1], 8);
-    CHECK_EQ((int)out[0][0], 1);
-    PlanarImage copy;
-    CHECK(copy.CopyFrom(img));
-    CHECK(copy.red != img.red);
-    CHECK_EQ((int)copy.blue[1], 6);
-    CHECK_EQ(SetPlanes(img, r, g, b, a, 0, 1), 0);
-}
-
 TEST_CASE(Tga_DrawImageExactBlend) {
     const unsigned background = 0x3C64C8;  // red 60, green 100, blue 200
     Rgba px[4] = {{255, 0, 0, 0}, {10, 20, 30, 255}, {255, 255, 255, 128}, {100, 200, 50, 64}};

@@ -33,6 +33,7 @@ struct RunState {
     std::set<HWND> before;        // top-level windows that existed before the run
     std::deque<int> answers;
     bool inTick = false;
+    bool modeless = false;
 };
 
 struct HarnessState {
@@ -98,9 +99,6 @@ bool MessageBoxUp() {
     return false;
 }
 
-// ---------------------------------------------------------------------------
-// Message boxes
-// ---------------------------------------------------------------------------
 bool HasButton(HWND box, int id) {
     HWND b = GetDlgItem(box, id);
     return b && (GetWindowLongW(b, GWL_STYLE) & WS_VISIBLE);
@@ -113,6 +111,7 @@ UINT ButtonSet(HWND box) {
 }
 
 int FirstButton(UINT set) { return set == MB_OK ? IDOK : IDYES; }
+const char* ButtonSetName(UINT set) { return set == MB_OK ? "MB_OK" : set == MB_YESNO ? "MB_YESNO" : "MB_YESNOCANCEL"; }
 
 UINT IconOf(HWND box) {
     HWND icon = GetDlgItem(box, kMessageBoxIconId);
@@ -159,9 +158,6 @@ void InstallHooks() {
     if (!g_harness.cbtHook) g_harness.cbtHook = SetWindowsHookExW(WH_CBT, CbtHook, nullptr, GetCurrentThreadId());
 }
 
-// ---------------------------------------------------------------------------
-// The runner
-// ---------------------------------------------------------------------------
 bool QueueBusy() { return HIWORD(GetQueueStatus(QS_POSTMESSAGE | QS_INPUT | QS_SENDMESSAGE)) != 0; }
 
 std::vector<HWND> WindowsOfRun(const RunState& run) {
@@ -239,19 +235,12 @@ void Tick(RunState& run, bool modeless) {
     run.phaseStart = GetTickCount();
 }
 
+// The timer's id says whether the run is modeless (RunWindow).
 void CALLBACK TimerProc(HWND, UINT, UINT_PTR, DWORD) {
     RunState* run = g_harness.run;
     if (!run || run->inTick) return;
     run->inTick = true;
-    Tick(*run, false);
-    run->inTick = false;
-}
-
-void CALLBACK ModelessTimerProc(HWND, UINT, UINT_PTR, DWORD) {
-    RunState* run = g_harness.run;
-    if (!run || run->inTick) return;
-    run->inTick = true;
-    Tick(*run, true);
+    Tick(*run, run->modeless);
     run->inTick = false;
 }
 
@@ -289,19 +278,14 @@ LPARAM KeyLParam(UINT vk, bool up) {
 
 }  // namespace
 
-// ---------------------------------------------------------------------------
-// Dlg: input
-// ---------------------------------------------------------------------------
 static HWND KeyTarget(HWND hwnd) {
     HWND focus = GetFocus();
     return focus ? focus : hwnd;
 }
 
-void Dlg::KeyDown(UINT vk) { PostMessageW(KeyTarget(hwnd), WM_KEYDOWN, vk, KeyLParam(vk, false)); }
-void Dlg::KeyUp(UINT vk) { PostMessageW(KeyTarget(hwnd), WM_KEYUP, vk, KeyLParam(vk, true)); }
 void Dlg::Key(UINT vk) {
-    KeyDown(vk);
-    KeyUp(vk);
+    PostMessageW(KeyTarget(hwnd), WM_KEYDOWN, vk, KeyLParam(vk, false));
+    PostMessageW(KeyTarget(hwnd), WM_KEYUP, vk, KeyLParam(vk, true));
 }
 void Dlg::Char(wchar_t ch) { PostMessageW(KeyTarget(hwnd), WM_CHAR, ch, 1); }
 void Dlg::Type(const wchar_t* text) {
@@ -351,11 +335,7 @@ void Dlg::TapSoftKey(SoftKeySide side) {
     PostMessageW(hwnd, WM_NCLBUTTONUP, hit, MAKELPARAM(pt.x, pt.y));
 }
 
-// ---------------------------------------------------------------------------
-// Dlg: reading
-// ---------------------------------------------------------------------------
 HWND Dlg::Item(int ctrlId) const { return ctrlId ? GetDlgItem(hwnd, ctrlId) : hwnd; }
-HWND Dlg::Focus() const { return GetFocus(); }
 int Dlg::FocusId() const {
     HWND f = GetFocus();
     return f ? GetDlgCtrlID(f) : 0;
@@ -391,21 +371,17 @@ static int ButtonIndex(HWND bar, SoftKeySide side) {
     return side == Left ? 0 : count - 1;
 }
 
-std::wstring Dlg::SoftKeyText(SoftKeySide side) const {
-    HWND bar = MenuBar();
-    TBBUTTON button = {};
-    int index = ButtonIndex(bar, side);
-    if (index < 0 || !SendMessageW(bar, TB_GETBUTTON, index, (LPARAM)&button)) return L"";
-    wchar_t buf[256] = L"";
-    SendMessageW(bar, TB_GETBUTTONTEXTW, button.idCommand, (LPARAM)buf);
-    return buf;
-}
 int Dlg::SoftKeyCommand(SoftKeySide side) const {
     HWND bar = MenuBar();
     TBBUTTON button = {};
     int index = ButtonIndex(bar, side);
     if (index < 0 || !SendMessageW(bar, TB_GETBUTTON, index, (LPARAM)&button)) return 0;
     return button.idCommand;
+}
+std::wstring Dlg::SoftKeyText(SoftKeySide side) const {
+    wchar_t buf[256] = L"";
+    if (int id = SoftKeyCommand(side)) SendMessageW(MenuBar(), TB_GETBUTTONTEXTW, id, (LPARAM)buf);
+    return buf;
 }
 HMENU Dlg::SoftKeyMenu(SoftKeySide side) const {
     HWND bar = MenuBar();
@@ -438,9 +414,6 @@ std::vector<std::wstring> Dlg::MenuTexts(HMENU menu) {
     return out;
 }
 
-// ---------------------------------------------------------------------------
-// Script
-// ---------------------------------------------------------------------------
 Script& Script::Step(StepFn fn) {
     steps.push_back({std::move(fn), nullptr, L""});
     return *this;
@@ -482,47 +455,9 @@ Script& Script::ExpectProblems() {
     return *this;
 }
 
-// ---------------------------------------------------------------------------
-// Running
-// ---------------------------------------------------------------------------
-INT_PTR RunModal(Script& script, const std::function<INT_PTR()>& open, const char* file, int line) {
-    RunState run;
-    BeginRun(run, script, file, line);
-    UINT_PTR timer = SetTimer(nullptr, 0, kTickMs, TimerProc);
-    INT_PTR result = open();
-    KillTimer(nullptr, timer);
-    EndRun(run);
-    Pump();
-    return result;
-}
-
-bool RunWindow(Script& script, HWND hwnd, const char* file, int line) {
-    RunState run;
-    BeginRun(run, script, file, line);
-    UINT_PTR timer = SetTimer(nullptr, 0, kTickMs, ModelessTimerProc);
-    DWORD start = GetTickCount();
-    DWORD limit = script.timeoutMs * (DWORD)(script.steps.size() + 1);
-    MSG msg;
-    while (!run.finished && IsWindow(hwnd)) {
-        if (GetTickCount() - start > limit && !run.aborting) {
-            StartAbort(run, "the window script did not finish within " + std::to_string(limit) + " ms");
-        }
-        BOOL got = GetMessageW(&msg, nullptr, 0, 0);
-        if (got <= 0) break;  // WM_QUIT from the window's exit is taken here, not left for later tests
-        TranslateMessage(&msg);
-        DispatchMessageW(&msg);
-    }
-    KillTimer(nullptr, timer);
-    EndRun(run);
-    Pump();
-    return IsWindow(hwnd) != FALSE;
-}
-
-const std::vector<MessageBoxRecord>& MessageBoxes() { return g_harness.boxes; }
-const std::vector<std::string>& LastRunProblems() { return g_harness.problems; }
-
-// A quit request met while pumping stays for the caller to see.
-void Pump() {
+// Pumps until the queue is idle. A WM_QUIT met on the way stays for the
+// caller to see; each run starts by dropping one left over from before.
+static void Pump() {
     InstallHooks();
     MSG msg;
     bool quit = false;
@@ -539,8 +474,40 @@ void Pump() {
     if (quit) PostQuitMessage(quitCode);
 }
 
-const char* ButtonSetName(UINT buttons) {
-    return buttons == MB_OK ? "MB_OK" : buttons == MB_YESNO ? "MB_YESNO" : "MB_YESNOCANCEL";
+INT_PTR RunModal(Script& script, const std::function<INT_PTR()>& open, const char* file, int line) {
+    RunState run;
+    BeginRun(run, script, file, line);
+    UINT_PTR timer = SetTimer(nullptr, 0, kTickMs, TimerProc);
+    INT_PTR result = open();
+    KillTimer(nullptr, timer);
+    EndRun(run);
+    Pump();
+    return result;
 }
+
+bool RunWindow(Script& script, HWND hwnd, const char* file, int line) {
+    RunState run;
+    BeginRun(run, script, file, line);
+    run.modeless = true;
+    UINT_PTR timer = SetTimer(nullptr, 0, kTickMs, TimerProc);
+    DWORD start = GetTickCount();
+    DWORD limit = script.timeoutMs * (DWORD)(script.steps.size() + 1);
+    MSG msg;
+    while (!run.finished && IsWindow(hwnd)) {
+        if (GetTickCount() - start > limit && !run.aborting)
+            StartAbort(run, "the window script did not finish within " + std::to_string(limit) + " ms");
+        BOOL got = GetMessageW(&msg, nullptr, 0, 0);
+        if (got <= 0) break;  // WM_QUIT from the window's exit is taken here, not left for later tests
+        TranslateMessage(&msg);
+        DispatchMessageW(&msg);
+    }
+    KillTimer(nullptr, timer);
+    EndRun(run);
+    Pump();
+    return IsWindow(hwnd) != FALSE;
+}
+
+const std::vector<MessageBoxRecord>& MessageBoxes() { return g_harness.boxes; }
+const std::vector<std::string>& LastRunProblems() { return g_harness.problems; }
 
 }  // namespace ui

@@ -57,8 +57,6 @@ public:
 
     // --- input (queued; see the rules above) ---
     void Key(UINT vk);                 // key down + key up to the focused control
-    void KeyDown(UINT vk);
-    void KeyUp(UINT vk);
     void Char(wchar_t ch);             // WM_CHAR to the focused control
     void Type(const wchar_t* text);    // WM_CHAR for every character
     void SoftKey(SoftKeySide side);    // F1 or F2
@@ -74,7 +72,6 @@ public:
 
     // --- reading ---
     HWND Item(int ctrlId) const;       // the control (0: the window itself)
-    HWND Focus() const;                // the focused window
     int FocusId() const;               // its control ID (0 when none)
     std::wstring Text(int ctrlId = 0) const;
     bool Visible(int ctrlId) const;
@@ -142,15 +139,5 @@ const std::vector<MessageBoxRecord>& MessageBoxes();
 
 // Problems of the last run of a script with ExpectProblems().
 const std::vector<std::string>& LastRunProblems();
-
-// Pumps the thread's messages until the queue is idle (for checks after
-// creating a window outside a script). A WM_QUIT met on the way is left in
-// the queue (RunModal ends with this too); each run starts by dropping a
-// WM_QUIT left over from before, and RunWindow takes the one its window's
-// exit posts.
-void Pump();
-
-// Text of a message box's button set, for failure messages ("MB_YESNO").
-const char* ButtonSetName(UINT buttons);
 
 }  // namespace ui

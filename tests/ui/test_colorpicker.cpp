@@ -221,7 +221,7 @@ TEST_CASE(Ui_Color_PaletteKeysWrapByRows) {
                                   {45, VK_DOWN, 5}, {5, VK_RIGHT, 6}, {6, VK_LEFT, 5}};
     ui::Script s;
     s.Step([](ui::Dlg& d) {
-        CHECK(d.Focus() == PaletteButton(d, 0));
+        CHECK(GetFocus() == PaletteButton(d, 0));
         CHECK(d.Visible(49));
         CHECK(!d.Visible(IDC_COLOR_RED_SLIDER));
     });

@@ -46,6 +46,8 @@ std::wstring WriteList(const std::wstring& name, const ListSpec& content) {
 
 #define RUN_LIST(s, path, req) RunList(s, path, req, __FILE__, __LINE__)
 
+HWND Header(ui::Dlg& d) { return (HWND)SendMessageW(d.Item(kList), LVM_GETHEADER, 0, 0); }
+
 }  // namespace
 
 TEST_CASE(Ui_List_OpensCheckListWithMenusAndBackup) {
@@ -69,13 +71,12 @@ TEST_CASE(Ui_List_OpensCheckListWithMenusAndBackup) {
             CHECK(sortMenu[3].find(ResText(IDS_TYPE_CHECK)) != std::wstring::npos);
             CHECK(sortMenu[4].find(ResText(IDS_NONE)) != std::wstring::npos);
         }
-        HWND header = (HWND)SendMessageW(d.Item(kList), LVM_GETHEADER, 0, 0);
         wchar_t text[16] = {};
         HDITEMW item = {};
         item.mask = HDI_TEXT;
         item.pszText = text;
         item.cchTextMax = 16;
-        SendMessageW(header, HDM_GETITEMW, 3, (LPARAM)&item);
+        SendMessageW(Header(d), HDM_GETITEMW, 3, (LPARAM)&item);
         CHECK_EQ(std::wstring(text), std::wstring(L" "));
         // Stored widths are used when the list has items.
         CHECK_EQ((int)SendMessageW(d.Item(kList), LVM_GETCOLUMNWIDTH, 1, 0), 90);
@@ -135,18 +136,16 @@ ListSpec GroceryAs(std::vector<int> order, int sortColumn, int flag) {
 }
 
 bool HeaderHasMark(ui::Dlg& d, int column) {
-    HWND header = (HWND)SendMessageW(d.Item(kList), LVM_GETHEADER, 0, 0);
     HDITEMW item = {};
     item.mask = HDI_FORMAT | HDI_BITMAP;
-    SendMessageW(header, HDM_GETITEMW, column, (LPARAM)&item);
+    SendMessageW(Header(d), HDM_GETITEMW, column, (LPARAM)&item);
     return (item.fmt & HDF_BITMAP) && item.hbm;
 }
 
 void TapHeader(ui::Dlg& d, int column) {
-    HWND header = (HWND)SendMessageW(d.Item(kList), LVM_GETHEADER, 0, 0);
     RECT rc = {};
-    SendMessageW(header, HDM_GETITEMRECT, column, (LPARAM)&rc);
-    d.Tap(header, (rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2);
+    SendMessageW(Header(d), HDM_GETITEMRECT, column, (LPARAM)&rc);
+    d.Tap(Header(d), (rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2);
 }
 
 void CheckBox(const ui::MessageBoxRecord& box, UINT text, UINT caption, UINT buttons, UINT icon, const char* file,
