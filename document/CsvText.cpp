@@ -6,6 +6,7 @@
 #include "document/DocStrings.h"
 #include "document/ListFile.h"
 #include "document/ListFileIo.h"
+#include "document/SafeWrite.h"
 #include "document/ValueText.h"
 
 // ---- export ----------------------------------------------------------------
@@ -46,12 +47,14 @@ std::vector<unsigned char> buildCsvBytes(const ListDocument& doc) {
 }
 
 CsvResult exportCsvToFile(const ListDocument& doc, const wchar_t* path) {
-    DeleteFileW(path);
-    FileHandle file(CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-    std::vector<unsigned char> bytes;
-    if (file.IsValid()) bytes = buildCsvBytes(doc);
-    if (!file.IsValid() || !WriteAll(file.Get(), bytes.data(), bytes.size()))
-        return {CsvStatus::CannotCreate, {docstr::kExportNotCreated, docstr::kErrorCaption, MB_ICONEXCLAMATION, {}}};
+    // The old file is replaced only once the new one is complete.
+    std::vector<unsigned char> bytes = buildCsvBytes(doc);
+    SafeWriteResult written = writeFileSafely(path, bytes.data(), bytes.size());
+    if (!written.ok) {
+        DocMessage message{docstr::kExportNotCreated, docstr::kErrorCaption, MB_ICONEXCLAMATION, {}};
+        message.causeId = writeCauseTextId(written.cause);
+        return {CsvStatus::CannotCreate, message};
+    }
     return {CsvStatus::Ok, {docstr::kExportDone, docstr::kExportDoneCaption, MB_ICONEXCLAMATION, {}}};
 }
 

@@ -252,3 +252,23 @@
 #define IDS_ABOUT_BUILT              8209  // one "%s": the build date
 #define IDS_ITEM_EDIT_TITLE          8210  // item editor title "Edit Item"
 #define IDS_ICON_PICKER_TITLE        8211  // title of the icon picker ("Choose Icon")
+
+// Why a file could not be written or read (own range). A cause follows the
+// message of the failed step as its own sentence; it never replaces it.
+#define IDS_CAUSE_DISK_FULL          8300
+#define IDS_CAUSE_READ_ONLY          8301
+#define IDS_CAUSE_FOLDER_MISSING     8302
+#define IDS_CAUSE_INVALID_NAME       8303
+#define IDS_CAUSE_OTHER              8304
+#define IDS_LIST_MISSING             8305
+#define IDS_LIST_EMPTY               8306
+#define IDS_LIST_DAMAGED             8307
+#define IDS_LIST_PARTLY_READ         8308  // one "%s": "N of M" items
+#define IDS_LIST_TOO_LARGE           8309
+#define IDS_LIST_CANNOT_OPEN         8310
+#define IDS_SAVE_DAMAGED_TEXT        8311
+#define IDS_SAVE_DAMAGED_CAPTION     8312
+#define IDS_TEMPLATE_DAMAGED         8313
+#define IDS_TEMPLATE_EMPTY           8314
+#define IDS_TEMPLATE_PARTLY_READ     8315  // one "%s": "N of M" fields
+#define IDS_TEMPLATE_MISSING         8316
