@@ -211,10 +211,21 @@ bool readCsvFileText(const wchar_t* path, std::wstring& text) {
     text.clear();
     std::vector<unsigned char> bytes;
     if (ReadWholeFile(path, bytes) != FileStatus::Ok) return false;
-    if (bytes.size() >= 2 && bytes[0] == 0xFF && bytes[1] == 0xFE) {
+    const bool littleEndian = bytes.size() >= 2 && bytes[0] == 0xFF && bytes[1] == 0xFE;
+    const bool bigEndian = bytes.size() >= 2 && bytes[0] == 0xFE && bytes[1] == 0xFF;
+    if (littleEndian || bigEndian) {
         size_t units = (bytes.size() - 2) / 2;
+        const int low = littleEndian ? 2 : 3, high = littleEndian ? 3 : 2;
         text.resize(units);
-        for (size_t i = 0; i < units; ++i) text[i] = wchar_t(bytes[2 + 2 * i] | (bytes[3 + 2 * i] << 8));
+        for (size_t i = 0; i < units; ++i) text[i] = wchar_t(bytes[low + 2 * i] | (bytes[high + 2 * i] << 8));
+    } else if (bytes.size() >= 3 && bytes[0] == 0xEF && bytes[1] == 0xBB && bytes[2] == 0xBF) {
+        // A file that says it is UTF-8 is read as UTF-8 (bad sequences
+        // become U+FFFD), not byte by byte.
+        int n = bytes.size() > 3 ? MultiByteToWideChar(CP_UTF8, 0, (const char*)bytes.data() + 3,
+                                                       (int)(bytes.size() - 3), nullptr, 0)
+                                 : 0;
+        text.resize(size_t(n));
+        if (n) MultiByteToWideChar(CP_UTF8, 0, (const char*)bytes.data() + 3, (int)(bytes.size() - 3), &text[0], n);
     } else {
         // Without the mark every byte is one character.
         text.resize(bytes.size());
