@@ -112,51 +112,73 @@ size_t PeakCommitted() {
     return c.PeakPagefileUsage;
 }
 
-// Builds the file, then reads it and prints: size MB, status, items, peak
-// growth of committed memory during the read in MB.
-int RunOne(const char* name) {
+std::vector<unsigned char> Build(const char* name) {
     std::vector<unsigned char> bytes;
     if (!std::strcmp(name, "flood0")) bytes = Flood(0, 64u << 20, false);
     else if (!std::strcmp(name, "flood1")) bytes = Flood(1, 64u << 20, false);
     else if (!std::strcmp(name, "flood1-8")) bytes = Flood(1, 8u << 20, false);
     else if (!std::strcmp(name, "flood50")) bytes = Flood(50, 64u << 20, true);
     else if (!std::strcmp(name, "normal")) bytes = Normal(100000);
-    else if (!std::strcmp(name, "million")) bytes = Flood(1, 16 + 200 + 10 * 1000000, true);
-    else return 2;
-    if (!std::strcmp(name, "million")) {
+    else if (!std::strcmp(name, "million")) {
+        bytes = Flood(1, 16 + 200 + 10 * 1000000, true);
         uint32_t items = 1000000;
         std::memcpy(bytes.data() + 12, &items, 4);
     }
+    return bytes;
+}
+
+// "make CASE" writes the file; "read CASE" reads it (in a fresh process, so
+// the item pool holds nothing yet) and prints: size MB, status, items, peak
+// growth of committed memory during the read in MB.
+int RunOne(const char* phase, const char* name) {
     std::wstring path = Temp(name);
-    HANDLE f = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    DWORD written = 0;
-    WriteFile(f, bytes.data(), (DWORD)bytes.size(), &written, nullptr);
-    CloseHandle(f);
-    double fileMb = double(bytes.size()) / 1048576.0;
-    std::vector<unsigned char>().swap(bytes);
+    if (!std::strcmp(phase, "make")) {
+        std::vector<unsigned char> bytes = Build(name);
+        HANDLE f = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+        DWORD written = 0;
+        WriteFile(f, bytes.data(), (DWORD)bytes.size(), &written, nullptr);
+        CloseHandle(f);
+        return 0;
+    }
+    WIN32_FILE_ATTRIBUTE_DATA info = {};
+    GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &info);
+    double fileMb = double(info.nFileSizeLow) / 1048576.0;
     size_t base = Committed();
-    size_t peakBefore = PeakCommitted();
     ListDocument doc;
     ReadListOptions quiet;
     quiet.makeBackup = false;
     ListFileResult r = readListFile(path.c_str(), doc, quiet);
     size_t peak = PeakCommitted();
-    // The peak so far may be the building of the file; then the read's own
-    // peak is at most what it left held.
-    size_t top = peak > peakBefore ? peak : Committed();
-    double grew = top > base ? double(top - base) / 1048576.0 : 0.0;
-    std::printf("%.1f %d %d %.1f\n", fileMb, (int)r.code, doc.itemCount(), grew);
+    std::printf("%.1f %d %d %.1f\n", fileMb, (int)r.code, doc.itemCount(), peak > base ? double(peak - base) / 1048576.0 : 0.0);
     DeleteFileW(path.c_str());
     return 0;
+}
+
+void RunChild(const std::wstring& self, const char* phase, const char* name, HANDLE out) {
+    std::wstring command = L"\"" + self + L"\" ";
+    for (const char* p = phase; *p; ++p) command += wchar_t(*p);
+    command += L" ";
+    for (const char* p = name; *p; ++p) command += wchar_t(*p);
+    STARTUPINFOW start = {};
+    start.cb = sizeof start;
+    start.dwFlags = STARTF_USESTDHANDLES;
+    start.hStdOutput = out;
+    start.hStdError = out;
+    PROCESS_INFORMATION process = {};
+    if (!CreateProcessW(nullptr, &command[0], nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process)) return;
+    WaitForSingleObject(process.hProcess, INFINITE);
+    CloseHandle(process.hProcess);
+    CloseHandle(process.hThread);
 }
 
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
-    if (argc > 1) {
-        std::string name;
-        for (const wchar_t* p = argv[1]; *p; ++p) name += char(*p);
-        return RunOne(name.c_str());
+    if (argc > 2) {
+        std::string phase, name;
+        for (const wchar_t* p = argv[1]; *p; ++p) phase += char(*p);
+        for (const wchar_t* p = argv[2]; *p; ++p) name += char(*p);
+        return RunOne(phase.c_str(), name.c_str());
     }
     wchar_t self[MAX_PATH];
     GetModuleFileNameW(nullptr, self, MAX_PATH);
@@ -167,19 +189,8 @@ int wmain(int argc, wchar_t** argv) {
         std::wstring outPath = std::wstring(temp) + L"zvflood.txt";
         SECURITY_ATTRIBUTES inherit = {sizeof inherit, nullptr, TRUE};
         HANDLE out = CreateFileW(outPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit, CREATE_ALWAYS, 0, nullptr);
-        std::wstring command = L"\"" + std::wstring(self) + L"\" ";
-        for (const char* p = c.name; *p; ++p) command += wchar_t(*p);
-        STARTUPINFOW start = {};
-        start.cb = sizeof start;
-        start.dwFlags = STARTF_USESTDHANDLES;
-        start.hStdOutput = out;
-        start.hStdError = out;
-        PROCESS_INFORMATION process = {};
-        if (CreateProcessW(nullptr, &command[0], nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process)) {
-            WaitForSingleObject(process.hProcess, INFINITE);
-            CloseHandle(process.hProcess);
-            CloseHandle(process.hThread);
-        }
+        RunChild(self, "make", c.name, out);
+        RunChild(self, "read", c.name, out);
         CloseHandle(out);
         double mb = 0, grew = 0;
         int status = -1, items = 0;

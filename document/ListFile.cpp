@@ -198,7 +198,13 @@ FileStatus parseListBytes(const void* bytes, size_t size, ListDocument& doc, con
         return FileStatus::Damaged;
     }
     TextLayout here = layout ? *layout : listTextLayout();
-    listparse::ItemsRead items = listparse::ReadItems(in, doc, itemCount, here, listparse::ItemMemoryBudget(size));
+    const size_t budget = listparse::ItemMemoryBudget(size);
+    if (listparse::ItemsCost(in, fieldCount, itemCount, budget) > budget) {
+        doc.Clear();
+        doc.path = path;
+        return FileStatus::TooLarge;
+    }
+    listparse::ItemsRead items = listparse::ReadItems(in, doc, itemCount, here, budget);
     counts.itemsRead = items.count;
     doc.sortColumn = view.sortColumn;
     doc.sortDescending = view.sortDescending != 0;

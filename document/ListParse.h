@@ -161,6 +161,33 @@ inline size_t ItemRecordCost(int fieldCount) {
     return PooledBytes(sizeof(ListItem) + 2 * sizeof(void*)) + PooledBytes(size_t(fieldCount) * sizeof(FieldValue));
 }
 
+// What reading the items would cost, walked over the chunk headers alone
+// (a copy of the source, nothing allocated): lets a reader refuse a flood
+// of tiny items before it takes the memory, not after.
+template <class Source>
+size_t ItemsCost(Source in, int fieldCount, uint32_t itemCount, size_t stopAbove) {
+    const size_t recordCost = ItemRecordCost(fieldCount);
+    size_t cost = 0;
+    uint32_t size = 0, tag = 0;
+    for (uint32_t index = 0; index < itemCount && !in.AtEnd() && cost <= stopAbove; ++index) {
+        cost += recordCost;
+        if (!in.ChunkHeader(size, tag)) break;
+        if (tag == kTagBackColor) {
+            in.Skip(size);
+            if (fieldCount == 0) continue;
+            if (!in.ChunkHeader(size, tag)) break;
+        }
+        for (int i = 0; i < fieldCount; ++i) {
+            if (i > 0 && !in.ChunkHeader(size, tag)) return cost;
+            // Texts beyond the inline part take a block of their own.
+            if ((tag == 3 || tag == 5) && size >= 40 && size / 2 <= size_t(CellText::kCapacity))
+                cost += PooledBytes(size);
+            in.Skip(size);
+        }
+    }
+    return cost;
+}
+
 struct ItemsRead {
     uint32_t count = 0;    // whole items kept
     bool whole = true;     // every promised item read whole
