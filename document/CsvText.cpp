@@ -6,6 +6,7 @@
 #include "document/DocStrings.h"
 #include "document/ListFile.h"
 #include "document/ListFileIo.h"
+#include "document/SafeWrite.h"
 #include "document/ValueText.h"
 
 // ---- export ----------------------------------------------------------------
@@ -46,12 +47,14 @@ std::vector<unsigned char> buildCsvBytes(const ListDocument& doc) {
 }
 
 CsvResult exportCsvToFile(const ListDocument& doc, const wchar_t* path) {
-    DeleteFileW(path);
-    FileHandle file(CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-    std::vector<unsigned char> bytes;
-    if (file.IsValid()) bytes = buildCsvBytes(doc);
-    if (!file.IsValid() || !WriteAll(file.Get(), bytes.data(), bytes.size()))
-        return {CsvStatus::CannotCreate, {docstr::kExportNotCreated, docstr::kErrorCaption, MB_ICONEXCLAMATION, {}}};
+    // The old file is replaced only once the new one is complete.
+    std::vector<unsigned char> bytes = buildCsvBytes(doc);
+    SafeWriteResult written = writeFileSafely(path, bytes.data(), bytes.size());
+    if (!written.ok) {
+        DocMessage message{docstr::kExportNotCreated, docstr::kErrorCaption, MB_ICONEXCLAMATION, {}};
+        message.causeId = writeCauseTextId(written.cause);
+        return {CsvStatus::CannotCreate, message};
+    }
     return {CsvStatus::Ok, {docstr::kExportDone, docstr::kExportDoneCaption, MB_ICONEXCLAMATION, {}}};
 }
 
@@ -208,10 +211,21 @@ bool readCsvFileText(const wchar_t* path, std::wstring& text) {
     text.clear();
     std::vector<unsigned char> bytes;
     if (ReadWholeFile(path, bytes) != FileStatus::Ok) return false;
-    if (bytes.size() >= 2 && bytes[0] == 0xFF && bytes[1] == 0xFE) {
+    const bool littleEndian = bytes.size() >= 2 && bytes[0] == 0xFF && bytes[1] == 0xFE;
+    const bool bigEndian = bytes.size() >= 2 && bytes[0] == 0xFE && bytes[1] == 0xFF;
+    if (littleEndian || bigEndian) {
         size_t units = (bytes.size() - 2) / 2;
+        const int low = littleEndian ? 2 : 3, high = littleEndian ? 3 : 2;
         text.resize(units);
-        for (size_t i = 0; i < units; ++i) text[i] = wchar_t(bytes[2 + 2 * i] | (bytes[3 + 2 * i] << 8));
+        for (size_t i = 0; i < units; ++i) text[i] = wchar_t(bytes[low + 2 * i] | (bytes[high + 2 * i] << 8));
+    } else if (bytes.size() >= 3 && bytes[0] == 0xEF && bytes[1] == 0xBB && bytes[2] == 0xBF) {
+        // A file that says it is UTF-8 is read as UTF-8 (bad sequences
+        // become U+FFFD), not byte by byte.
+        int n = bytes.size() > 3 ? MultiByteToWideChar(CP_UTF8, 0, (const char*)bytes.data() + 3,
+                                                       (int)(bytes.size() - 3), nullptr, 0)
+                                 : 0;
+        text.resize(size_t(n));
+        if (n) MultiByteToWideChar(CP_UTF8, 0, (const char*)bytes.data() + 3, (int)(bytes.size() - 3), &text[0], n);
     } else {
         // Without the mark every byte is one character.
         text.resize(bytes.size());

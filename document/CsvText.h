@@ -31,8 +31,9 @@ using CsvResult = DocResult<CsvStatus>;
 
 // The bytes of an export of `doc` (mark, header row, rows).
 std::vector<unsigned char> buildCsvBytes(const ListDocument& doc);
-// Deletes `path`, creates it and writes the export. The message is
-// 8166/8068 (exclamation) on failure, 8167/8168 (exclamation) when done.
+// Writes the export safely: an existing file is replaced only once the new
+// one is complete. The message is 8166/8068 (exclamation) with the cause on
+// failure (the file unchanged), 8167/8168 (exclamation) when done.
 CsvResult exportCsvToFile(const ListDocument& doc, const wchar_t* path);
 
 // ---- import ----------------------------------------------------------------
@@ -51,8 +52,9 @@ constexpr size_t kMaxImportCells = 4000000;  // rows x fields
 
 // Parses import text (after the byte-order mark, one wchar_t per character).
 void parseCsvText(const wchar_t* text, size_t length, CsvTable& table);
-// Reads an import file into text: with FF FE as UTF-16LE, otherwise one
-// byte per character (each byte taken as the character of that code).
+// Reads an import file into text by its byte-order mark: FF FE UTF-16LE,
+// FE FF UTF-16BE, EF BB BF UTF-8; without a mark one byte per character
+// (each byte taken as the character of that code).
 // False when the file cannot be opened or read.
 bool readCsvFileText(const wchar_t* path, std::wstring& text);
 // Turns import text into a list document: view state -1/0, no icon, every

@@ -11,6 +11,7 @@ std::wstring DocMessage::Text() const {
         size_t at = text.find(L"%s");
         if (at != std::wstring::npos) text.replace(at, 2, *argument);
     }
+    if (causeId) text += L"\n\n" + ResText(causeId);
     return text;
 }
 

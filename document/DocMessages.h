@@ -14,9 +14,13 @@ struct DocMessage {
     UINT captionId = 0;
     UINT style = MB_OK;     // icon and buttons of the box
     std::optional<std::wstring> argument;  // fills the text's one "%s" when present
+    // Why it happened (a full disk, a read-only file...), a sentence of its
+    // own after the text; 0 when the text says all there is.
+    UINT causeId = 0;
 
     bool IsEmpty() const { return textId == 0; }
-    // The text with the argument in place, and the caption.
+    // The text with the argument in place and the cause after it, and the
+    // caption.
     std::wstring Text() const;
     std::wstring Caption() const;
 };

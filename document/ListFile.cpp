@@ -2,10 +2,14 @@
 
 #include <cstring>
 #include <cwchar>
+#include <memory>
+#include <string>
 
+#include "LangIds.h"
 #include "document/DocStrings.h"
 #include "document/ListParse.h"
 #include "document/ListFileIo.h"
+#include "document/SafeWrite.h"
 
 // ---- ByteReader / ByteWriter -------------------------------------------------
 
@@ -18,13 +22,17 @@ uint32_t ByteReader::U32() {
 size_t ByteReader::Bytes(void* out, size_t count) {
     size_t take = count < Remaining() ? count : Remaining();
     if (take) std::memcpy(out, data + pos, take);
-    if (take < count) std::memset((unsigned char*)out + take, 0, count - take);
+    if (take < count) {
+        std::memset((unsigned char*)out + take, 0, count - take);
+        overrun = true;
+    }
     pos += take;
     return take;
 }
 
 bool ByteReader::ChunkHeader(uint32_t& chunkSize, uint32_t& tag) {
     if (Remaining() < 8) {
+        if (Remaining() > 0) overrun = true;  // a chunk header cut in two
         pos = size;
         return false;
     }
@@ -89,8 +97,8 @@ bool readHeaderChunks(HANDLE file, FieldDef* fields, int fieldCount, PlanarImage
     std::vector<unsigned char> rest;
     if (!ReadRestOfFile(file, rest)) return false;
     ByteReader in(rest.data(), rest.size());
-    listparse::ReadHeaderChunks(in, fields, fieldCount, icon, view);
-    return true;
+    int whole = listparse::ReadHeaderChunks(in, fields, fieldCount, icon, view);
+    return whole == fieldCount && !in.Overrun();
 }
 
 bool readHeaderChunks(HANDLE file, TemplateFieldList& list, int fieldCount, PlanarImage& icon, ViewState& view) {
@@ -163,48 +171,89 @@ bool writeHeaderChunks(HANDLE file, const TemplateFieldList& list, const PlanarI
 
 // ---- whole lists -------------------------------------------------------------
 
-FileStatus parseListBytes(const void* bytes, size_t size, ListDocument& doc, const TextLayout* layout) {
+FileStatus parseListBytes(const void* bytes, size_t size, ListDocument& doc, const TextLayout* layout,
+                          ListReadReport* report) {
     CeString path = doc.path;
     doc.Clear();
     doc.path = path;
+    ListReadReport local;
+    ListReadReport& counts = report ? *report : local;
+    counts = ListReadReport();
+    FileStatus version = listparse::CheckVersion(static_cast<const unsigned char*>(bytes), size);
+    if (version != FileStatus::Ok) return version;
+    if (size < size_t(kListHeaderSize)) return FileStatus::Damaged;
     ByteReader in(bytes, size);
-    wchar_t version[4];
-    if (in.Bytes(version, sizeof version) < sizeof version || !listparse::IsCurrentVersion(version))
-        return FileStatus::BadVersion;
+    in.Skip(8);
     int32_t fieldCount = in.I32();
     uint32_t itemCount = in.U32();
     if (fieldCount < 0 || fieldCount > kMaxFields) return FileStatus::BadFieldCount;
+    counts.itemsPromised = itemCount;
     doc.fields.assign(size_t(fieldCount), FieldDef());
     ViewState view;
-    listparse::ReadHeaderChunks(in, doc.fields.data(), fieldCount, doc.icon, view);
+    int fieldsRead = listparse::ReadHeaderChunks(in, doc.fields.data(), fieldCount, doc.icon, view);
+    if (fieldsRead != fieldCount || in.Overrun()) {
+        // Without every field the items cannot be placed: nothing is loaded.
+        doc.Clear();
+        doc.path = path;
+        return FileStatus::Damaged;
+    }
     TextLayout here = layout ? *layout : listTextLayout();
-    listparse::ReadItems(in, doc, itemCount, here);
+    const size_t budget = listparse::ItemMemoryBudget(size);
+    if (listparse::ItemsCost(in, fieldCount, itemCount, budget) > budget) {
+        doc.Clear();
+        doc.path = path;
+        return FileStatus::TooLarge;
+    }
+    listparse::ItemsRead items = listparse::ReadItems(in, doc, itemCount, here, budget);
+    counts.itemsRead = items.count;
     doc.sortColumn = view.sortColumn;
     doc.sortDescending = view.sortDescending != 0;
-    return FileStatus::Ok;
+    if (items.tooLarge) {
+        doc.Clear();
+        doc.path = path;
+        return FileStatus::TooLarge;
+    }
+    return items.whole ? FileStatus::Ok : FileStatus::PartlyRead;
 }
 
-// Every refusal of a list tells the user the same thing.
-static ListFileResult Refused(FileStatus status) {
-    return {status, {docstr::kWrongVersion, docstr::kErrorCaption, MB_ICONEXCLAMATION, {}}};
+DocMessage listReadMessage(FileStatus status, const ListReadReport& report) {
+    UINT text = 0;
+    switch (status) {
+    case FileStatus::Ok: return DocMessage();
+    case FileStatus::Missing: text = IDS_LIST_MISSING; break;
+    case FileStatus::Empty: text = IDS_LIST_EMPTY; break;
+    case FileStatus::BadVersion: text = docstr::kWrongVersion; break;
+    case FileStatus::TooLarge: text = IDS_LIST_TOO_LARGE; break;
+    case FileStatus::PartlyRead: {
+        std::wstring counts = std::to_wstring(report.itemsRead) + L" of " + std::to_wstring(report.itemsPromised);
+        return {IDS_LIST_PARTLY_READ, IDS_SAVE_DAMAGED_CAPTION, MB_ICONEXCLAMATION, counts};
+    }
+    case FileStatus::CannotOpen: text = IDS_LIST_CANNOT_OPEN; break;
+    default: text = IDS_LIST_DAMAGED; break;
+    }
+    return {text, docstr::kErrorCaption, MB_ICONEXCLAMATION, {}};
 }
 
-ListFileResult readListFile(const wchar_t* path, ListDocument& doc, const ReadListOptions& options) {
+ListFileResult readListFile(const wchar_t* path, ListDocument& doc, const ReadListOptions& options,
+                            ListReadReport* report) {
     doc.Clear();
+    ListReadReport local;
+    ListReadReport& counts = report ? *report : local;
+    counts = ListReadReport();
     CeString normal = normalizePath(path);
     std::vector<unsigned char> bytes;
     FileStatus status = ReadWholeFile(normal.c_str(), bytes);
-    if (status != FileStatus::Ok) return Refused(status);
-    // Version and field count first: a refused file gets no backup.
-    ByteReader header(bytes.data(), bytes.size());
-    wchar_t version[4];
-    if (header.Bytes(version, sizeof version) < sizeof version || !listparse::IsCurrentVersion(version))
-        return Refused(FileStatus::BadVersion);
-    int32_t fieldCount = header.I32();
-    if (fieldCount < 0 || fieldCount > kMaxFields) return Refused(FileStatus::BadFieldCount);
-    if (options.makeBackup) CopyFileW(normal.c_str(), backupPathOf(normal.c_str()).c_str(), FALSE);
-    doc.path = normal;
-    return {parseListBytes(bytes.data(), bytes.size(), doc), {}};
+    if (status == FileStatus::Ok) {
+        doc.path = normal;
+        status = parseListBytes(bytes.data(), bytes.size(), doc, nullptr, &counts);
+    }
+    if (status != FileStatus::Ok && status != FileStatus::PartlyRead) doc.Clear();
+    // Only a file read whole is worth keeping, and the backup is written
+    // from the very bytes that were checked (safely, like every write), so
+    // it can never be worse than what it replaces.
+    if (status == FileStatus::Ok && options.makeBackup)
+        writeFileSafely(backupPathOf(normal.c_str()).c_str(), bytes.data(), bytes.size());
+    return {status, listReadMessage(status, counts)};
 }
 
 void buildListBytes(const ListDocument& doc, ByteWriter& out, bool chunkByFieldType) {
@@ -245,70 +294,133 @@ void buildListBytes(const ListDocument& doc, ByteWriter& out, bool chunkByFieldT
                 out.TextChunk((uint32_t)type, value.text.c_str(), size_t(value.text.Length()));
                 break;
             default:
-                break;  // an unknown stored type writes no chunk
+                // A value of a type this version does not know keeps its
+                // place with an empty chunk of its tag: leaving it out would
+                // move every later value into the wrong field, and the list
+                // would read back as damaged.
+                out.ChunkHeader(0, (uint32_t)type);
+                break;
             }
         }
     }
 }
 
+ListFileResult writeListBytes(const wchar_t* path, const ByteWriter& bytes) {
+    SafeWriteResult written = writeFileSafely(path, bytes.bytes.data(), bytes.bytes.size());
+    if (written.ok) return {FileStatus::Ok, {}};
+    DocMessage message{docstr::kListNotCreated, docstr::kErrorCaption, MB_ICONEXCLAMATION, {}};
+    message.causeId = writeCauseTextId(written.cause);
+    return {FileStatus::CannotCreate, message};
+}
+
 ListFileResult writeListFile(const wchar_t* path, const ListDocument& doc, const WriteListOptions& options) {
     ByteWriter out;
     buildListBytes(doc, out, options.chunkByFieldType);
-    FileStatus status = WriteWholeFile(path, out, FILE_SHARE_WRITE);
-    if (status == FileStatus::Ok) return {status, {}};
-    return {status, {docstr::kListNotCreated, docstr::kErrorCaption, MB_ICONEXCLAMATION, {}}};
+    return writeListBytes(path, out);
 }
 
 // ---- templates -------------------------------------------------------------------
 
-FileStatus readTemplateFile(const wchar_t* path, TemplateFieldList& list, PlanarImage& icon, ViewState* view) {
-    std::vector<unsigned char> bytes;
-    FileStatus status = ReadWholeFile(path, bytes);
-    if (status != FileStatus::Ok) return status;
-    ByteReader in(bytes.data(), bytes.size());
-    wchar_t version[4];
-    if (in.Bytes(version, sizeof version) < sizeof version || !listparse::IsCurrentVersion(version))
-        return FileStatus::BadVersion;
-    int32_t fieldCount = in.I32();
-    if (fieldCount < 0 || fieldCount > kMaxFields) return FileStatus::BadFieldCount;
-    for (int i = 0; i < fieldCount; ++i) list.fields[i] = FieldDef();
-    list.count = fieldCount;
-    icon.Release();
-    ViewState localView;
-    listparse::ReadHeaderChunks(in, list.fields, fieldCount, icon, localView);
-    if (view) *view = localView;
-    return FileStatus::Ok;
+static DocMessage TemplateReadMessage(FileStatus status, int fieldsRead, int fieldsPromised) {
+    UINT text = IDS_TEMPLATE_DAMAGED;
+    switch (status) {
+    case FileStatus::Ok: return DocMessage();
+    case FileStatus::Missing: text = IDS_TEMPLATE_MISSING; break;
+    case FileStatus::CannotOpen: text = IDS_TEMPLATE_OPEN_FAILED; break;
+    case FileStatus::Empty: text = IDS_TEMPLATE_EMPTY; break;
+    case FileStatus::BadVersion: text = IDS_TEMPLATE_VERSION_BAD; break;
+    case FileStatus::PartlyRead: {
+        std::wstring counts = std::to_wstring(fieldsRead) + L" of " + std::to_wstring(fieldsPromised);
+        return {IDS_TEMPLATE_PARTLY_READ, docstr::kErrorCaption, MB_ICONEXCLAMATION, counts};
+    }
+    default: break;
+    }
+    return {text, docstr::kErrorCaption, MB_ICONEXCLAMATION, {}};
 }
 
-FileStatus writeTemplateFile(const wchar_t* path, const FieldDef* fields, int fieldCount, const PlanarImage& icon) {
+FileStatus readTemplateFile(const wchar_t* path, TemplateFieldList& list, PlanarImage& icon, ViewState* view,
+                            DocMessage* message) {
+    std::vector<unsigned char> bytes;
+    FileStatus status = ReadWholeFile(path, bytes);
+    if (status == FileStatus::Ok) status = listparse::CheckVersion(bytes.data(), bytes.size());
+    if (status == FileStatus::Ok && bytes.size() < size_t(kTemplateHeaderSize)) status = FileStatus::Damaged;
+    int32_t fieldCount = 0;
+    int fieldsRead = 0;
+    if (status == FileStatus::Ok) {
+        ByteReader in(bytes.data(), bytes.size());
+        in.Skip(8);
+        fieldCount = in.I32();
+        if (fieldCount < 0 || fieldCount > kMaxFields) {
+            status = FileStatus::BadFieldCount;
+        } else {
+            for (int i = 0; i < fieldCount; ++i) list.fields[i] = FieldDef();
+            icon.Release();
+            ViewState localView;
+            fieldsRead = listparse::ReadHeaderChunks(in, list.fields, fieldCount, icon, localView);
+            if (fieldsRead < 0) fieldsRead = 0;
+            bool cut = fieldsRead != fieldCount || in.Overrun();
+            // A field cut short is dropped; the ones before it are whole.
+            if (cut && fieldsRead == fieldCount && fieldsRead > 0) --fieldsRead;
+            list.count = fieldsRead;
+            if (view) *view = localView;
+            if (cut) status = fieldsRead > 0 ? FileStatus::PartlyRead : FileStatus::Damaged;
+        }
+    }
+    if (message) *message = TemplateReadMessage(status, fieldsRead, fieldCount);
+    return status;
+}
+
+FileStatus writeTemplateFile(const wchar_t* path, const FieldDef* fields, int fieldCount, const PlanarImage& icon,
+                             DocMessage* message) {
     ByteWriter out;
     out.Raw(L"1.7", 8);
     out.I32(fieldCount);
     writeHeaderChunks(out, fields, fieldCount, icon, ViewState());
-    return WriteWholeFile(path, out, 0);
+    SafeWriteResult written = writeFileSafely(path, out.bytes.data(), out.bytes.size());
+    if (message) {
+        *message = DocMessage();
+        if (!written.ok) {
+            *message = {IDS_TEMPLATE_CREATE_FAILED, docstr::kErrorCaption, MB_ICONEXCLAMATION, {}};
+            message->causeId = writeCauseTextId(written.cause);
+        }
+    }
+    return written.ok ? FileStatus::Ok : FileStatus::CannotCreate;
 }
 
-FileStatus writeTemplateFile(const wchar_t* path, const TemplateFieldList& list, const PlanarImage& icon) {
+FileStatus writeTemplateFile(const wchar_t* path, const TemplateFieldList& list, const PlanarImage& icon,
+                             DocMessage* message) {
     int count = list.count < 0 ? 0 : list.count > kMaxFields ? kMaxFields : list.count;
-    return writeTemplateFile(path, list.fields, count, icon);
+    return writeTemplateFile(path, list.fields, count, icon, message);
 }
 
-FileStatus makeListFromTemplate(const wchar_t* templatePath, const wchar_t* listPath) {
-    CeString normal = normalizePath(listPath);
-    FileHandle list(CreateFileW(normal.c_str(), GENERIC_WRITE, FILE_SHARE_WRITE, nullptr, CREATE_ALWAYS,
-                                FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!list.IsValid()) return FileStatus::CannotCreate;
-    TemplateFieldList fields;
+FileStatus buildListFromTemplate(const wchar_t* templatePath, ByteWriter& out, DocMessage* message) {
+    std::unique_ptr<TemplateFieldList> fields(new TemplateFieldList);
     PlanarImage icon;
     ViewState view;
-    FileStatus status = readTemplateFile(templatePath, fields, icon, &view);
+    FileStatus status = readTemplateFile(templatePath, *fields, icon, &view, message);
+    if (status == FileStatus::PartlyRead) {
+        // A list made from part of a template would be a different list.
+        status = FileStatus::Damaged;
+        if (message) *message = TemplateReadMessage(status, 0, 0);
+    }
     if (status != FileStatus::Ok) return status;
-    ByteWriter out;
     out.Raw(L"1.7", 8);
-    out.I32(fields.count);
+    out.I32(fields->count);
     out.U32(0);
-    writeHeaderChunks(out, fields, icon, view);
-    return out.WriteTo(list.Get()) ? FileStatus::Ok : FileStatus::WriteFailed;
+    writeHeaderChunks(out, *fields, icon, view);
+    return FileStatus::Ok;
+}
+
+FileStatus makeListFromTemplate(const wchar_t* templatePath, const wchar_t* listPath, DocMessage* message) {
+    ByteWriter out;
+    FileStatus status = buildListFromTemplate(templatePath, out, message);
+    if (status != FileStatus::Ok) return status;
+    ListFileResult written = writeListBytes(normalizePath(listPath).c_str(), out);
+    if (message) {
+        *message = written.message;
+        if (written != FileStatus::Ok) message->textId = IDS_LIST_CREATE_FAILED;
+    }
+    return written.code;
 }
 
 // ---- paths -----------------------------------------------------------------------

@@ -14,14 +14,18 @@
 //     item:  optional 120 back colour, then F value chunks tagged with their
 //            stored type: SYSTEMTIME, 4-byte choice or text with NUL
 //
-// Files are read with one ReadFile into memory and parsed there, and written
-// from one buffer with one WriteFile; the bytes are those of the layout.
+// Files are read with one ReadFile into memory and parsed there. They are
+// written through writeFileSafely (document/SafeWrite.h): a temporary file
+// beside the target, flushed, then renamed over it, so a failed or killed
+// write never leaves a partial list.
 //
 // Damaged files: payloads longer than a member are cut to its capacity and
-// the rest skipped; unknown chunks are skipped by their size; a size past
-// the end of the file is clipped to it; items stop once the file is
-// exhausted, so a header count never drives work or memory beyond the file's
-// size. A header field count outside 0..50 is refused (message 8096).
+// the rest skipped; unknown chunks are skipped by their size. A file is
+// whole only when every promised field and item is there with every chunk
+// inside the file; otherwise it is Damaged (nothing loaded: the header or
+// the fields are cut) or PartlyRead (the items before the damage are
+// loaded). Item memory is charged against ten times the file's size (plus
+// a fixed allowance) before it is taken; beyond it the file is TooLarge.
 #pragma once
 #include <windows.h>
 
@@ -62,6 +66,12 @@ struct ViewState {
     int32_t sortDescending = 0;
 };
 
+// How much of a list was read: the header's promise and what was kept.
+struct ListReadReport {
+    uint32_t itemsPromised = 0;
+    uint32_t itemsRead = 0;
+};
+
 // The template editor's working set: up to 50 field records and a count.
 struct TemplateFieldList {
     FieldDef fields[kMaxFields];
@@ -78,11 +88,16 @@ struct TemplateFieldList {
 
 enum class FileStatus {
     Ok,
-    CannotOpen,     // the file could not be opened for reading
-    BadVersion,     // the version text is not "1.7" (or the header is short)
+    CannotOpen,     // the file exists but could not be opened or read
+    BadVersion,     // the version text is another release's ("1.6")
     BadFieldCount,  // the header's field count is negative or above 50
-    CannotCreate,   // the file could not be created for writing
-    WriteFailed,    // WriteFile wrote fewer bytes than asked (disk full)
+    CannotCreate,   // the file could not be written (the message says why)
+    WriteFailed,    // kept for callers of the old writer; no longer returned
+    Missing,        // there is no such file
+    Empty,          // the file holds no bytes
+    Damaged,        // cut or corrupt before the items: nothing is loaded
+    PartlyRead,     // items are cut or corrupt: the whole ones are loaded
+    TooLarge,       // above 256 MB, or would take more memory than allowed
 };
 
 // ---- in-memory byte reading and writing --------------------------------
@@ -96,14 +111,20 @@ struct ByteReader {
 
     ByteReader() = default;
     ByteReader(const void* bytes, size_t count) : data((const unsigned char*)bytes), size(count) {}
+    bool overrun = false;  // something asked for ran past the end
+
     size_t Remaining() const { return size - pos; }
     bool AtEnd() const { return pos >= size; }
+    bool Overrun() const { return overrun; }
     uint32_t U32();
     int32_t I32() { return (int32_t)U32(); }
     // Copies up to `count` bytes into `out` (zero-fills what is missing);
     // returns the bytes actually copied.
     size_t Bytes(void* out, size_t count);
-    void Skip(size_t count) { pos += count < Remaining() ? count : Remaining(); }
+    void Skip(size_t count) {
+        if (count > Remaining()) overrun = true;
+        pos += count < Remaining() ? count : Remaining();
+    }
     // Reads an 8-byte chunk header; false (and the position at the end) when
     // fewer than 8 bytes are left.
     bool ChunkHeader(uint32_t& chunkSize, uint32_t& tag);
@@ -134,7 +155,8 @@ struct ByteWriter {
 // the data.
 void readHeaderChunks(ByteReader& in, FieldDef* fields, int fieldCount, PlanarImage& icon, ViewState& view);
 // The same from an open file handle positioned after the header: reads the
-// rest of the file once. Leaves the file position at its end.
+// rest of the file once. Leaves the file position at its end. False when
+// the file cannot be read or the section is cut short or damaged.
 bool readHeaderChunks(HANDLE file, FieldDef* fields, int fieldCount, PlanarImage& icon, ViewState& view);
 // Template-editor form: reads `fieldCount` (at most 50) fields into `list`.
 bool readHeaderChunks(HANDLE file, TemplateFieldList& list, int fieldCount, PlanarImage& icon, ViewState& view);
@@ -161,13 +183,20 @@ struct ReadListOptions {
 
 // Opens a list file and reads it into `doc` (replacing its contents). The
 // path is normalised (doubled backslashes collapsed) and kept in doc.path.
-// Refuses a file that cannot be opened (or is larger than 256 MB), a
-// version other than "1.7" and a field count outside 0..50 with message 8096
-// (caption 8068, exclamation), in which case no backup is made and `doc` is
-// left empty. Display texts are built with listTextLayout().
-ListFileResult readListFile(const wchar_t* path, ListDocument& doc, const ReadListOptions& options = ReadListOptions());
+// Every status but Ok comes with its message (caption 8068, exclamation):
+// Missing, CannotOpen, Empty, Damaged/BadFieldCount, TooLarge each their
+// own, BadVersion 8096; `doc` is left empty. PartlyRead loads the whole
+// items and says how many of how many ("N of M") could be read. The backup
+// is made only of a file read whole, from the bytes that were checked, so
+// a damaged file never replaces a good backup. Display texts are built with
+// listTextLayout().
+ListFileResult readListFile(const wchar_t* path, ListDocument& doc, const ReadListOptions& options = ReadListOptions(),
+                            ListReadReport* report = nullptr);
 // Parses the bytes of a whole list file (no backup, no message).
-FileStatus parseListBytes(const void* bytes, size_t size, ListDocument& doc, const TextLayout* layout = nullptr);
+FileStatus parseListBytes(const void* bytes, size_t size, ListDocument& doc, const TextLayout* layout = nullptr,
+                          ListReadReport* report = nullptr);
+// The message readListFile gives with `status` (empty for Ok).
+DocMessage listReadMessage(FileStatus status, const ListReadReport& report = ListReadReport());
 // A reference reader for measurements: the same result as readListFile but
 // with one ReadFile call per chunk header and per payload, the way the
 // format was first read on the device. No backup, no message.
@@ -183,30 +212,43 @@ struct WriteListOptions {
 // from doc.sortColumn/sortDescending; fields with their columnWidth as it
 // is; items in their current order.
 void buildListBytes(const ListDocument& doc, ByteWriter& out, bool chunkByFieldType = false);
-// Creates (CREATE_ALWAYS, share write) and writes a list file with one
-// WriteFile. The caller stores current column widths in the fields first.
-// A file not written comes back with message 8093/8068 (exclamation).
+// Writes a list file safely (writeFileSafely). The caller stores current
+// column widths in the fields first. A file not written comes back as
+// CannotCreate with message 8093/8068 (exclamation) and the cause; the file
+// on the disk is then unchanged.
 ListFileResult writeListFile(const wchar_t* path, const ListDocument& doc,
                          const WriteListOptions& options = WriteListOptions());
+// Writes bytes already built (a list made from a template) the same way:
+// the old file stays until the new one is complete.
+ListFileResult writeListBytes(const wchar_t* path, const ByteWriter& bytes);
 
 // ---- templates ---------------------------------------------------------
 
-// Reads a template file: 12-byte header, icon, view state and fields. No
-// message is shown: the template editor shows 8100, the new-list dialog
-// 8102/8100. BadFieldCount when the count is outside 0..50.
+// Reads a template file: 12-byte header, icon, view state and fields.
+// Statuses as readListFile's; PartlyRead keeps the fields read whole (in
+// list.count). `message`, when given, receives what to tell the user:
+// 8102 missing, 8100 another version, the damage texts otherwise.
 FileStatus readTemplateFile(const wchar_t* path, TemplateFieldList& list, PlanarImage& icon,
-                            ViewState* view = nullptr);
-// Writes a template file: 12-byte header, icon, view state -1/0, fields.
-FileStatus writeTemplateFile(const wchar_t* path, const TemplateFieldList& list, const PlanarImage& icon);
-FileStatus writeTemplateFile(const wchar_t* path, const FieldDef* fields, int fieldCount, const PlanarImage& icon);
+                            ViewState* view = nullptr, DocMessage* message = nullptr);
+// Writes a template file safely: 12-byte header, icon, view state -1/0,
+// fields. On failure CannotCreate, the file unchanged, and `message` (when
+// given) 8085/8068 with the cause.
+FileStatus writeTemplateFile(const wchar_t* path, const TemplateFieldList& list, const PlanarImage& icon,
+                             DocMessage* message = nullptr);
+FileStatus writeTemplateFile(const wchar_t* path, const FieldDef* fields, int fieldCount, const PlanarImage& icon,
+                             DocMessage* message = nullptr);
 
-// The new-list dialog's creation of an empty list from a template, in its
-// order: the list file is created first (CREATE_ALWAYS), then the template
-// opened and checked, then 16-byte header (N = 0) + the template's chunks.
-// CannotCreate: list file not created; CannotOpen: template missing (8102;
-// the empty list file stays); BadVersion: template refused (8100; the empty
-// list file stays). No message is shown here.
-FileStatus makeListFromTemplate(const wchar_t* templatePath, const wchar_t* listPath);
+// The bytes of an empty list made from a template: 16-byte header (N = 0)
+// and the template's chunks. Fails as readTemplateFile (only Ok is usable;
+// a PartlyRead template is refused as Damaged).
+FileStatus buildListFromTemplate(const wchar_t* templatePath, ByteWriter& out, DocMessage* message = nullptr);
+// The new-list dialog's creation of an empty list from a template: the
+// template is read and checked first, and the list written safely, so a
+// template that fails leaves an existing list as it was (and makes no
+// file). CannotCreate: the list could not be written (`message` 8101 with
+// the cause); the template's statuses otherwise (`message` as
+// readTemplateFile's).
+FileStatus makeListFromTemplate(const wchar_t* templatePath, const wchar_t* listPath, DocMessage* message = nullptr);
 
 // ---- paths ---------------------------------------------------------------
 

@@ -4,15 +4,27 @@ FileStatus ReadWholeFile(const wchar_t* path, std::vector<unsigned char>& bytes)
     bytes.clear();
     FileHandle file(CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
                                 nullptr));
-    if (!file.IsValid()) return FileStatus::CannotOpen;
+    if (!file.IsValid()) {
+        DWORD error = GetLastError();
+        bool missing = error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND || error == ERROR_INVALID_NAME;
+        return missing ? FileStatus::Missing : FileStatus::CannotOpen;
+    }
     LARGE_INTEGER size;
-    if (!GetFileSizeEx(file.Get(), &size) || size.QuadPart < 0 || size.QuadPart > kMaxDocumentFileSize)
-        return FileStatus::CannotOpen;
+    if (!GetFileSizeEx(file.Get(), &size) || size.QuadPart < 0) return FileStatus::CannotOpen;
+    if (size.QuadPart > kMaxDocumentFileSize) return FileStatus::TooLarge;
     bytes.resize(size_t(size.QuadPart));
-    DWORD got = 0;
-    if (!bytes.empty() && !ReadFile(file.Get(), bytes.data(), (DWORD)bytes.size(), &got, nullptr))
-        return FileStatus::CannotOpen;
-    bytes.resize(got);
+    // A read that stops short is an error, not a smaller file: the parser
+    // would otherwise take a cut list for a whole one.
+    size_t done = 0;
+    while (done < bytes.size()) {
+        DWORD got = 0;
+        DWORD want = DWORD(bytes.size() - done);
+        if (!ReadFile(file.Get(), bytes.data() + done, want, &got, nullptr) || got == 0) {
+            bytes.clear();
+            return FileStatus::CannotOpen;
+        }
+        done += got;
+    }
     return FileStatus::Ok;
 }
 
@@ -37,8 +49,3 @@ bool WriteAll(HANDLE file, const void* data, size_t count) {
     return WriteFile(file, data, (DWORD)count, &written, nullptr) && written == count;
 }
 
-FileStatus WriteWholeFile(const wchar_t* path, const ByteWriter& out, DWORD share) {
-    FileHandle file(CreateFileW(path, GENERIC_WRITE, share, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file.IsValid()) return FileStatus::CannotCreate;
-    return out.WriteTo(file.Get()) ? FileStatus::Ok : FileStatus::WriteFailed;
-}

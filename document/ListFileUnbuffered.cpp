@@ -11,19 +11,25 @@ struct HandleSource {
     HANDLE file;
     long long size;
     long long pos;
+    bool overrun = false;
 
+    bool Overrun() const { return overrun; }
     size_t Remaining() const { return pos < size ? size_t(size - pos) : 0; }
     bool AtEnd() const { return pos >= size; }
     size_t Bytes(void* out, size_t count) {
         size_t take = count < Remaining() ? count : Remaining();
         DWORD got = 0;
         if (take && !ReadFile(file, out, (DWORD)take, &got, nullptr)) got = 0;
-        if (got < count) std::memset((unsigned char*)out + got, 0, count - got);
+        if (got < count) {
+            std::memset((unsigned char*)out + got, 0, count - got);
+            overrun = true;
+        }
         pos += got;
         if (got < take) pos = size;  // a failed read ends the data
         return got;
     }
     void Skip(size_t count) {
+        if (count > Remaining()) overrun = true;
         size_t step = count < Remaining() ? count : Remaining();
         LARGE_INTEGER d;
         d.QuadPart = (long long)step;
@@ -32,6 +38,7 @@ struct HandleSource {
     }
     bool ChunkHeader(uint32_t& chunkSize, uint32_t& tag) {
         if (Remaining() < 8) {
+            if (Remaining() > 0) overrun = true;
             Skip(Remaining());
             return false;
         }
@@ -54,10 +61,10 @@ FileStatus readListFileUnbuffered(const wchar_t* path, ListDocument& doc) {
     if (!GetFileSizeEx(file.Get(), &size)) return FileStatus::CannotOpen;
     HandleSource in{file.Get(), size.QuadPart, 0};
     unsigned char header[kListHeaderSize];
-    if (in.Bytes(header, sizeof header) < 8) return FileStatus::BadVersion;
-    wchar_t version[4];
-    std::memcpy(version, header, sizeof version);
-    if (!listparse::IsCurrentVersion(version)) return FileStatus::BadVersion;
+    size_t got = in.Bytes(header, sizeof header);
+    FileStatus version = listparse::CheckVersion(header, got);
+    if (version != FileStatus::Ok) return version;
+    if (got < sizeof header) return FileStatus::Damaged;
     int32_t fieldCount;
     uint32_t itemCount;
     std::memcpy(&fieldCount, header + 8, 4);
@@ -66,9 +73,18 @@ FileStatus readListFileUnbuffered(const wchar_t* path, ListDocument& doc) {
     doc.path = normal;
     doc.fields.assign(size_t(fieldCount), FieldDef());
     ViewState view;
-    listparse::ReadHeaderChunks(in, doc.fields.data(), fieldCount, doc.icon, view);
-    listparse::ReadItems(in, doc, itemCount, listTextLayout());
+    int fieldsRead = listparse::ReadHeaderChunks(in, doc.fields.data(), fieldCount, doc.icon, view);
+    if (fieldsRead != fieldCount || in.Overrun()) {
+        doc.Clear();
+        return FileStatus::Damaged;
+    }
+    listparse::ItemsRead items =
+        listparse::ReadItems(in, doc, itemCount, listTextLayout(), listparse::ItemMemoryBudget(size_t(size.QuadPart)));
     doc.sortColumn = view.sortColumn;
     doc.sortDescending = view.sortDescending != 0;
-    return FileStatus::Ok;
+    if (items.tooLarge) {
+        doc.Clear();
+        return FileStatus::TooLarge;
+    }
+    return items.whole ? FileStatus::Ok : FileStatus::PartlyRead;
 }

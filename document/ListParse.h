@@ -5,9 +5,11 @@
 // A source provides: bool ChunkHeader(uint32_t& size, uint32_t& tag) (false
 // at the end of the data), size_t Bytes(void*, size_t) (zero-fills what is
 // missing, returns what was read), void Skip(size_t), bool AtEnd(),
-// size_t Remaining().
+// size_t Remaining(), and bool Overrun(): whether anything asked for ran
+// past the end of the data (a chunk cut short).
 #pragma once
 #include <cstring>
+#include <cwchar>
 
 #include "document/ListFile.h"
 #include "document/ValueText.h"
@@ -76,12 +78,17 @@ void ReadIcon(Source& in, uint32_t size, PlanarImage& icon) {
     if (!complete) icon.Release();
 }
 
+// Reads the list-wide chunks and the field definitions; returns how many
+// fields were read to their end marker (fieldCount for a whole section; the
+// caller also checks Overrun()), or -1 when the data ends before the first
+// field starts.
 template <class Source>
-void ReadHeaderChunks(Source& in, FieldDef* fields, int fieldCount, PlanarImage& icon, ViewState& view) {
+int ReadHeaderChunks(Source& in, FieldDef* fields, int fieldCount, PlanarImage& icon, ViewState& view) {
     uint32_t size = 0, tag = 0;
     // List-wide chunks, up to the first field start.
     for (;;) {
-        if (!in.ChunkHeader(size, tag)) return;
+        // A list without fields has no field start to end this section.
+        if (!in.ChunkHeader(size, tag)) return fieldCount == 0 && !in.Overrun() ? 0 : -1;
         if (tag == kTagFieldStart) break;
         if (tag == kTagIcon) {
             ReadIcon(in, size, icon);
@@ -97,7 +104,7 @@ void ReadHeaderChunks(Source& in, FieldDef* fields, int fieldCount, PlanarImage&
         field.defaultText[0] = 0;
         field.columnState = 0;
         for (;;) {
-            if (!in.ChunkHeader(size, tag)) return;
+            if (!in.ChunkHeader(size, tag)) return f;
             if (tag == kTagFieldEnd) break;
             switch (tag) {
             case kTagColumnWidth: field.columnWidth = ReadInt(in, size); break;
@@ -110,8 +117,10 @@ void ReadHeaderChunks(Source& in, FieldDef* fields, int fieldCount, PlanarImage&
             case kTagFieldStart: break;  // the start marker carries nothing
             default: in.Skip(size); break;
             }
+            if (in.Overrun()) return f;
         }
     }
+    return fieldCount;
 }
 
 // One value chunk into `value`; the tag becomes the stored type.
@@ -145,12 +154,70 @@ void ReadValue(Source& in, uint32_t size, uint32_t tag, FieldValue& value, const
     }
 }
 
-// Items until the count is reached or the data is exhausted: a header count
-// never makes more items than the file holds.
+// What memory an item costs once read: its list node and its cells, as the
+// item pool rounds them. Texts beyond the inline part are added per cell.
+inline size_t PooledBytes(size_t bytes) { return (bytes + 15) / 16 * 16; }
+inline size_t ItemRecordCost(int fieldCount) {
+    return PooledBytes(sizeof(ListItem) + 2 * sizeof(void*)) + PooledBytes(size_t(fieldCount) * sizeof(FieldValue));
+}
+
+// What reading the items would cost, walked over the chunk headers alone
+// (a copy of the source, nothing allocated): lets a reader refuse a flood
+// of tiny items before it takes the memory, not after.
 template <class Source>
-void ReadItems(Source& in, ListDocument& doc, uint32_t itemCount, const TextLayout& layout) {
+size_t ItemsCost(Source in, int fieldCount, uint32_t itemCount, size_t stopAbove) {
+    const size_t recordCost = ItemRecordCost(fieldCount);
+    size_t cost = 0;
+    uint32_t size = 0, tag = 0;
+    for (uint32_t index = 0; index < itemCount && !in.AtEnd() && cost <= stopAbove; ++index) {
+        cost += recordCost;
+        if (!in.ChunkHeader(size, tag)) break;
+        if (tag == kTagBackColor) {
+            in.Skip(size);
+            if (fieldCount == 0) continue;
+            if (!in.ChunkHeader(size, tag)) break;
+        }
+        for (int i = 0; i < fieldCount; ++i) {
+            if (i > 0 && !in.ChunkHeader(size, tag)) return cost;
+            // Texts beyond the inline part take a block of their own.
+            if ((tag == 3 || tag == 5) && size >= 40 && size / 2 <= size_t(CellText::kCapacity))
+                cost += PooledBytes(size);
+            in.Skip(size);
+        }
+    }
+    return cost;
+}
+
+struct ItemsRead {
+    uint32_t count = 0;    // whole items kept
+    bool whole = true;     // every promised item read whole
+    bool tooLarge = false; // stopped because the memory budget ran out
+};
+
+// Items until the count is reached, the data is exhausted or an item is
+// damaged (a chunk past the end, fewer values than fields); a damaged item is dropped with everything after it, since
+// nothing after it can be trusted. Memory is charged against `budget`
+// before it is taken, so no header count or flood of tiny chunks makes the
+// document hold more than the caller allows.
+template <class Source>
+ItemsRead ReadItems(Source& in, ListDocument& doc, uint32_t itemCount, const TextLayout& layout, size_t budget) {
+    ItemsRead result;
     const int fieldCount = doc.fieldCount();
-    for (uint32_t index = 0; index < itemCount && !in.AtEnd(); ++index) {
+    const size_t recordCost = ItemRecordCost(fieldCount);
+    size_t spent = 0;
+    for (uint32_t index = 0; index < itemCount; ++index) {
+        if (in.AtEnd()) {
+            // A list without fields stores nothing for an item without a
+            // colour, so running out of data there is no damage.
+            result.whole = fieldCount == 0;
+            break;
+        }
+        if (recordCost > budget - spent) {
+            result.whole = false;
+            result.tooLarge = true;
+            break;
+        }
+        spent += recordCost;
         doc.items.emplace_back();
         ListItem& item = doc.items.back();
         item.fieldCount = fieldCount;
@@ -158,29 +225,63 @@ void ReadItems(Source& in, ListDocument& doc, uint32_t itemCount, const TextLayo
         item.serial = doc.nextSerial++;
         item.values.resize(size_t(fieldCount));
         uint32_t size = 0, tag = 0;
-        bool have = in.ChunkHeader(size, tag);
-        if (have && tag == kTagBackColor) {
+        bool whole = in.ChunkHeader(size, tag);
+        if (whole && tag == kTagBackColor) {
             item.backColor = (COLORREF)ReadInt(in, size);
-            have = in.ChunkHeader(size, tag);
+            whole = size == 4 && (fieldCount == 0 || in.ChunkHeader(size, tag));
         } else {
             item.backColor = kNoBackColor;
         }
-        for (int i = 0; i < fieldCount; ++i) {
+        for (int i = 0; whole && i < fieldCount; ++i) {
             FieldValue& value = item.values[size_t(i)];
-            if (i > 0) have = in.ChunkHeader(size, tag);
-            if (!have) {
-                // The file ended inside the item: the rest stays empty.
-                value.storedType = doc.fields[size_t(i)].type;
-                continue;
-            }
+            if (i > 0) whole = in.ChunkHeader(size, tag);
+            if (!whole) break;
             ReadValue(in, size, tag, value, layout);
+            if (value.text.Length() >= 20) spent += PooledBytes(size_t(value.text.Length() + 1) * 2);
         }
+        if (!whole || in.Overrun()) {
+            doc.items.pop_back();
+            --doc.nextSerial;
+            result.whole = false;
+            break;
+        }
+        ++result.count;
     }
+    return result;
 }
 
 // Version text "1.7" with its terminator, exactly.
 inline bool IsCurrentVersion(const wchar_t version[4]) {
     return version[0] == L'1' && version[1] == L'.' && version[2] == L'7' && version[3] == 0;
 }
+
+// A version text of some other release ("1.6", "2.0"): digits and dots
+// ended by a NUL. Anything else in those bytes is damage, not a version.
+inline bool IsOtherVersion(const wchar_t version[4]) {
+    if (version[0] < L'0' || version[0] > L'9') return false;
+    for (int i = 1; i < 4; ++i) {
+        if (version[i] == 0) return true;
+        if (version[i] != L'.' && (version[i] < L'0' || version[i] > L'9')) return false;
+    }
+    return false;
+}
+
+// What the first bytes of a file say: Ok for "1.7", BadVersion for another
+// release's version, Empty for no bytes, Damaged for anything else.
+inline FileStatus CheckVersion(const unsigned char* bytes, size_t size) {
+    if (size == 0) return FileStatus::Empty;
+    if (size < 8) return FileStatus::Damaged;
+    wchar_t version[4];
+    std::memcpy(version, bytes, sizeof version);
+    if (IsCurrentVersion(version)) return FileStatus::Ok;
+    return IsOtherVersion(version) ? FileStatus::BadVersion : FileStatus::Damaged;
+}
+
+// How much memory the items of a file of `fileSize` bytes may take: ten
+// times the file, plus what a million one-field items need beyond that (a
+// legitimate list of one empty text per item costs 144 bytes an item for
+// 10 bytes of file).
+constexpr size_t kItemMemoryAllowance = 48u << 20;
+inline size_t ItemMemoryBudget(size_t fileSize) { return fileSize * 10 + kItemMemoryAllowance; }
 
 }  // namespace listparse

@@ -210,6 +210,9 @@ void AutoSizeColumns() {
 // leaves the window open with every change (the message is the writer's).
 void Save(HWND hwnd) {
     ListWindowState& s = S();
+    if (s.openedDamaged &&
+        ResMessageBox(hwnd, IDS_SAVE_DAMAGED_TEXT, IDS_SAVE_DAMAGED_CAPTION, MB_YESNO | MB_ICONQUESTION) != IDYES)
+        return;
     for (int i = 0; i < s.doc.fieldCount(); ++i)
         s.doc.fields[(size_t)i].columnWidth = (int32_t)SendMessageW(s.listView, LVM_GETCOLUMNWIDTH, i, 0);
     ListFileResult written = writeListFile(s.request->path, s.doc);

@@ -40,6 +40,7 @@ void ResetState(ListOpenRequest* request, HWND hwnd) {
     s.doc.Clear();
     s.rows.clear();
     s.modified = 0;
+    s.openedDamaged = 0;
     s.headerWidthsPending = 1;
     s.inResortOrder = 0;
 }
@@ -183,11 +184,15 @@ BOOL OnInitDialog(HWND hwnd, ListOpenRequest* request) {
 
     ListWindowState& s = S();
     ListFileResult read = readListFile(request ? request->path : L"", s.doc);
-    if (read != FileStatus::Ok || !s.listView) {
+    bool usable = read == FileStatus::Ok || read == FileStatus::PartlyRead;
+    if (!usable || !s.listView) {
         ShowDocMessage(hwnd, read.message);  // why the file was refused
         EndDialog(hwnd, 1);
         return FALSE;
     }
+    // A damaged list opens with what could be read, and says so first.
+    if (read == FileStatus::PartlyRead) ShowDocMessage(hwnd, read.message);
+    s.openedDamaged = read == FileStatus::PartlyRead;
     InsertColumns(hwnd);
     SyncRowCount();
     s.header = (HWND)SendMessageW(s.listView, LVM_GETHEADER, 0, 0);

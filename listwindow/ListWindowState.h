@@ -40,6 +40,9 @@ struct ListWindowState {
     std::vector<ListItem*> rows;
 
     BYTE modified = 0;
+    // The file was damaged when opened: only the items before the damage
+    // are here, so a save (which replaces the file) asks first.
+    BYTE openedDamaged = 0;
     BYTE headerWidthsPending = 1;
     // Whether the items stand in the order a re-sort would give them (sort
     // column, its field's comparator, the present direction, no NaN key), so

@@ -258,8 +258,29 @@
 #define IDS_ABOUT_TEMPLATES_FOLDER   8214
 #define IDS_ABOUT_NOT_SET            8215  // in place of a folder the registry lacks
 
-// Main view messages beyond the device's own (8300-8319)
-#define IDS_NEW_CATEGORY_FAILED      8300  // the lists folder takes no new folder
+// Main view messages beyond the device's own (8330-8339)
+#define IDS_NEW_CATEGORY_FAILED      8330  // the lists folder takes no new folder
 
 // Template dialogs beyond the device's own (8220-8229)
 #define IDS_TOO_MANY_FIELDS          8220  // template editor: a 51st field is refused
+
+// Why a file could not be written or read (own range). A cause follows the
+// message of the failed step as its own sentence; it never replaces it.
+#define IDS_CAUSE_DISK_FULL          8300
+#define IDS_CAUSE_READ_ONLY          8301
+#define IDS_CAUSE_FOLDER_MISSING     8302
+#define IDS_CAUSE_INVALID_NAME       8303
+#define IDS_CAUSE_OTHER              8304
+#define IDS_LIST_MISSING             8305
+#define IDS_LIST_EMPTY               8306
+#define IDS_LIST_DAMAGED             8307
+#define IDS_LIST_PARTLY_READ         8308  // one "%s": "N of M" items
+#define IDS_LIST_TOO_LARGE           8309
+#define IDS_LIST_CANNOT_OPEN         8310
+#define IDS_SAVE_DAMAGED_TEXT        8311
+#define IDS_SAVE_DAMAGED_CAPTION     8312
+#define IDS_TEMPLATE_DAMAGED         8313
+#define IDS_TEMPLATE_EMPTY           8314
+#define IDS_TEMPLATE_PARTLY_READ     8315  // one "%s": "N of M" fields
+#define IDS_TEMPLATE_MISSING         8316
+#define IDS_SAVE_DAMAGED_TEMPLATE_TEXT 8317

@@ -12,6 +12,7 @@
 #include "app/RegistryConfig.h"
 #include "base/AppGlobals.h"
 #include "base/ResString.h"
+#include "dialogs/MessageBoxes.h"
 #include "dialogs/TextEntry.h"
 #include "document/ListFile.h"
 #include "listwindow/ListWindow.h"
@@ -60,18 +61,26 @@ void SelectTemplate(const std::wstring& name) {
 // Creating the list
 // ---------------------------------------------------------------------------
 
-// The one place the dialog writes a list file. The list file is created
-// before the template is looked at; its message tells which part failed.
-UINT MakeListFile(const std::wstring& templatePath, const std::wstring& listPath) {
+// The one place the dialog writes a list file. The list is written only
+// once the template read whole, so a list the user chose to replace stays as
+// it was when the template fails. A name that was free keeps the empty file
+// the device leaves there (it creates the list before it reads the template).
+// False when it failed, with `message` telling which part did.
+bool MakeListFile(const std::wstring& templatePath, const std::wstring& listPath, DocMessage& message) {
     FileHandle probe(CreateFileW(templatePath.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                                  FILE_ATTRIBUTE_NORMAL, nullptr));
     const bool templateOpens = probe.IsValid();
     probe.Reset();
-    FileStatus status = makeListFromTemplate(templatePath.c_str(), listPath.c_str());
-    if (status == FileStatus::Ok) return 0;
-    if (!templateOpens || status == FileStatus::CannotOpen) return IDS_TEMPLATE_OPEN_FAILED;
-    if (status == FileStatus::CannotCreate || status == FileStatus::WriteFailed) return IDS_LIST_CREATE_FAILED;
-    return IDS_TEMPLATE_VERSION_BAD;  // another version, or a damaged header
+    const bool listExisted = GetFileAttributesW(listPath.c_str()) != INVALID_FILE_ATTRIBUTES;
+    FileStatus status = makeListFromTemplate(templatePath.c_str(), listPath.c_str(), &message);
+    if (status == FileStatus::Ok) return true;
+    if (!listExisted && status != FileStatus::CannotCreate && status != FileStatus::WriteFailed)
+        FileHandle(CreateFileW(listPath.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!templateOpens || status == FileStatus::CannotOpen || status == FileStatus::Missing)
+        message = TemplateError(IDS_TEMPLATE_OPEN_FAILED);
+    else if (message.IsEmpty())
+        message = TemplateError(IDS_TEMPLATE_VERSION_BAD);
+    return false;
 }
 
 bool FileOpensForReading(const std::wstring& path) {
@@ -142,8 +151,9 @@ void CreateList(HWND dlg, bool templateFirst) {
     }
     const std::wstring templatePath = S().templates.folder + templateName + L".zvt";
     listPath = normalizePath(listPath.c_str()).c_str();
-    if (UINT failure = MakeListFile(templatePath, listPath)) {
-        ShowTemplateError(dlg, failure);
+    DocMessage failure;
+    if (!MakeListFile(templatePath, listPath, failure)) {
+        ShowDocMessage(dlg, failure);
         return;
     }
     S().newTemplate = false;

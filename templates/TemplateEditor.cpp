@@ -11,6 +11,7 @@
 #include "base/AppGlobals.h"
 #include "base/Handles.h"
 #include "base/ResString.h"
+#include "dialogs/MessageBoxes.h"
 #include "dialogs/TextEntry.h"
 #include "document/ListFile.h"
 #include "platform/PhoneDialog.h"
@@ -31,6 +32,7 @@ struct TemplateEditorState {
     std::wstring folder;       // where a save goes, ending in "\"
     HWND list = nullptr;
     FontHandle font;
+    bool damaged = false;      // the file was read only in part
 };
 TemplateEditorState g_templateEditor;
 
@@ -128,8 +130,15 @@ void OnChooseIcon(HWND dlg) {
         InvalidateRect(dlg, nullptr, TRUE);
 }
 
-// The one place the editor writes a file.
-FileStatus WriteTemplate(const std::wstring& path) { return writeTemplateFile(path.c_str(), S().fields, S().icon); }
+// The one place the editor writes a file: the old file stays until the new
+// one is whole. False (message shown, with its cause) when it failed.
+bool WriteTemplate(HWND dlg, const std::wstring& path) {
+    DocMessage message;
+    if (writeTemplateFile(path.c_str(), S().fields, S().icon, &message) == FileStatus::Ok) return true;
+    if (message.IsEmpty()) message = TemplateError(IDS_TEMPLATE_CREATE_FAILED);
+    ShowDocMessage(dlg, message);
+    return false;
+}
 
 void OnSave(HWND dlg) {
     TextEntryRequest prompt = {};
@@ -141,12 +150,13 @@ void OnSave(HWND dlg) {
         ShowTemplateError(dlg, IDS_TEMPLATE_NAME_EMPTY);
         return;
     }
+    // A template read only in part loses its other fields when saved.
+    if (S().damaged && ResMessageBox(dlg, IDS_SAVE_DAMAGED_TEMPLATE_TEXT, IDS_SAVE_DAMAGED_CAPTION,
+                                     MB_YESNO | MB_ICONQUESTION) != IDYES)
+        return;
     wchar_t path[MAX_PATH * 2] = {};
     _snwprintf(path, MAX_PATH * 2 - 1, L"%s%s.zvt", S().folder.c_str(), prompt.text);
-    if (WriteTemplate(path) != FileStatus::Ok) {
-        ShowTemplateError(dlg, IDS_TEMPLATE_CREATE_FAILED);
-        return;  // the editor stays open: another name may work
-    }
+    if (!WriteTemplate(dlg, path)) return;  // the editor stays open: another name may work
     lstrcpynW(S().request->name, prompt.text, kTemplateNameChars + 1);
     S().request->saved = 1;
     S().icon.Release();
@@ -245,11 +255,16 @@ std::wstring TitleOfPath(const wchar_t* path) {
 // The one place the editor reads a file. False (message shown) when the
 // template is refused.
 bool ReadTemplate(HWND owner, const wchar_t* path) {
-    FileStatus status = readTemplateFile(path, S().fields, S().icon);
+    DocMessage message;
+    FileStatus status = readTemplateFile(path, S().fields, S().icon, nullptr, &message);
     if (status == FileStatus::Ok) return true;
+    ShowDocMessage(owner, message);
+    if (status == FileStatus::PartlyRead) {
+        S().damaged = true;  // the fields read whole are kept; a save asks first
+        return true;
+    }
     S().fields.Clear();
     S().icon.Release();
-    ShowTemplateError(owner, status == FileStatus::CannotOpen ? IDS_TEMPLATE_OPEN_FAILED : IDS_TEMPLATE_VERSION_BAD);
     return false;
 }
 
@@ -261,6 +276,7 @@ INT_PTR RunTemplateEditor(HWND owner, TemplateEditRequest& request) {
     S().fields.Clear();
     S().icon.Release();
     S().request = &request;
+    S().damaged = false;
     request.saved = 0;
     request.name[kTemplateNameChars] = 0;
     S().folder = request.folder[0] ? request.folder : TemplatesFolder().c_str();

@@ -60,8 +60,14 @@ bool IsTemplateFileName(const wchar_t* fileName, std::wstring& title) {
     return true;
 }
 
-void ShowTemplateError(HWND owner, UINT textId) {
-    ResMessageBox(owner, textId, IDS_ERROR_CAPTION, MB_OK | MB_ICONEXCLAMATION);
+void ShowTemplateError(HWND owner, UINT textId) { ShowDocMessage(owner, TemplateError(textId)); }
+
+DocMessage TemplateError(UINT textId) {
+    DocMessage message;
+    message.textId = textId;
+    message.captionId = IDS_ERROR_CAPTION;
+    message.style = MB_OK | MB_ICONEXCLAMATION;
+    return message;
 }
 
 void TemplateList::Create(HWND dialog, const TemplateListLook& listLook, int x, int y, int w, int h) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/Handles.h"
+#include "document/DocMessages.h"
 #include "images/PlanarImage.h"
 
 struct TemplateListLook {
@@ -65,3 +66,5 @@ bool IsTemplateFileName(const wchar_t* fileName, std::wstring& title);
 
 // Shows string `textId` with the error caption and the exclamation icon.
 void ShowTemplateError(HWND owner, UINT textId);
+// The same error as a message to show later.
+DocMessage TemplateError(UINT textId);

@@ -70,4 +70,16 @@ ensure_prefix() {
 ensure_display
 ensure_prefix
 prog="$1"; shift
-exec env LC_ALL="$locale" wine "$prog" "$@"
+if [ ! -p /dev/stdout ] && [ ! -p /dev/stderr ]; then
+  exec env LC_ALL="$locale" wine "$prog" "$@"
+fi
+# Wine starts helper processes (the desktop, console hosts) that outlive the
+# program and keep whatever output they inherited: a pipe to a caller (CTest)
+# would then never close. The program writes to files that are passed on.
+out=$(mktemp); err=$(mktemp)
+trap 'rm -f "$out" "$err"' EXIT
+status=0
+env LC_ALL="$locale" wine "$prog" "$@" >"$out" 2>"$err" || status=$?
+cat "$out"
+cat "$err" >&2
+exit $status

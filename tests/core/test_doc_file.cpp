@@ -80,7 +80,7 @@ TEST_CASE(Doc_WriteListBytesFollowLayout) {
     CHECK_BYTES(ReadBytes(path), want.v);
 }
 
-TEST_CASE(Doc_UnknownStoredTypeWritesNoChunk) {
+TEST_CASE(Doc_UnknownStoredTypeKeepsItsPlace) {
     ListDocument doc;
     doc.fields.push_back(MakeField(L"A", 3));
     doc.fields.push_back(MakeField(L"B", 5));
@@ -97,7 +97,7 @@ TEST_CASE(Doc_UnknownStoredTypeWritesNoChunk) {
     Bytes want;
     want.listHeader(2, 1).viewState(-1, 0);
     want.append(FieldChunks(L"A", 3, 0, L"", 0, 0, 0)).append(FieldChunks(L"B", 5, 0, L"", 0, 0, 0));
-    want.chunkText(5, L"-1.5");
+    want.chunk0(42).chunkText(5, L"-1.5");
     CHECK_BYTES(out.bytes, want.v);
     // Text import chooses the chunk by the field's type instead.
     ByteWriter byField;
@@ -240,11 +240,11 @@ TEST_CASE(Doc_WrongVersionRefusedWithoutBackup) {
     Bytes noNul;
     noNul.wchars(L"1.7x").i32(0).i32(0);
     WriteBytes(path, noNul.v);
-    CHECK(readListFile(path.c_str(), doc) == FileStatus::BadVersion);
-    // A missing file is refused the same way.
+    CHECK(readListFile(path.c_str(), doc) == FileStatus::Damaged);
+    // A missing file is not a version question.
     read = readListFile((dir + L"\\none.zvl").c_str(), doc);
-    CHECK(read == FileStatus::CannotOpen);
-    CheckMessage(read.message, IDS_LIST_VERSION_BAD, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, ZV_HERE);
+    CHECK(read == FileStatus::Missing);
+    CheckMessage(read.message, IDS_LIST_MISSING, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, ZV_HERE);
 }
 
 TEST_CASE(Doc_FieldCountLimits) {
@@ -265,7 +265,7 @@ TEST_CASE(Doc_FieldCountLimits) {
         WriteBytes(dir + L"\\bad.zvl", bad.v);
         ListFileResult read = readListFile((dir + L"\\bad.zvl").c_str(), doc);
         CHECK(read == FileStatus::BadFieldCount);
-        CHECK_EQ(read.message.textId, (UINT)IDS_LIST_VERSION_BAD);
+        CHECK_EQ(read.message.textId, (UINT)IDS_LIST_DAMAGED);
         CHECK(!FileExists(dir + L"\\bad.BAK"));
     }
 }
@@ -281,7 +281,7 @@ TEST_CASE(Doc_DamagedPayloadsCutAndSkipped) {
     file.chunkText(3, longText).chunk(1, Bytes().systemTime(2000, 1, 0, 1, 7, 30, 0, 0).u32(77));
     file.chunk(55, Bytes().u32(5)).chunk(1, Bytes().u16(2001));  // unknown value tag; short time
     ListDocument doc;
-    CHECK(parseListBytes(file.v.data(), file.v.size(), doc) == FileStatus::Ok);
+    CHECK(parseListBytes(file.v.data(), file.v.size(), doc) == FileStatus::PartlyRead);
     CHECK_EQ((int)wcslen(doc.fields[0].name), 249);
     CHECK(doc.fields[0].type == FieldType::Text);
     // The huge item count stops with the data: two items were there.
@@ -295,15 +295,14 @@ TEST_CASE(Doc_DamagedPayloadsCutAndSkipped) {
     CHECK_EQ(second.values[1].time.wYear, 2001);
     CHECK_EQ(second.values[1].time.wMonth, 0);
 
-    // A file ending inside an item leaves the rest of it empty.
+    // A file ending inside an item drops that item: only whole items stay.
     Bytes cut;
     cut.listHeader(2, 5).viewState(-1, 0);
     cut.append(FieldChunks(L"A", 3, 0, L"", 0, 0, 0)).append(FieldChunks(L"B", 3, 0, L"", 0, 0, 0));
-    cut.chunkText(3, L"only");
-    CHECK(parseListBytes(cut.v.data(), cut.v.size(), doc) == FileStatus::Ok);
+    cut.chunkText(3, L"whole").chunkText(3, L"item").chunkText(3, L"only");
+    CHECK(parseListBytes(cut.v.data(), cut.v.size(), doc) == FileStatus::PartlyRead);
     CHECK_EQ(doc.itemCount(), 1);
-    CHECK_EQ(doc.items.front().values[0].text.c_str(), L"only");
-    CHECK(doc.items.front().values[1].storedType == FieldType::Text);
+    CHECK_EQ(doc.items.front().values[1].text.c_str(), L"item");
 
     // An icon whose planes are larger than the file is dropped, not allocated.
     Bytes icon;
@@ -321,6 +320,7 @@ TEST_CASE(Doc_WriteFailureShowsMessage) {
     ListFileResult written = writeListFile(path.c_str(), doc);
     CHECK(written == FileStatus::CannotCreate);
     CheckMessage(written.message, IDS_SAVE_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, ZV_HERE);
+    CHECK_EQ(written.message.causeId, (UINT)IDS_CAUSE_FOLDER_MISSING);
 }
 
 TEST_CASE(Doc_TemplateFilesAndNewList) {
@@ -352,17 +352,15 @@ TEST_CASE(Doc_TemplateFilesAndNewList) {
     listWant.listHeader(2, 0).append(chunks);
     CHECK_BYTES(ReadBytes(dir + L"\\Trip.zvl"), listWant.v);
 
-    // A template of another version is refused; the new list stays, empty.
+    // A template that fails makes no list and leaves an existing one whole.
     Bytes old;
     old.wstr(L"1.6").i32(0);
     WriteBytes(dir + L"\\Old.zvt", old.v);
     CHECK(readTemplateFile((dir + L"\\Old.zvt").c_str(), back, icon) == FileStatus::BadVersion);
     CHECK(makeListFromTemplate((dir + L"\\Old.zvt").c_str(), (dir + L"\\New.zvl").c_str()) == FileStatus::BadVersion);
-    CHECK(FileExists(dir + L"\\New.zvl"));
-    CHECK_EQ((int)ReadBytes(dir + L"\\New.zvl").size(), 0);
-    CHECK(makeListFromTemplate((dir + L"\\None.zvt").c_str(), (dir + L"\\New2.zvl").c_str()) ==
-          FileStatus::CannotOpen);
-    CHECK(FileExists(dir + L"\\New2.zvl"));
+    CHECK(!FileExists(dir + L"\\New.zvl"));
+    CHECK(makeListFromTemplate((dir + L"\\None.zvt").c_str(), listPath.c_str()) == FileStatus::Missing);
+    CHECK_BYTES(ReadBytes(dir + L"\\Trip.zvl"), listWant.v);
 
     // The template editor's list holds 50 fields at most.
     TemplateFieldList full;

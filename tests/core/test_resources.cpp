@@ -51,6 +51,8 @@ const FormatText kFormatTexts[] = {
     {IDS_LIST_EXISTS_TEXT, "s"},
     {IDS_ABOUT_VERSION, "s"},
     {IDS_ABOUT_BUILT, "s"},
+    {IDS_LIST_PARTLY_READ, "s"},
+    {IDS_TEMPLATE_PARTLY_READ, "s"},
 };
 
 std::wstring Text(HINSTANCE module, UINT id) {

@@ -213,7 +213,7 @@ TEST_CASE(Ui_NewList_RefusalsLeaveTheDialogOpen) {
             CHECK_EQ(box.buttons | box.icon, (UINT)(MB_YESNO | MB_ICONQUESTION));
             CHECK_BYTES(ReadBytes(category + L"Kept.zvl"), kept);
         } else {
-            CHECK_EQ(box.text, ResText(row.message));
+            CHECK_EQ(box.text.substr(0, ResText(row.message).size()), ResText(row.message));  // then any cause
             CHECK_EQ(box.caption, ResText(IDS_ERROR_CAPTION));
             CHECK_EQ(box.icon, (UINT)MB_ICONEXCLAMATION);
             CHECK_EQ(Exists(category + L"Plan.zvl"), row.after == Empty);

@@ -4,17 +4,29 @@
 
 namespace {
 
+// The first error of a write to standard output (0: none): output cut by a
+// full disk must not end with status 0.
+DWORD g_outputError = 0;
+
+void NoteOutput(DWORD which, bool ok, size_t wanted, DWORD written) {
+    if (which != STD_OUTPUT_HANDLE || g_outputError) return;
+    if (!ok) g_outputError = GetLastError() ? GetLastError() : ERROR_WRITE_FAULT;
+    else if (written != wanted) g_outputError = ERROR_DISK_FULL;
+}
+
 void WriteTo(DWORD which, const std::wstring& text) {
     HANDLE handle = GetStdHandle(which);
     if (handle == nullptr || handle == INVALID_HANDLE_VALUE || text.empty()) return;
     DWORD mode = 0;
     DWORD written = 0;
     if (GetConsoleMode(handle, &mode)) {
-        WriteConsoleW(handle, text.data(), (DWORD)text.size(), &written, nullptr);
+        bool ok = WriteConsoleW(handle, text.data(), (DWORD)text.size(), &written, nullptr);
+        NoteOutput(which, ok, text.size(), written);
         return;
     }
     std::string bytes = ToUtf8(text);
-    WriteFile(handle, bytes.data(), (DWORD)bytes.size(), &written, nullptr);
+    bool ok = WriteFile(handle, bytes.data(), (DWORD)bytes.size(), &written, nullptr);
+    NoteOutput(which, ok, bytes.size(), written);
 }
 
 std::wstring OneLine(const std::wstring& text) {
@@ -62,7 +74,18 @@ void OutUtf8(const std::string& text) {
         return;
     }
     DWORD written = 0;
-    if (!text.empty()) WriteFile(handle, text.data(), (DWORD)text.size(), &written, nullptr);
+    if (text.empty()) return;
+    bool ok = WriteFile(handle, text.data(), (DWORD)text.size(), &written, nullptr);
+    NoteOutput(STD_OUTPUT_HANDLE, ok, text.size(), written);
+}
+
+unsigned long OutputError() {
+    HANDLE handle = GetStdHandle(STD_OUTPUT_HANDLE);
+    // Bytes the system still holds for a file count only once they are out.
+    if (!g_outputError && handle && handle != INVALID_HANDLE_VALUE && GetFileType(handle) == FILE_TYPE_DISK &&
+        !FlushFileBuffers(handle) && GetLastError() != ERROR_INVALID_HANDLE && GetLastError() != ERROR_ACCESS_DENIED)
+        g_outputError = GetLastError();
+    return g_outputError;
 }
 
 void Err(const std::wstring& text) { WriteTo(STD_ERROR_HANDLE, text); }

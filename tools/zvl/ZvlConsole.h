@@ -20,6 +20,10 @@ void ReportError(const std::wstring& subject, const std::wstring& reason);
 // (usually the file being read or written); nothing for an empty message.
 void ReportDocMessage(const std::wstring& subject, const DocMessage& message);
 
+// The first error of a write to standard output, 0 when every write went
+// out whole.
+unsigned long OutputError();
+
 // The system's text for a Win32 error code, without its line break.
 std::wstring SystemErrorText(unsigned long code);
 

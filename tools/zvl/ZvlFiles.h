@@ -17,3 +17,10 @@ struct LoadedFile {
 // making the program's backup copy. On failure reports one line on stderr
 // (the program's own refusal text for a wrong version) and returns false.
 bool LoadFile(const std::wstring& path, LoadedFile& file);
+
+// True when both paths name one file (by identity when both exist, else by
+// full path ignoring case).
+bool IsSameFile(const std::wstring& a, const std::wstring& b);
+// Reports and returns true when `output` is `input`: a command never
+// writes over the file it reads.
+bool RefuseOwnInput(const std::wstring& input, const std::wstring& output);

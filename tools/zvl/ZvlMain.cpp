@@ -143,5 +143,12 @@ int wmain(int argc, wchar_t** argv) {
     }
     if (!problem.empty()) return UsageError(problem);
     if (!LoadLanguageModule(cl.lang)) return 1;
-    return Run(cl);
+    int status = Run(cl);
+    // Output cut short (a full disk, a closed pipe) is a failure, whatever
+    // the command made of its files.
+    if (unsigned long error = OutputError()) {
+        ReportError(L"standard output", L"could not be written: " + SystemErrorText(error));
+        return 1;
+    }
+    return status;
 }

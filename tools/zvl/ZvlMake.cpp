@@ -7,6 +7,7 @@
 #include "tools/zvl/SampleSource.h"
 #include "tools/zvl/ZvlCommands.h"
 #include "tools/zvl/ZvlConsole.h"
+#include "tools/zvl/ZvlFiles.h"
 #include "tools/zvl/ZvlEnvironment.h"
 
 namespace {
@@ -78,15 +79,17 @@ bool WriteSource(SampleSource& source, const std::wstring& sourcePath, const std
     // copy for high-density screens gets both at twice the size.
     for (FieldDef& field : source.doc.fields) field.columnWidth = field.columnWidth * iconSize / 16;
     FileStatus status;
+    DocMessage message;
     if (source.isTemplate) {
-        status = writeTemplateFile(outPath.c_str(), source.doc.fields.data(), source.doc.fieldCount(), source.doc.icon);
+        status = writeTemplateFile(outPath.c_str(), source.doc.fields.data(), source.doc.fieldCount(), source.doc.icon,
+                                   &message);
     } else {
         ListFileResult result = writeListFile(outPath.c_str(), source.doc);
-        ReportDocMessage(outPath, result.message);
+        message = result.message;
         status = result.code;
     }
     if (status == FileStatus::Ok) return true;
-    ReportError(outPath, L"cannot be written: " + SystemErrorText(GetLastError()));
+    ReportDocMessage(outPath, message);
     return false;
 }
 
@@ -151,6 +154,7 @@ std::wstring WithSlash(const std::wstring& folder) {
 
 int RunMake(const std::wstring& sourcePath, const std::wstring& outPath, int iconSize, const std::wstring& iconFolder,
             bool force) {
+    if (RefuseOwnInput(sourcePath, outPath)) return 1;
     SampleSource source;
     if (!ParseSourceFile(sourcePath, source)) return 1;
     if (!force && FileExists(outPath)) {

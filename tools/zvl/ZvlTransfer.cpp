@@ -21,6 +21,7 @@ bool RefuseExisting(const std::wstring& path, bool force) {
 }  // namespace
 
 int RunExport(const std::wstring& listPath, const std::wstring& outPath) {
+    if (RefuseOwnInput(listPath, outPath)) return 1;
     LoadedFile file;
     if (!LoadFile(listPath, file)) return 1;
     if (file.kind != FileKind::List) {
@@ -44,13 +45,11 @@ int RunImport(const std::wstring& textPath, const std::wstring& folder, bool for
         return 1;
     }
     CeString listPath = importListPath(textPath.c_str(), folder.c_str());
+    if (RefuseOwnInput(textPath, listPath.c_str())) return 1;
     if (RefuseExisting(listPath.c_str(), force)) return 1;
-    // The overwrite question was answered above; a file that appears in the
-    // meantime is replaced only with --force, and the question is reported.
-    auto askReplace = [&](const DocMessage& question) {
-        ReportDocMessage(textPath, question);
-        return force;
-    };
+    // The question was settled above by --force; a list that appears in the
+    // meantime is replaced only with --force, and nothing is asked.
+    auto askReplace = [force](const DocMessage&) { return force; };
     CeString written;
     CsvResult result = importCsvFile(textPath.c_str(), folder.c_str(), kImportClientWidth, askReplace, &written);
     if (result != CsvStatus::Ok) {
@@ -62,38 +61,24 @@ int RunImport(const std::wstring& textPath, const std::wstring& folder, bool for
 }
 
 int RunNew(const std::wstring& templatePath, const std::wstring& outPath, bool force) {
-    const DocMessage templateNotOpened{IDS_TEMPLATE_OPEN_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, {}};
-    const DocMessage templateRefused{IDS_TEMPLATE_VERSION_BAD, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, {}};
-    // Check the template first, so that a refused template leaves no empty
-    // list behind (the dialog creates the list before it opens the template).
+    if (RefuseOwnInput(templatePath, outPath)) return 1;
+    // The template is read and checked before the list is written, and the
+    // list is written safely, so a template that fails leaves no list behind
+    // and an existing list as it was.
     {
         std::unique_ptr<TemplateFieldList> fields(new TemplateFieldList);
         PlanarImage icon;
-        FileStatus status = readTemplateFile(templatePath.c_str(), *fields, icon);
-        if (status == FileStatus::CannotOpen) {
-            ReportDocMessage(templatePath, templateNotOpened);
-            return 1;
-        }
+        DocMessage message;
+        FileStatus status = readTemplateFile(templatePath.c_str(), *fields, icon, nullptr, &message);
         if (status != FileStatus::Ok) {
-            ReportDocMessage(templatePath, templateRefused);
+            ReportDocMessage(templatePath, message);
             return 1;
         }
     }
     if (RefuseExisting(outPath, force)) return 1;
-    FileStatus status = makeListFromTemplate(templatePath.c_str(), outPath.c_str());
-    switch (status) {
-    case FileStatus::Ok: return 0;
-    case FileStatus::CannotCreate:
-        ReportDocMessage(outPath, {IDS_LIST_CREATE_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, {}});
-        return 1;
-    case FileStatus::CannotOpen:
-        ReportDocMessage(templatePath, templateNotOpened);
-        break;
-    default:
-        ReportDocMessage(templatePath, templateRefused);
-        break;
-    }
-    // The template changed under us after the check: remove the empty list.
-    DeleteFileW(outPath.c_str());
+    DocMessage message;
+    FileStatus status = makeListFromTemplate(templatePath.c_str(), outPath.c_str(), &message);
+    if (status == FileStatus::Ok) return 0;
+    ReportDocMessage(status == FileStatus::CannotCreate ? outPath : templatePath, message);
     return 1;
 }

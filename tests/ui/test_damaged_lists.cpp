@@ -1,0 +1,114 @@
+// The list window and files that go wrong: a save that fails part-way, a
+// list that is damaged when it is opened, and the backup through both.
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "LangIds.h"
+#include "base/ResString.h"
+#include "document/ListFile.h"
+#include "document/SafeWrite.h"
+#include "listwindow/ListWindowState.h"
+#include "tests/framework/ZvTest.h"
+#include "tests/ui/test_listwindow_support.h"
+
+using namespace lwtest;
+
+namespace {
+
+constexpr int kList = kListViewControlId;
+
+ListSpec Shopping() {
+    ListSpec content;
+    content.fields = {Field(L"Done", 6, 30), Field(L"Item", 3, 90)};
+    content.items = {{{Choice(0), Txt(L"milk")}}, {{Choice(1), Txt(L"bread")}}, {{Choice(0), Txt(L"apples")}}};
+    return content;
+}
+
+std::wstring BackupOf(const std::wstring& path) { return path.substr(0, path.size() - 3) + L"BAK"; }
+
+#define RUN_LIST(s, path, req) RunList(s, path, req, __FILE__, __LINE__)
+
+}  // namespace
+
+TEST_CASE(Ui_Damaged_FailedSaveLeaveReopenKeepsTheBackup) {
+    std::wstring path = TestFolder() + L"Shop.zvl";
+    const std::vector<unsigned char> good = ListBytes(Shopping());
+    WriteFileBytes(path, good);
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) {
+        d.Command(IDM_SORT_BASE + 1);
+        setWriteFaultAfter(40);  // the disk fills up part-way through the save
+        d.SoftKey(ui::Left);
+    });
+    s.Step([&](ui::Dlg& d) {
+        setWriteFaultAfter(-1);
+        CHECK_EQ(d.ListCount(kList), 3);
+        d.Back();
+    });
+    s.Answer(IDOK).Answer(IDYES);
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    setWriteFaultAfter(-1);
+    const auto& boxes = ui::MessageBoxes();
+    CHECK_EQ(boxes.size(), 2u);
+    if (!boxes.empty())
+        CHECK_EQ(boxes[0].text, ResText(IDS_SAVE_FAILED) + L"\n\n" + ResText(IDS_CAUSE_DISK_FULL));
+    CHECK_BYTES(ReadFileBytes(path), good);
+    CHECK_BYTES(ReadFileBytes(BackupOf(path)), good);
+
+    // Opened again: the list and its backup are the good list still.
+    ui::Script again;
+    again.Step([&](ui::Dlg& d) {
+        CHECK_EQ(d.ListCount(kList), 3);
+        d.Back();
+    });
+    CHECK_EQ((int)RUN_LIST(again, path, req), 1);
+    CHECK(ui::MessageBoxes().empty());
+    CHECK_BYTES(ReadFileBytes(path), good);
+    CHECK_BYTES(ReadFileBytes(BackupOf(path)), good);
+}
+
+TEST_CASE(Ui_Damaged_CutListOpensWithWhatCouldBeReadAndAsksBeforeSaving) {
+    std::wstring path = TestFolder() + L"Shop.zvl";
+    const std::vector<unsigned char> good = ListBytes(Shopping());
+    const std::vector<unsigned char> cut(good.begin(), good.end() - 3);
+    WriteFileBytes(BackupOf(path), good);
+    WriteFileBytes(path, cut);
+    std::wstring partly = ResText(IDS_LIST_PARTLY_READ);
+    partly.replace(partly.find(L"%s"), 2, L"2 of 3");
+
+    // No to the question: nothing is written, the backup stays good.
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(d.ListCount(kList), 2);
+        d.SoftKey(ui::Left);
+    });
+    s.Step([&](ui::Dlg& d) { d.Back(); });
+    s.Answer(IDOK).Answer(IDNO);
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    const auto& boxes = ui::MessageBoxes();
+    CHECK_EQ(boxes.size(), 2u);
+    if (boxes.size() == 2) {
+        CHECK_EQ(boxes[0].text, partly);
+        CHECK_EQ(boxes[1].text, ResText(IDS_SAVE_DAMAGED_TEXT));
+    }
+    CHECK_EQ((int)req.saved, 0);
+    CHECK_BYTES(ReadFileBytes(path), cut);
+    CHECK_BYTES(ReadFileBytes(BackupOf(path)), good);
+
+    // Yes: the list is saved whole with the items that could be read.
+    ui::Script yes;
+    yes.Step([&](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    yes.Answer(IDOK).Answer(IDYES);
+    CHECK_EQ((int)RUN_LIST(yes, path, req), 1);
+    CHECK_EQ((int)req.saved, 1);
+    ListDocument doc;
+    ReadListOptions quiet;
+    quiet.makeBackup = false;
+    CHECK(readListFile(path.c_str(), doc, quiet) == FileStatus::Ok);
+    CHECK_EQ(doc.itemCount(), 2);
+    CHECK_BYTES(ReadFileBytes(BackupOf(path)), good);
+}
