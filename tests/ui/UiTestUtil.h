@@ -72,13 +72,6 @@ inline RECT RectInParent(HWND control) {
     return r;
 }
 
-inline void CheckRect(const RECT& r, int x, int y, int w, int h, const char* file, int line) {
-    CHECK_EQ_AT(r.left, (LONG)x, file, line);
-    CHECK_EQ_AT(r.top, (LONG)y, file, line);
-    CHECK_EQ_AT(r.right - r.left, (LONG)w, file, line);
-    CHECK_EQ_AT(r.bottom - r.top, (LONG)h, file, line);
-}
-
 // Layout at one density: the client area is the phone screen's width, and
 // each control (by id) lies inside it with a size and overlaps none before
 // it. Returns the rectangles, for ScaledTwice.
