@@ -321,14 +321,16 @@ TEST_CASE(Ui_ItemEd_TimeTextsRebuiltWithListLayouts) {
     // ...until the caller rebuilds them with the list layouts (their formats
     // are checked with the date texts).
     const int oldSlash = UseSlashDates;
-    UseSlashDates = 1;
-    RebuildItemTimeTexts(run.fields.data(), (int)run.fields.size(), run.item);
+    for (int slash : {1, 0}) {
+        UseSlashDates = slash;
+        RebuildItemTimeTexts(run.fields.data(), (int)run.fields.size(), run.item);
+        wchar_t want[kTimeTextCapacity];
+        formatDateText(v[0].time, listTextLayout().order, slash != 0, want);
+        CHECK_EQ(std::wstring(v[0].text.c_str()), std::wstring(want));
+        CHECK_EQ(std::wstring(v[1].text.c_str()), std::wstring(L"18:30"));
+        CHECK_EQ(std::wstring(v[2].text.c_str()).find(want), (size_t)0);
+    }
     UseSlashDates = oldSlash;
-    wchar_t want[kTimeTextCapacity];
-    formatDateText(v[0].time, listTextLayout().order, true, want);
-    CHECK_EQ(std::wstring(v[0].text.c_str()), std::wstring(want));
-    CHECK_EQ(std::wstring(v[1].text.c_str()), std::wstring(L"18:30"));
-    CHECK_EQ(std::wstring(v[2].text.c_str()).find(want), (size_t)0);
 }
 
 // Up and Down move between rows and stop at the ends; Left and Right turn a
