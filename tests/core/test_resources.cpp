@@ -366,7 +366,7 @@ TEST_CASE(Res_SoftKeyBars) {
 // Images
 // ---------------------------------------------------------------------------
 
-TEST_CASE(Res_TargaRowsAreStoredTopFirst) {
+TEST_CASE(Res_TargaRowsTopFirstPixelsBlueGreenRedAlpha) {
     // The house narrows to the roof's tip at the top and stands on a wide
     // wall: read in stored order, the first drawn row must be the narrow one.
     for (HINSTANCE module : {hImageModule, HighDpiModule()}) {
@@ -380,14 +380,10 @@ TEST_CASE(Res_TargaRowsAreStoredTopFirst) {
         CHECK(OpaqueInRow(h, first) < h.width / 4);
         CHECK(OpaqueInRow(h, last) > h.width / 2);
     }
-}
-
-TEST_CASE(Res_TargaPixelsAreBlueGreenRedAlpha) {
-    // The low-density folder: row 3 starts with its outline colour
-    // #8A5A0B, the top-left pixel is clear.
+    // The low-density folder: row 3 starts with its outline colour #8A5A0B,
+    // the top-left pixel is clear.
     TgaHeader h = {};
-    CHECK(ReadTga(hImageModule, IDT_CATEGORY, h));
-    if (!h.width) return;
+    if (!ReadTga(hImageModule, IDT_CATEGORY, h)) return zvtest::Fail(ZV_HERE, "no folder image");
     const unsigned char* outline = h.data + (3 * h.width + 0) * 4;
     CHECK_BYTES(std::vector<unsigned char>(outline, outline + 4), (std::vector<unsigned char>{0x0B, 0x5A, 0x8A, 0xFF}));
     CHECK_EQ((int)h.data[3], 0);

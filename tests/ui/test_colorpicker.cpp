@@ -361,25 +361,24 @@ TEST_CASE(Ui_Color_MenuChecksTheCurrentMode) {
     CHECK_EQ(RunPicker(s, TRUE, ColorModePalette, RGB(0, 0, 0), ZV_HERE), ColorPickerCancelled);
 }
 
-// The cells, rows and fields are placed from the screen density: 240 x 320
-// phone pixels at 96 dpi, twice that at 192.
+// Palette cells, then sliders and fields, fit the screen at both densities.
 TEST_CASE(Ui_Color_LayoutFollowsDensity) {
+    std::vector<RECT> at[2];
     for (int k : {1, 2}) {
         uitest::DensityScope density(96 * k);
         ui::Script s;
-        s.Step([k](ui::Dlg& d) {
-            auto at = [&](int id) { return uitest::RectInParent(id < kPaletteSize ? PaletteButton(d, id) : d.Item(id)); };
-            CHECK_EQ(d.ClientRect().right, (LONG)(240 * k));
-            // gap = (240 - 160 - 20) / 10 = 6, step 22, first column at 13.
-            uitest::CheckRect(at(0), 13 * k, 5 * k, 16 * k, 16 * k, ZV_HERE);
-            uitest::CheckRect(at(11), 35 * k, 26 * k, 16 * k, 16 * k, ZV_HERE);
-            uitest::CheckRect(at(49), 211 * k, 89 * k, 16 * k, 16 * k, ZV_HERE);
-            uitest::CheckRect(at(IDC_COLOR_RED_SLIDER + 1), 40 * k, 40 * k, 144 * k, 20 * k, ZV_HERE);
-            uitest::CheckRect(at(IDC_COLOR_RED_FIELD + 2), 190 * k, 70 * k, 40 * k, 20 * k, ZV_HERE);
-            uitest::CheckRect(at(IDC_COLOR_HTML_FIELD), 41 * k, 10 * k, 189 * k, 20 * k, ZV_HERE);
+        s.Step([&](ui::Dlg& d) {
+            at[k - 1] = uitest::ControlsFit(d.hwnd, {11, 12, 21, 49}, ZV_HERE);
             CHECK(StripShows(d, RGB(0x33, 0x66, 0x99)));
+            d.Command(IDM_COLOR_SLIDERS);
+        });
+        s.Step([&](ui::Dlg& d) {
+            std::vector<RECT> r = uitest::ControlsFit(d.hwnd, {IDC_COLOR_RED_SLIDER, IDC_COLOR_RED_SLIDER + 2,
+                                                                IDC_COLOR_RED_FIELD, IDC_COLOR_RED_FIELD + 2}, ZV_HERE);
+            at[k - 1].insert(at[k - 1].end(), r.begin(), r.end());
             d.SoftKey(ui::Left);
         });
         CHECK_EQ(RunPicker(s, TRUE, ColorModePalette, RGB(0x33, 0x66, 0x99), ZV_HERE), (int)RGB(0x33, 0x66, 0x99));
     }
+    uitest::ScaledTwice(at[0], at[1], ZV_HERE);
 }

@@ -348,26 +348,25 @@ TEST_CASE(Ui_TemplatesManager_ChoosesAnotherFolder) {
     CHECK_EQ(TemplatePathSetting(), folder + L"Other\\");
 }
 
-// Where the template list sits, and its row height, at both densities.
+// The template list fits the screen, its rows scaled, at both densities.
 TEST_CASE(Ui_Templates_ListLayoutAt96And192Dpi) {
     std::wstring folder = ShopAndGoals();
     TemplatePathScope path(folder);
-    for (int dpi : {96, 192}) {
-        uitest::DensityScope density(dpi);
+    std::vector<RECT> at[2][2];
+    for (int k : {1, 2}) {
+        uitest::DensityScope density(96 * k);
         for (bool manager : {false, true}) {
             ui::Script s;
             s.Step([&](ui::Dlg& d) {
-                RECT client = d.ClientRect();
-                CHECK_EQ(client.right, ScaleX(240));
-                uitest::CheckRect(uitest::RectInParent(d.Item(kTemplateListId)), ScaleX(5), ScaleY(20),
-                                  client.right - ScaleX(10), client.bottom - ScaleY(manager ? 30 : 25), ZV_HERE);
+                at[manager][k - 1] = uitest::ControlsFit(d.hwnd, {kTemplateListId}, ZV_HERE);
                 RECT row = {LVIR_BOUNDS, 0, 0, 0};
                 SendMessageW(d.Item(kTemplateListId), LVM_GETITEMRECT, 0, (LPARAM)&row);
-                CHECK_EQ(row.bottom - row.top, (LONG)ScaleY(18));
+                at[manager][k - 1].push_back(row);
                 d.Back();
             });
             NewListRequest req = Request(folder);
             manager ? RUN_MANAGER(s) : RUN_NEW_LIST(s, req);
         }
     }
+    for (auto& both : at) uitest::ScaledTwice(both[0], both[1], ZV_HERE);
 }

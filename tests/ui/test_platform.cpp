@@ -192,41 +192,31 @@ TEST_CASE(Ui_Platform_FullScreenDialogCoversThePhoneScreen) {
     CHECK_EQ(SoftKeyBarHeight(), ScaleY(26));
 }
 
+// Entries are numbered while the menu is open, nested popups too; a digit
+// picks one (a top-level digit: see the Back test below).
 TEST_CASE(Ui_Platform_SoftKeysSendCommandsAndOpenNumberedMenus) {
     ResetTestDialog();
     ui::Script s;
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(d.SoftKeyText(ui::Left), L"Done");
-        CHECK_EQ(d.SoftKeyText(ui::Right), L"Menu");
-        CHECK_EQ(d.SoftKeyCommand(ui::Left), (int)kCmdDone);
         CHECK_EQ(d.SoftKeyCommand(ui::Right), (int)kMenuButtonId);
         d.SoftKey(ui::Right);
     });
     s.Step([](ui::Dlg& d) {
-        CHECK(d.MenuOpen());
         std::vector<std::wstring> want = {L"&1 Alpha", L"&2 Beta", L"-", L"&3 More"};
         CHECK(ui::Dlg::MenuTexts(d.SoftKeyMenu(ui::Right)) == want);
+        d.Char('3');  // opens the nested popup
+    });
+    s.Step([](ui::Dlg& d) {
+        std::vector<std::wstring> want = {L"&1 Gamma", L"&2 Delta"};
+        CHECK(ui::Dlg::MenuTexts(GetSubMenu(d.SoftKeyMenu(ui::Right), 3)) == want);
         d.Char('2');
     });
     s.Step([](ui::Dlg& d) {
         CHECK(!d.MenuOpen());
-        CHECK(g_test.commands == std::vector<UINT>{kCmdBeta});
-        // The entries are shown numbered only while the menu is open.
         std::vector<std::wstring> want = {L"&Alpha", L"Beta", L"-", L"More"};
         CHECK(ui::Dlg::MenuTexts(d.SoftKeyMenu(ui::Right)) == want);
-        d.SoftKey(ui::Right);
-    });
-    s.Step([](ui::Dlg& d) { d.Char('3'); });  // opens the nested popup
-    s.Step([](ui::Dlg& d) {
-        HMENU more = GetSubMenu(d.SoftKeyMenu(ui::Right), 3);
-        std::vector<std::wstring> want = {L"&1 Gamma", L"&2 Delta"};
-        CHECK(ui::Dlg::MenuTexts(more) == want);
-        d.Char('2');
-    });
-    s.Step([](ui::Dlg& d) {
-        CHECK(g_test.commands == (std::vector<UINT>{kCmdBeta, kCmdDelta}));
-        // A soft key pressed while its menu is open closes the menu.
-        d.SoftKey(ui::Right);
+        d.SoftKey(ui::Right);  // a soft key pressed while its menu is open closes the menu
     });
     s.Step([](ui::Dlg& d) {
         CHECK(d.MenuOpen());
@@ -234,11 +224,10 @@ TEST_CASE(Ui_Platform_SoftKeysSendCommandsAndOpenNumberedMenus) {
     });
     s.Step([](ui::Dlg& d) {
         CHECK(!d.MenuOpen());
-        CHECK_EQ(g_test.commands.size(), 2u);
         d.SoftKey(ui::Left);
     });
     CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
-    CHECK(g_test.commands == (std::vector<UINT>{kCmdBeta, kCmdDelta, kCmdDone}));
+    CHECK(g_test.commands == (std::vector<UINT>{kCmdDelta, kCmdDone}));
 }
 
 // A tap on a key of the bar, and a mouse click on the band below the client

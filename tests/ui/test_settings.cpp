@@ -269,41 +269,32 @@ TEST_CASE(Ui_Settings_ColorSwatches) {
     }
 }
 
-// The rows sit where the Part puts them, scaled with the screen.
+// The rows of the colours and general pages fit the screen at both densities.
 TEST_CASE(Ui_Settings_RowLayoutAt96And192Dpi) {
     SettingsScope scope;
-    for (int dpi : {96, 192}) {
-        uitest::DensityScope density(dpi);
+    std::vector<RECT> at[2];
+    for (int k : {1, 2}) {
+        uitest::DensityScope density(96 * k);
         ui::Script s;
         s.Step([](ui::Dlg& d) { d.Key('2'); });
         s.WaitFor(L"#32770", L"Colors");
-        s.Step([](ui::Dlg& d) {
-            const int w = d.ClientRect().right;
-            CHECK_EQ(w, ScaleX(240));
-            const int lastTop = ScaleX(8) + 3 * (ScaleY(24) + 10);
-            uitest::CheckRect(uitest::RectInParent(d.Item(kSwatchListViewText + 1)), w - ScaleX(80), lastTop,
-                              ScaleX(75), ScaleY(20), ZV_HERE);
-            uitest::CheckRect(uitest::RectInParent(d.Item(6 + 1)), 0, lastTop + ScaleX(3), w - ScaleX(90), ScaleY(30),
-                              ZV_HERE);
+        s.Step([&](ui::Dlg& d) {
+            at[k - 1] = uitest::ControlsFit(d.hwnd, {kSwatchListViewText + 1, 6 + 1}, ZV_HERE);
             d.Back();
         });
         s.WaitFor(L"#32770", L"Settings");
         s.Step([](ui::Dlg& d) { d.Key('1'); });
         s.WaitFor(L"#32770", L"General");
-        s.Step([](ui::Dlg& d) {
-            const double w = d.ClientRect().right;
-            const int left = (int)(w / 3 + ScaleX(10));
-            const double half = (w - ScaleX(10) - w / 3) / 2;
-            const int top = ScaleX(8) + ScaleY(48) + ScaleY(5);  // the templates row
-            uitest::CheckRect(uitest::RectInParent(d.Item(kGeneralTemplatesEdit + 1)), left, top,
-                              (int)(w - ScaleX(10) - w / 3 - ScaleX(5)), ScaleY(20), ZV_HERE);
-            uitest::CheckRect(uitest::RectInParent(d.Item(kGeneralTemplatesBrowse + 1)), (int)(w / 3 + ScaleX(10) + half),
-                              top + ScaleY(24), (int)(half - ScaleX(6)), ScaleX(20), ZV_HERE);
+        s.Step([&](ui::Dlg& d) {
+            std::vector<RECT> r =
+                uitest::ControlsFit(d.hwnd, {kGeneralTemplatesEdit + 1, kGeneralTemplatesBrowse + 1}, ZV_HERE);
+            at[k - 1].insert(at[k - 1].end(), r.begin(), r.end());
             d.Back();
         });
         EndSettings(s, Done);
         RunSettings(s);
     }
+    uitest::ScaledTwice(at[0], at[1], ZV_HERE);
 }
 
 // The about screen, from the settings menu: the folders as the registry

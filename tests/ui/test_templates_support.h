@@ -11,6 +11,7 @@
 #include "document/ListDocument.h"
 #include "tests/core/test_doc_util.h"
 #include "tests/harness/UiHarness.h"
+#include "tests/ui/UiTestUtil.h"
 #include "tests/ui/test_listwindow_support.h"
 
 namespace tmpltest {
@@ -61,28 +62,7 @@ inline bool Exists(const std::wstring& path) { return GetFileAttributesW(path.c_
 inline std::wstring ScratchFolder(const std::wstring& name) {
     CreateDirectoryW(L"\\zvtemplatetests\\", nullptr);
     std::wstring folder = L"\\zvtemplatetests\\" + name + L"\\";
-    WIN32_FIND_DATAW data;
-    HANDLE find = FindFirstFileW((folder + L"*").c_str(), &data);
-    if (find != INVALID_HANDLE_VALUE) {
-        do {
-            std::wstring entry = data.cFileName;
-            if (entry == L"." || entry == L"..") continue;
-            if (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
-                std::wstring sub = folder + entry + L"\\";
-                WIN32_FIND_DATAW inner;
-                HANDLE f = FindFirstFileW((sub + L"*").c_str(), &inner);
-                if (f != INVALID_HANDLE_VALUE) {
-                    do DeleteFileW((sub + inner.cFileName).c_str());
-                    while (FindNextFileW(f, &inner));
-                    FindClose(f);
-                }
-                RemoveDirectoryW(sub.c_str());
-            } else {
-                DeleteFileW((folder + entry).c_str());
-            }
-        } while (FindNextFileW(find, &data));
-        FindClose(find);
-    }
+    uitest::RemoveTree(folder);
     CreateDirectoryW(folder.c_str(), nullptr);
     return folder;
 }

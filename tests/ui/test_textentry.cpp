@@ -88,21 +88,19 @@ TEST_CASE(Ui_TextEntry_BackErasesAndNeverCloses) {
     CHECK_EQ(ui::MessageBoxes().size(), 0u);
 }
 
-// The box sits under the prompt and uses the list font, scaled with density.
+// The box fits the screen and uses the list font, scaled with density.
 TEST_CASE(Ui_TextEntry_LayoutAndListFontAt96And192Dpi) {
     CeString face = g_appSettings.FontFace.value;
     DWORD size = g_appSettings.FontSize.value;
     g_appSettings.FontFace.value = L"Tahoma";
     g_appSettings.FontSize.value = 16;
-    for (int dpi : {96, 192}) {
-        uitest::DensityScope density(dpi);
+    std::vector<RECT> at[2];
+    for (int k : {1, 2}) {
+        uitest::DensityScope density(96 * k);
         TextEntryRequest req = Request(L"Weekend trip");
         ui::Script s;
-        s.Step([](ui::Dlg& d) {
-            RECT client = d.ClientRect();
-            CHECK_EQ(client.right, ScaleX(240));
-            uitest::CheckRect(uitest::RectInParent(d.Item(kTextEntryEditId)), ScaleX(5), ScaleY(30),
-                              client.right - ScaleX(10), ScaleY(20), ZV_HERE);
+        s.Step([&](ui::Dlg& d) {
+            at[k - 1] = uitest::ControlsFit(d.hwnd, {kTextEntryEditId}, ZV_HERE);
             LOGFONTW lf = uitest::FontOf(d.Item(kTextEntryEditId));
             CHECK_EQ(lf.lfHeight, (LONG)ScaleY(16));
             CHECK_EQ((const wchar_t*)lf.lfFaceName, L"Tahoma");
@@ -110,6 +108,7 @@ TEST_CASE(Ui_TextEntry_LayoutAndListFontAt96And192Dpi) {
         });
         RUN(s, req);
     }
+    uitest::ScaledTwice(at[0], at[1], ZV_HERE);
     g_appSettings.FontFace.value = face;
     g_appSettings.FontSize.value = size;
 }
