@@ -198,9 +198,9 @@ TEST_CASE(Ui_List_SortTwiceReversesAndSavesTheOrder) {
     s.Step([&](ui::Dlg& d) {
         // Flag 0 from the file: a text column sorts descending.
         CHECK(Column(d, 1) == Texts({L"milk", L"Bread", L"apples"}));
-        // The rows are shown afresh: nothing selected, nothing focused.
-        CHECK_EQ(d.ListSelectionMark(kList), -1);
-        CHECK_EQ(d.ListFocused(kList), -1);
+        // The selected item stays selected.
+        CHECK_EQ(d.ListSelectionMark(kList), 1);
+        CHECK_EQ(d.ListFocused(kList), 1);
         CHECK(HeaderHasMark(d, 1));
         CHECK(!HeaderHasMark(d, 0));
         d.Command(IDM_SORT_BASE + 1);
@@ -642,7 +642,12 @@ TEST_CASE(Ui_List_MenuGraysItemCommandsWithoutASelection) {
         d.Key(VK_ESCAPE);
     });
     s.WaitUntil([](ui::Dlg& d) { return !d.MenuOpen(); });
-    s.Step([&](ui::Dlg& d) { d.Command(IDM_SORT_BASE + 2); });  // a sort clears the selection
+    s.Step([&](ui::Dlg& d) {
+        LVITEMW none = {};
+        none.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+        SendMessageW(d.Item(kList), LVM_SETITEMSTATE, (WPARAM)-1, (LPARAM)&none);
+        SendMessageW(d.Item(kList), LVM_SETSELECTIONMARK, 0, -1);
+    });
     s.Step([&](ui::Dlg& d) { d.SoftKey(ui::Right); });
     s.WaitUntil([](ui::Dlg& d) { return d.MenuOpen(); });
     s.Step([&](ui::Dlg& d) {
@@ -661,7 +666,6 @@ TEST_CASE(Ui_List_MenuGraysItemCommandsWithoutASelection) {
         CHECK_EQ(d.ListCount(kList), 3);
         d.Back();
     });
-    s.Answer(IDYES);
     CHECK_EQ((int)RUN_LIST(s, path, req), 1);
 }
 
