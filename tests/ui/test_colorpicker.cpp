@@ -374,9 +374,25 @@ TEST_CASE(Ui_Color_LayoutFollowsDensity) {
             uitest::CheckRect(at(0), 13 * k, 5 * k, 16 * k, 16 * k, ZV_HERE);
             uitest::CheckRect(at(11), 35 * k, 26 * k, 16 * k, 16 * k, ZV_HERE);
             uitest::CheckRect(at(49), 211 * k, 89 * k, 16 * k, 16 * k, ZV_HERE);
-            uitest::CheckRect(at(IDC_COLOR_RED_SLIDER + 1), 40 * k, 40 * k, 144 * k, 20 * k, ZV_HERE);
             uitest::CheckRect(at(IDC_COLOR_RED_FIELD + 2), 190 * k, 70 * k, 40 * k, 20 * k, ZV_HERE);
-            uitest::CheckRect(at(IDC_COLOR_HTML_FIELD), 41 * k, 10 * k, 189 * k, 20 * k, ZV_HERE);
+            // Each label is as wide as its text (at least 36 phone pixels)
+            // and its slider or field starts after it and ends where it did.
+            for (int i = 0; i < 4; ++i) {
+                int label = i < 3 ? IDC_COLOR_RED_LABEL + i : IDC_COLOR_HTML_LABEL;
+                int next = i < 3 ? IDC_COLOR_RED_SLIDER + i : IDC_COLOR_HTML_FIELD;
+                RECT l = at(label), n = at(next);
+                HDC dc = GetDC(d.Item(label));
+                HGDIOBJ old = SelectObject(dc, (HGDIOBJ)SendMessageW(d.Item(label), WM_GETFONT, 0, 0));
+                std::wstring text = d.Text(label);
+                SIZE size = {};
+                GetTextExtentPoint32W(dc, text.c_str(), (int)text.size(), &size);
+                SelectObject(dc, old);
+                ReleaseDC(d.Item(label), dc);
+                CHECK((int)(l.right - l.left) >= size.cx);
+                CHECK((int)(l.right - l.left) >= 36 * k);
+                CHECK(n.left > l.right);
+                CHECK_EQ((int)n.right, i < 3 ? 184 * k : 230 * k);
+            }
             CHECK(StripShows(d, RGB(0x33, 0x66, 0x99)));
             d.SoftKey(ui::Left);
         });
