@@ -21,13 +21,14 @@ bool RefuseExisting(const std::wstring& path, bool force) {
 }
 }  // namespace
 
-int RunExport(const std::wstring& listPath, const std::wstring& outPath) {
+int RunExport(const std::wstring& listPath, const std::wstring& outPath, bool force) {
     LoadedFile file;
     if (!LoadFile(listPath, file)) return 1;
     if (file.kind != FileKind::List) {
         ReportError(listPath, L"is a template; only lists can be exported");
         return 1;
     }
+    if (RefuseExisting(outPath, force)) return 1;
     CaptureDocMessages(outPath, IDNO);
     if (exportCsvToFile(file.doc, outPath.c_str(), nullptr, false) == CsvStatus::Ok) return 0;
     showDocMessage(nullptr, IDS_EXPORT_CREATE_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION);
