@@ -12,6 +12,7 @@
 #include <commctrl.h>
 
 #include <climits>
+#include <cstdlib>
 #include <string>
 
 #include "platform/ScreenScale.h"
@@ -152,7 +153,63 @@ LRESULT CALLBACK PlacedBoxProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam
     return DefSubclassProc(hwnd, msg, wParam, lParam);
 }
 
+const UINT_PTR kMenuSubclassId = 0x5A52;
+
+bool IsMenuWindow(HWND hwnd) {
+    wchar_t name[16];
+    return GetClassNameW(hwnd, name, 16) && lstrcmpW(name, L"#32768") == 0;
+}
+
+// The menu window whose right edge is where a submenu at `x` was put (its
+// parent), or NULL.
+HWND MenuEndingAt(HWND self, int x) {
+    for (HWND w = GetTopWindow(nullptr); w; w = GetWindow(w, GW_HWNDNEXT)) {
+        if (w == self || !IsWindowVisible(w) || !IsMenuWindow(w) ||
+            GetWindowThreadProcessId(w, nullptr) != GetCurrentThreadId())
+            continue;
+        RECT r;
+        GetWindowRect(w, &r);
+        if (abs(r.right - x) <= ScaleX(8)) return w;
+    }
+    return nullptr;
+}
+
+// Menus open on the phone screen, as they would on the phone: the system
+// keeps them on the desktop only, so a submenu next to a soft-key menu
+// would open beside the phone. One that does not fit on the right of its
+// parent opens on its left; anything else is pushed inside.
+void KeepMenuOnPhoneScreen(HWND menu, WINDOWPOS* pos) {
+    if ((pos->flags & SWP_NOMOVE) || !g_phone.originSet) return;
+    RECT phone;
+    GetPhoneScreenRect(&phone);
+    RECT now;
+    GetWindowRect(menu, &now);
+    int cx = (pos->flags & SWP_NOSIZE) ? now.right - now.left : pos->cx;
+    int cy = (pos->flags & SWP_NOSIZE) ? now.bottom - now.top : pos->cy;
+    if (pos->x + cx > phone.right) {
+        HWND parent = MenuEndingAt(menu, pos->x);
+        RECT parentRect;
+        if (parent && GetWindowRect(parent, &parentRect) && parentRect.left - cx >= phone.left)
+            pos->x = parentRect.left - cx;
+        else
+            pos->x = phone.right - cx;
+    }
+    if (pos->x < phone.left) pos->x = phone.left;
+    // Above the soft-key bar, which stays visible under an open menu.
+    int bottom = phone.bottom - SoftKeyBarHeight();
+    if (pos->y + cy > bottom) pos->y = bottom - cy;
+    if (pos->y < phone.top) pos->y = phone.top;
+}
+
+LRESULT CALLBACK MenuWindowProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    if (msg == WM_WINDOWPOSCHANGING) KeepMenuOnPhoneScreen(hwnd, (WINDOWPOS*)lParam);
+    if (msg == WM_NCDESTROY) RemoveWindowSubclass(hwnd, MenuWindowProc, kMenuSubclassId);
+    return DefSubclassProc(hwnd, msg, wParam, lParam);
+}
+
 LRESULT CALLBACK DialogPlacementProc(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HCBT_CREATEWND && IsMenuWindow((HWND)wParam))
+        SetWindowSubclass((HWND)wParam, MenuWindowProc, kMenuSubclassId, 0);
     if (code == HCBT_ACTIVATE) {
         HWND hwnd = (HWND)wParam;
         if (!IsOnPhoneScreen(hwnd) && !(GetWindowLongW(hwnd, GWL_STYLE) & WS_CHILD) && IsDialogClass(hwnd) &&
@@ -200,7 +257,8 @@ RECT BandRect(HWND hwnd) {
     GetClientRect(hwnd, &client);
     POINT pt = {0, client.bottom};
     ClientToScreen(hwnd, &pt);
-    RECT band = {pt.x - win.left, pt.y - win.top, pt.x - win.left + client.right, pt.y - win.top + SoftKeyBarHeight()};
+    RECT band = {pt.x - win.left, pt.y - win.top, pt.x - win.left + SoftKeyBandWidth(hwnd),
+                 pt.y - win.top + SoftKeyBarHeight()};
     return band;
 }
 
@@ -300,6 +358,16 @@ LRESULT CALLBACK PhoneWindowProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lPar
 
 void EnsureScreenScale() {
     if (ScreenDpiX() == 0) InitScreenScale(0);
+}
+
+// The band spans the frame's inside, under a vertical scroll bar too: the
+// client area alone is narrower when the window scrolls.
+int SoftKeyBandWidth(HWND parent) {
+    RECT win;
+    GetWindowRect(parent, &win);
+    POINT origin = ClientOrigin(parent);
+    int border = origin.x - win.left;
+    return (win.right - win.left) - 2 * border;
 }
 
 int SoftKeyBarHeight() {

@@ -449,6 +449,10 @@ TEST_CASE(Ui_ItemEd_FiftyFieldsScrollToTheLast) {
         CHECK(GetWindowLongW(d.hwnd, GWL_STYLE) & WS_VSCROLL);
         CHECK(InView(d, kItemEditorFirstId));
         CHECK(!InView(d, last));
+        // The soft-key bar spans the scroll bar too.
+        RECT bar;
+        GetWindowRect(d.MenuBar(), &bar);
+        CHECK_EQ((int)(bar.right - bar.left), (int)d.ClientRect().right + GetSystemMetrics(SM_CXVSCROLL));
     });
     PressSteps(s, VK_DOWN, kMaxFields - 1);
     s.Step([&](ui::Dlg& d) {
