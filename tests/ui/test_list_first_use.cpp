@@ -1,7 +1,7 @@
 // The list window as a new user meets it: Back closes an open menu first,
 // the caption shows the program's icon, rows hold their check boxes at every
 // density, the item worked on stays selected, and Left and Right scroll a
-// wide list.
+// wide list; menus and their submenus stay on the phone screen.
 #include <windows.h>
 #include <commctrl.h>
 
@@ -11,6 +11,7 @@
 #include "LangIds.h"
 #include "base/ResString.h"
 #include "listwindow/ListWindowState.h"
+#include "platform/Platform.h"
 #include "platform/ScreenScale.h"
 #include "tests/framework/ZvTest.h"
 #include "tests/ui/UiTestUtil.h"
@@ -177,5 +178,46 @@ TEST_CASE(Ui_FirstUse_LeftAndRightScrollAWideList) {
         CHECK_EQ(d.ListSelectionMark(kList), 0);  // the arrows moved no row
         d.Back();
     });
+    CHECK_EQ((int)RunList(s, path, req, __FILE__, __LINE__), 1);
+}
+
+// A submenu of a soft-key menu opens on the phone screen, not beside it.
+TEST_CASE(Ui_FirstUse_SubmenusOpenOnThePhoneScreen) {
+    std::wstring path = WriteList(Shopping());
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Right); });
+    s.WaitUntil([](ui::Dlg& d) { return d.MenuOpen(); });
+    s.Step([](ui::Dlg& d) {
+        // The sort submenu's number: entries before it that are not separators.
+        HMENU menu = d.SoftKeyMenu(ui::Right);
+        int number = 0;
+        for (int pos = 0; pos <= LISTWIN_POS_SORT_POPUP; ++pos)
+            if (!(GetMenuState(menu, (UINT)pos, MF_BYPOSITION) & MF_SEPARATOR)) ++number;
+        d.Char((wchar_t)(L'0' + number % 10));
+    });
+    s.WaitUntil([](ui::Dlg&) {
+        int open = 0;
+        for (HWND w = GetTopWindow(nullptr); w; w = GetWindow(w, GW_HWNDNEXT)) {
+            wchar_t name[16];
+            if (IsWindowVisible(w) && GetClassNameW(w, name, 16) && lstrcmpW(name, L"#32768") == 0) ++open;
+        }
+        return open == 2;
+    });
+    s.Step([](ui::Dlg&) {
+        RECT phone;
+        GetPhoneScreenRect(&phone);
+        for (HWND w = GetTopWindow(nullptr); w; w = GetWindow(w, GW_HWNDNEXT)) {
+            wchar_t name[16];
+            if (!IsWindowVisible(w) || !GetClassNameW(w, name, 16) || lstrcmpW(name, L"#32768") != 0) continue;
+            RECT r;
+            GetWindowRect(w, &r);
+            CHECK(r.left >= phone.left && r.right <= phone.right);
+            CHECK(r.top >= phone.top && r.bottom <= phone.bottom);
+        }
+        EndMenu();
+    });
+    s.WaitUntil([](ui::Dlg& d) { return !d.MenuOpen(); });
+    s.Step([](ui::Dlg& d) { d.Back(); });
     CHECK_EQ((int)RunList(s, path, req, __FILE__, __LINE__), 1);
 }
