@@ -57,16 +57,15 @@ bool ActivateRunningInstance() {
     return true;
 }
 
-void LoadImageModule(const wchar_t* installPath) {
-    wchar_t chosen[MAX_PATH], other[MAX_PATH];
-    bool low = IsLowDensityScreen();
-    wsprintfW(chosen, L"%s\\%s", installPath, low ? L"ZVLowDpiRes.dll" : L"ZVHighDpiRes.dll");
-    wsprintfW(other, L"%s\\%s", installPath, low ? L"ZVHighDpiRes.dll" : L"ZVLowDpiRes.dll");
-    // The installation keeps only the image module that fits this screen.
-    DeleteFileW(other);
-    hImageModule = LoadLibraryW(chosen);
-}
 }  // namespace
+
+HMODULE LoadImageModule(const wchar_t* installPath, bool lowDensity) {
+    // Both modules stay installed: a desktop's density changes with its
+    // monitor and scale setting, and each start picks the one that fits.
+    wchar_t chosen[MAX_PATH];
+    wsprintfW(chosen, L"%s\\%s", installPath, lowDensity ? L"ZVLowDpiRes.dll" : L"ZVHighDpiRes.dll");
+    return LoadLibraryW(chosen);
+}
 
 void MakeProgramDriveCurrent() {
     wchar_t path[MAX_PATH];
@@ -149,7 +148,7 @@ BOOL InitInstance(HINSTANCE instance, int /*nCmdShow*/, LPWSTR lpCmdLine) {
     wcsncpy(listsPath, g_registryConfig.value.Text(), 259);
     listsPath[259] = 0;
     const wchar_t* installPath = g_registryConfig.installPath.Text();
-    LoadImageModule(installPath);
+    hImageModule = LoadImageModule(installPath, IsLowDensityScreen());
 
     wchar_t languagePath[260];
     g_registryConfig.GetLanguageModulePath(languagePath);

@@ -23,6 +23,10 @@ void MakeProgramDriveCurrent();
 // command line reads as it would on the phone.
 void UnquoteDesktopCommandLine(wchar_t* commandLine);
 
+// Loads the image module that fits the screen's density from the
+// installation folder; the other one is left in place for a later start.
+HMODULE LoadImageModule(const wchar_t* installPath, bool lowDensity);
+
 // Returns TRUE when the main window exists, FALSE when the program is to end.
 BOOL InitInstance(HINSTANCE instance, int nCmdShow, LPWSTR lpCmdLine);
 

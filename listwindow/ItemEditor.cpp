@@ -122,13 +122,29 @@ void FocusRow(HWND dlg, int index) {
     SendMessageW(dlg, WM_NEXTDLGCTL, (WPARAM)g_itemEditor.rows[index].editor, TRUE);
 }
 
-// Up and Down move between rows whatever the editor; Left and Right turn a
-// list editor's spinner. Returns true when the key was used.
+bool IsPickerRow(int index) { return RowEditorKindOf(FieldAt(index).type) == RowEditorKind::Picker; }
+
+// A picker whose part the user has chosen (Left, Right, a digit or a tap)
+// is being edited, as on the phone: Up and Down change that part and the
+// Action key ends the editing, after which Up and Down move between rows
+// again.
+bool EditingPickerPart(int index) { return IsPickerRow(index) && g_itemEditor.rows[index].pickerPartChosen; }
+
+// Up and Down move between rows (or change the part of a picker being
+// edited); Left and Right turn a list editor's spinner. Returns true when
+// the key was used.
 bool OnEditorKey(int index, UINT vk) {
     HWND dlg = GetParent(g_itemEditor.rows[index].editor);
     switch (vk) {
-    case VK_UP: FocusRow(dlg, index - 1); return true;
-    case VK_DOWN: FocusRow(dlg, index + 1); return true;
+    case VK_UP:
+    case VK_DOWN:
+        if (EditingPickerPart(index)) return false;
+        FocusRow(dlg, vk == VK_UP ? index - 1 : index + 1);
+        return true;
+    case VK_RETURN:
+        if (!EditingPickerPart(index)) return false;
+        g_itemEditor.rows[index].pickerPartChosen = false;
+        return true;
     case VK_LEFT:
     case VK_RIGHT:
         if (RowEditorKindOf(FieldAt(index).type) != RowEditorKind::List) return false;
@@ -151,7 +167,17 @@ LRESULT CALLBACK EditorKeyProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam
     // The rows are gone while the dialog's children are being destroyed.
     if ((int)index >= RowCount()) return DefSubclassProc(hwnd, msg, wParam, lParam);
     switch (msg) {
-    case WM_GETDLGCODE: return DefSubclassProc(hwnd, msg, wParam, lParam) | DLGC_WANTARROWS;
+    case WM_GETDLGCODE: {
+        LRESULT code = DefSubclassProc(hwnd, msg, wParam, lParam) | DLGC_WANTARROWS;
+        const MSG* key = (const MSG*)lParam;
+        if (key && key->message == WM_KEYDOWN && key->wParam == VK_RETURN && EditingPickerPart((int)index))
+            code |= DLGC_WANTMESSAGE;
+        return code;
+    }
+    case WM_KILLFOCUS:
+        // Coming back to the row starts with Up and Down moving rows again.
+        if (IsPickerRow((int)index)) g_itemEditor.rows[index].pickerPartChosen = false;
+        break;
     case WM_LBUTTONDOWN: g_itemEditor.rows[index].pickerPartChosen = true; break;
     case WM_MOUSEWHEEL:
         // A one-entry list would scroll its entries away from the chosen
@@ -159,7 +185,10 @@ LRESULT CALLBACK EditorKeyProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam
         if (RowEditorKindOf(FieldAt((int)index).type) == RowEditorKind::List)
             return SendMessageW(GetParent(hwnd), msg, wParam, lParam);
         break;
-    case WM_CHAR: EnsurePickerPart((int)index); break;
+    case WM_CHAR:
+        if (wParam == L'\r' && IsPickerRow((int)index)) return 0;
+        EnsurePickerPart((int)index);
+        break;
     case WM_KEYDOWN:
         if (OnEditorKey((int)index, (UINT)wParam)) return 0;
         if (wParam == VK_LEFT || wParam == VK_RIGHT) EnsurePickerPart((int)index);

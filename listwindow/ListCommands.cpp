@@ -68,13 +68,13 @@ void FillNewItemTexts(ListItem& item) {
 // re-sort would give it (the same comparator and tie rules, searched instead
 // of sorting ten thousand items again); the view then looks as after a
 // re-sort. False, with the item untouched, when a full re-sort is needed.
-bool InsertAtSortedPlace(ListItem&& item) {
+const ListItem* InsertAtSortedPlace(ListItem&& item) {
     ListWindowState& s = S();
     int column = s.doc.sortColumn;
-    if (!s.inResortOrder || column < 0 || column >= s.doc.fieldCount()) return false;
+    if (!s.inResortOrder || column < 0 || column >= s.doc.fieldCount()) return nullptr;
     size_t place =
         sortedInsertIndex(s.rows, item, column, s.doc.fields[(size_t)column].type, s.doc.sortDescending);
-    if (place > s.rows.size()) return false;
+    if (place > s.rows.size()) return nullptr;
     auto before = s.doc.items.end();
     if (place < s.rows.size()) {
         // Walk from the nearer end of the item list to the row's node.
@@ -87,10 +87,10 @@ bool InsertAtSortedPlace(ListItem&& item) {
             while (&*before != target);
         }
     }
-    s.doc.items.insert(before, std::move(item));
+    const ListItem* added = &*s.doc.items.insert(before, std::move(item));
     SyncRowCount();
     ShowResortedRows();
-    return true;
+    return added;
 }
 
 void AddItem(HWND hwnd) {
@@ -100,11 +100,13 @@ void AddItem(HWND hwnd) {
     if (editItem(hwnd, s.doc, item) == 0) return;
     RebuildItemTimeTexts(s.doc.fields.data(), s.doc.fieldCount(), item);
     s.modified = 1;
-    if (InsertAtSortedPlace(std::move(item))) return;
+    if (const ListItem* added = InsertAtSortedPlace(std::move(item))) return SelectItemRow(added);
     s.doc.items.push_back(std::move(item));
+    const ListItem* added = &s.doc.items.back();
     SyncRowCount();
     InvalidateRect(hwnd, nullptr, FALSE);
     if (s.doc.sortColumn >= 0) Resort();
+    SelectItemRow(added);
 }
 
 void EditItem(HWND hwnd) {
@@ -116,10 +118,12 @@ void EditItem(HWND hwnd) {
     s.modified = 1;
     // A re-sort refills and repaints the rows itself; painting them again
     // afterwards would only repeat the same pixels.
-    if (s.doc.sortColumn >= 0 && s.doc.sortColumn < s.doc.fieldCount())
+    if (s.doc.sortColumn >= 0 && s.doc.sortColumn < s.doc.fieldCount()) {
         Resort();
-    else
+        SelectItemRow(item);
+    } else {
         InvalidateRect(s.listView, nullptr, TRUE);
+    }
 }
 
 void DeleteItem() {
@@ -165,7 +169,9 @@ void SetAllChecks(HWND hwnd, int value) {
         item.values[0].choice = value;
         item.values[0].text = text.c_str();
     }
+    const ListItem* selected = SelectedItem();
     FillRows();
+    SelectItemRow(selected);
     InvalidateRect(hwnd, nullptr, FALSE);
     UpdateWindow(hwnd);
 }
@@ -305,7 +311,9 @@ void SortByColumn(int column, bool fromMenu) {
     bool strict = sortListItems(s.doc.items, column, type, s.doc.sortDescending);
     // A column click may sort with another comparator than a re-sort uses.
     s.inResortOrder = strict && sortKindOf(type) == sortKindOf(s.doc.fields[(size_t)column].type);
+    const ListItem* selected = SelectedItem();
     ShowResortedRows();
+    SelectItemRow(selected);
 }
 
 void Resort() {

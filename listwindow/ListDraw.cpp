@@ -76,7 +76,7 @@ void DrawCheckBox(HDC dc, const RECT& cell, bool checked) {
     if (!box.bitmap.Get()) return;
     int width = cell.right - cell.left;
     int x = cell.left + width / 2 - box.size.cx / 2;
-    int y = cell.top + (S().fontHeight - box.size.cy) / 2 + 1;
+    int y = cell.top + (RowHeight() - box.size.cy) / 2;
     if (dc == S().rowBufferDc && S().rowBufferBits && !box.pixels.empty()) {
         CopyBoxIntoRowBuffer(box, x, y);
         return;

@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include "listwindow/ListWindowState.h"
+#include "platform/ScreenScale.h"
 
 namespace {
 
@@ -19,6 +20,21 @@ COLORREF RowColorOfKey(WORD key) {
     }
 }
 
+// Left and Right have no row to move to in a report view; on a list wider
+// than the screen they scroll it sideways, a column's worth at a time. The
+// list view stops at either end by itself.
+void ScrollSideways(int direction) {
+    ListWindowState& s = S();
+    RECT client;
+    GetClientRect(s.listView, &client);
+    SCROLLINFO bar = {};
+    bar.cbSize = sizeof bar;
+    bar.fMask = SIF_ALL;
+    if (!GetScrollInfo(s.listView, SB_HORZ, &bar) || bar.nMax - bar.nMin + 1 <= (int)bar.nPage) return;
+    int step = client.right / 3 > ScaleX(20) ? client.right / 3 : ScaleX(20);
+    SendMessageW(s.listView, LVM_SCROLL, (WPARAM)(direction * step), 0);
+}
+
 void OnKeyDown(const NMLVKEYDOWN* key) {
     ListWindowState& s = S();
     int mark = (int)SendMessageW(s.listView, LVM_GETSELECTIONMARK, 0, 0);
@@ -32,6 +48,7 @@ void OnKeyDown(const NMLVKEYDOWN* key) {
         g_colorKeysArmed = 1;
         return;
     }
+    if (key->wVKey == VK_LEFT || key->wVKey == VK_RIGHT) return ScrollSideways(key->wVKey == VK_LEFT ? -1 : 1);
     COLORREF color = RowColorOfKey(key->wVKey);
     if (color == CLR_INVALID || !g_colorKeysArmed || !item) return;
     item->backColor = color;

@@ -80,13 +80,17 @@ void CreateListView(HWND hwnd) {
     // of ten thousand items opens and refills at once.
     DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_SHOWSELALWAYS | LVS_NOLABELWRAP |
                   LVS_OWNERDRAWFIXED | LVS_OWNERDATA;
-    s.listView = CreateWindowExW(0, WC_LISTVIEWW, L"List View", style, 0, ScaleY(18), client.right,
-                                 client.bottom - ScaleY(18), hwnd, (HMENU)(INT_PTR)kListViewControlId, hInstance, nullptr);
+    // Made without a size and sized after its font is set: the list view takes
+    // its row height from the font on WM_SETFONT and asks WM_MEASUREITEM
+    // again only when its size changes.
+    s.listView = CreateWindowExW(0, WC_LISTVIEWW, L"List View", style, 0, ScaleY(18), 0, 0, hwnd,
+                                 (HMENU)(INT_PTR)kListViewControlId, hInstance, nullptr);
     if (!s.listView) return;
     SendMessageW(s.listView, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_ONECLICKACTIVATE);
     if (!IsDefaultColor(g_appSettings.ListViewBack.value))
         SendMessageW(s.listView, LVM_SETBKCOLOR, 0, (LPARAM)g_appSettings.ListViewBack.value);
     SendMessageW(s.listView, WM_SETFONT, (WPARAM)s.listFont.Get(), TRUE);
+    MoveWindow(s.listView, 0, ScaleY(18), client.right, client.bottom - ScaleY(18), FALSE);
 }
 
 // Check lists and lists with items keep their stored widths; a list without
@@ -180,6 +184,7 @@ BOOL OnInitDialog(HWND hwnd, ListOpenRequest* request) {
     CreateMenuBar(hwnd);
     SetWindowTextW(hwnd, kWindowTitle);
     MakeFonts();
+    LoadImages();
     CreateListView(hwnd);
 
     ListWindowState& s = S();
@@ -197,7 +202,6 @@ BOOL OnInitDialog(HWND hwnd, ListOpenRequest* request) {
     SyncRowCount();
     s.header = (HWND)SendMessageW(s.listView, LVM_GETHEADER, 0, 0);
     AdjustMenus();
-    LoadImages();
     UpdateSortMark();
     SetTimer(hwnd, kFocusTimer, kFocusTimerMs, nullptr);
     s.modified = 0;
@@ -351,7 +355,7 @@ INT_PTR CALLBACK ListWindowProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM l
     case WM_PAINT: OnPaint(hwnd); return TRUE;
     case WM_DRAWITEM: return (BOOL)OnDrawItem((const DRAWITEMSTRUCT*)lParam);
     case WM_MEASUREITEM:
-        ((MEASUREITEMSTRUCT*)lParam)->itemHeight = UINT(S().fontHeight + ScaleY(2));
+        ((MEASUREITEMSTRUCT*)lParam)->itemHeight = UINT(RowHeight());
         return TRUE;
     case WM_CONTEXTMENU:
         OnContextMenu(hwnd, (short)LOWORD(lParam), (short)HIWORD(lParam));
@@ -366,6 +370,14 @@ INT_PTR CALLBACK ListWindowProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM l
 }  // namespace
 
 // ---- shared with the other list-window files -------------------------------
+
+// A row holds a line of the list font or a check box, whichever is taller,
+// with a pixel line above and below at every density.
+int RowHeight() {
+    ListWindowState& s = S();
+    int content = s.fontHeight > s.checkedBox.size.cy ? s.fontHeight : s.checkedBox.size.cy;
+    return content + ScaleY(2);
+}
 
 bool IsCheckList() {
     const ListDocument& doc = S().doc;
@@ -412,6 +424,21 @@ void ResetRowView(HWND list, bool hasRows) {
     ClearSelectionAndFocus(list);
     SendMessageW(list, LVM_SETSELECTIONMARK, 0, -1);
     if (hasRows) SendMessageW(list, LVM_ENSUREVISIBLE, 0, FALSE);
+}
+
+void SelectItemRow(const ListItem* item) {
+    ListWindowState& s = S();
+    if (!item || !s.listView) return;
+    for (size_t row = 0; row < s.rows.size(); ++row) {
+        if (s.rows[row] != item) continue;
+        ClearSelectionAndFocus(s.listView);
+        LVITEMW state = {};
+        state.state = state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+        SendMessageW(s.listView, LVM_SETITEMSTATE, row, (LPARAM)&state);
+        SendMessageW(s.listView, LVM_SETSELECTIONMARK, 0, (LPARAM)row);
+        SendMessageW(s.listView, LVM_ENSUREVISIBLE, row, FALSE);
+        return;
+    }
 }
 
 void SyncRowCount() {

@@ -76,6 +76,8 @@ extern ListWindowState g_listWindow;
 extern BYTE g_colorKeysArmed;
 
 // ---- ListWindow.cpp --------------------------------------------------------
+// Height of a row in pixels: the taller of the list font and a check box.
+int RowHeight();
 // Rebuilds the row index from the item list and shows it: the view loses its
 // selection and focus and starts at the top, as after a fresh fill.
 void FillRows();
@@ -84,6 +86,9 @@ void FillRows();
 void ResetRowView(HWND list, bool hasRows);
 // Rebuilds the row index and sets the row count, keeping selection and scroll.
 void SyncRowCount();
+// Selects and focuses the row that shows `item` and scrolls it into view:
+// what the user worked on stays under the cursor after a refill.
+void SelectItemRow(const ListItem* item);
 // Invalidates the title strip (its counter).
 void InvalidateTitle();
 // The item at the list view's selection mark, or null when there is none.

@@ -264,7 +264,8 @@ void PlaceSoftKeyBar(HWND parent) {
     GetClientRect(parent, &client);
     int height = SoftKeyBarHeight();
     int top = st->inBand ? client.bottom : client.bottom - height;
-    SetWindowPos(bar, nullptr, 0, top, client.right, height, SWP_NOACTIVATE | SWP_NOZORDER);
+    int width = st->inBand ? SoftKeyBandWidth(parent) : client.right;
+    SetWindowPos(bar, nullptr, 0, top, width, height, SWP_NOACTIVATE | SWP_NOZORDER);
     RepaintBand(bar);
 }
 

@@ -27,8 +27,20 @@ PhoneDialog* DialogOf(HWND hwnd) {
     return dialog ? dialog : g_creating;
 }
 
+// A dialog window has no class icon: without its own, the desktop caption
+// shows the system's default one.
+void SetProgramIcon(HWND hwnd) {
+    HICON big = (HICON)LoadImageW(hInstance, MAKEINTRESOURCEW(IDI_ZORVEL), IMAGE_ICON, GetSystemMetrics(SM_CXICON),
+                                  GetSystemMetrics(SM_CYICON), LR_SHARED);
+    HICON smallIcon = (HICON)LoadImageW(hInstance, MAKEINTRESOURCEW(IDI_ZORVEL), IMAGE_ICON,
+                                    GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON), LR_SHARED);
+    if (big) SendMessageW(hwnd, WM_SETICON, ICON_BIG, (LPARAM)big);
+    if (smallIcon) SendMessageW(hwnd, WM_SETICON, ICON_SMALL, (LPARAM)smallIcon);
+}
+
 void InitShell(HWND hwnd, PhoneDialog& dialog) {
     SetPropW(hwnd, kDialogProperty, &dialog);
+    SetProgramIcon(hwnd);
     SHINITDLGINFO init = {};
     init.dwMask = SHIDIM_FLAGS;
     init.hDlg = hwnd;

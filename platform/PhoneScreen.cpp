@@ -11,6 +11,10 @@
 
 #include <commctrl.h>
 
+#include <climits>
+#include <cstdlib>
+#include <string>
+
 #include "platform/ScreenScale.h"
 #include "platform/PlatformInternal.h"
 
@@ -43,18 +47,181 @@ void CentreOnPhoneScreen(HWND hwnd) {
     GetPhoneScreenRect(&phone);
     GetWindowRect(hwnd, &win);
     int width = win.right - win.left, height = win.bottom - win.top;
+    // Never past the phone screen's top-left corner, even when the box is
+    // larger than the screen.
     int x = phone.left + ((phone.right - phone.left) - width) / 2;
     int y = phone.top + ((phone.bottom - phone.top) - height) / 2;
-    SetWindowPos(hwnd, nullptr, x < 0 ? 0 : x, y < 0 ? 0 : y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(hwnd, nullptr, x < phone.left ? phone.left : x, y < phone.top ? phone.top : y, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+const int kMessageBoxTextId = 0xFFFF;  // the text of a system message box
+const UINT_PTR kBoxSubclassId = 0x5A51;
+
+RECT RectInParent(HWND control) {
+    RECT r;
+    GetWindowRect(control, &r);
+    MapWindowPoints(nullptr, GetParent(control), (POINT*)&r, 2);
+    return r;
+}
+
+// The height the text needs when wrapped at `width` in the control's font.
+int WrappedTextHeight(HWND text, int width) {
+    int length = GetWindowTextLengthW(text);
+    std::wstring buffer((size_t)length + 1, L'\0');
+    GetWindowTextW(text, &buffer[0], length + 1);
+    HDC dc = GetDC(text);
+    if (!dc) return 0;
+    HGDIOBJ old = SelectObject(dc, (HGDIOBJ)SendMessageW(text, WM_GETFONT, 0, 0));
+    RECT r = {0, 0, width, 0};
+    DrawTextW(dc, buffer.c_str(), length, &r, DT_CALCRECT | DT_WORDBREAK | DT_EXPANDTABS | DT_NOPREFIX);
+    SelectObject(dc, old);
+    ReleaseDC(text, dc);
+    return r.bottom;
+}
+
+// A message box sized for the desktop is narrowed to the phone screen: its
+// text wraps in the narrower box, the buttons move under it and stay
+// centred.
+void NarrowMessageBox(HWND box, int maxWidth) {
+    HWND text = GetDlgItem(box, kMessageBoxTextId);
+    RECT win;
+    GetWindowRect(box, &win);
+    int shrink = (win.right - win.left) - maxWidth;
+    if (!text || shrink <= 0) return;
+    RECT textRect = RectInParent(text);
+    int textWidth = (textRect.right - textRect.left) - shrink;
+    if (textWidth < ScaleX(60)) return;
+    int oldHeight = textRect.bottom - textRect.top;
+    int newHeight = WrappedTextHeight(text, textWidth);
+    int grow = newHeight > oldHeight ? newHeight - oldHeight : 0;
+    MoveWindow(text, textRect.left, textRect.top, textWidth, oldHeight + grow, FALSE);
+
+    RECT client;
+    GetClientRect(box, &client);
+    int clientWidth = client.right - shrink;
+    int left = INT_MAX, right = INT_MIN;
+    for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        wchar_t name[16];
+        if (!GetClassNameW(child, name, 16) || lstrcmpiW(name, L"Button") != 0) continue;
+        RECT r = RectInParent(child);
+        if (r.left < left) left = r.left;
+        if (r.right > right) right = r.right;
+    }
+    int dx = left == INT_MAX ? 0 : (clientWidth - (right - left)) / 2 - left;
+    for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        wchar_t name[16];
+        if (!GetClassNameW(child, name, 16) || lstrcmpiW(name, L"Button") != 0) continue;
+        RECT r = RectInParent(child);
+        SetWindowPos(child, nullptr, r.left + dx, r.top + grow, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    SetWindowPos(box, nullptr, 0, 0, maxWidth, (win.bottom - win.top) + grow,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+const UINT kMsgPlaceBox = WM_APP + 0x5A2;
+
+void PlaceOnPhoneScreen(HWND box) {
+    if (GetPropW(box, L"ZvPlaced")) return;
+    SetPropW(box, L"ZvPlaced", (HANDLE)1);
+    RECT phone;
+    GetPhoneScreenRect(&phone);
+    NarrowMessageBox(box, phone.right - phone.left);
+    CentreOnPhoneScreen(box);
+}
+
+// A message box is activated while it lays itself out (its buttons are
+// placed after the activation), so it is placed when it is shown, or at the
+// latest when its loop runs. A box whose frame changed before its first
+// activation keeps an inactive caption under Wine: tell the frame again once
+// it is active.
+LRESULT CALLBACK PlacedBoxProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    switch (msg) {
+    case WM_SHOWWINDOW:
+        if (wParam) PlaceOnPhoneScreen(hwnd);
+        break;
+    case kMsgPlaceBox: PlaceOnPhoneScreen(hwnd); return 0;
+    case WM_ACTIVATE:
+        if (LOWORD(wParam) != WA_INACTIVE) {
+            LRESULT r = DefSubclassProc(hwnd, msg, wParam, lParam);
+            SendMessageW(hwnd, WM_NCACTIVATE, TRUE, 0);
+            return r;
+        }
+        break;
+    case WM_NCDESTROY: RemoveWindowSubclass(hwnd, PlacedBoxProc, kBoxSubclassId); break;
+    }
+    return DefSubclassProc(hwnd, msg, wParam, lParam);
+}
+
+const UINT_PTR kMenuSubclassId = 0x5A52;
+
+bool IsMenuWindow(HWND hwnd) {
+    wchar_t name[16];
+    return GetClassNameW(hwnd, name, 16) && lstrcmpW(name, L"#32768") == 0;
+}
+
+// The menu window whose right edge is where a submenu at `x` was put (its
+// parent), or NULL.
+HWND MenuEndingAt(HWND self, int x) {
+    for (HWND w = GetTopWindow(nullptr); w; w = GetWindow(w, GW_HWNDNEXT)) {
+        if (w == self || !IsWindowVisible(w) || !IsMenuWindow(w) ||
+            GetWindowThreadProcessId(w, nullptr) != GetCurrentThreadId())
+            continue;
+        RECT r;
+        GetWindowRect(w, &r);
+        if (abs(r.right - x) <= ScaleX(8)) return w;
+    }
+    return nullptr;
+}
+
+// Menus open on the phone screen, as they would on the phone: the system
+// keeps them on the desktop only, so a submenu next to a soft-key menu
+// would open beside the phone. One that does not fit on the right of its
+// parent opens on its left; anything else is pushed inside.
+void KeepMenuOnPhoneScreen(HWND menu, WINDOWPOS* pos) {
+    if ((pos->flags & SWP_NOMOVE) || !g_phone.originSet) return;
+    RECT phone;
+    GetPhoneScreenRect(&phone);
+    RECT now;
+    GetWindowRect(menu, &now);
+    int cx = (pos->flags & SWP_NOSIZE) ? now.right - now.left : pos->cx;
+    int cy = (pos->flags & SWP_NOSIZE) ? now.bottom - now.top : pos->cy;
+    if (pos->x + cx > phone.right) {
+        HWND parent = MenuEndingAt(menu, pos->x);
+        RECT parentRect;
+        if (parent && GetWindowRect(parent, &parentRect) && parentRect.left - cx >= phone.left)
+            pos->x = parentRect.left - cx;
+        else
+            pos->x = phone.right - cx;
+    }
+    if (pos->x < phone.left) pos->x = phone.left;
+    // Above the soft-key bar, which stays visible under an open menu.
+    int bottom = phone.bottom - SoftKeyBarHeight();
+    if (pos->y + cy > bottom) pos->y = bottom - cy;
+    if (pos->y < phone.top) pos->y = phone.top;
+}
+
+LRESULT CALLBACK MenuWindowProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    if (msg == WM_WINDOWPOSCHANGING) KeepMenuOnPhoneScreen(hwnd, (WINDOWPOS*)lParam);
+    if (msg == WM_NCDESTROY) RemoveWindowSubclass(hwnd, MenuWindowProc, kMenuSubclassId);
+    return DefSubclassProc(hwnd, msg, wParam, lParam);
 }
 
 LRESULT CALLBACK DialogPlacementProc(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HCBT_CREATEWND && IsMenuWindow((HWND)wParam))
+        SetWindowSubclass((HWND)wParam, MenuWindowProc, kMenuSubclassId, 0);
     if (code == HCBT_ACTIVATE) {
         HWND hwnd = (HWND)wParam;
         if (!IsOnPhoneScreen(hwnd) && !(GetWindowLongW(hwnd, GWL_STYLE) & WS_CHILD) && IsDialogClass(hwnd) &&
-            !GetPropW(hwnd, L"ZvPlaced")) {
-            SetPropW(hwnd, L"ZvPlaced", (HANDLE)1);
-            CentreOnPhoneScreen(hwnd);
+            !GetPropW(hwnd, L"ZvPlaced") && !GetPropW(hwnd, L"ZvPlacing")) {
+            SetPropW(hwnd, L"ZvPlacing", (HANDLE)1);
+            if (IsWindowVisible(hwnd)) {
+                PlaceOnPhoneScreen(hwnd);
+            } else {
+                CentreOnPhoneScreen(hwnd);
+                PostMessageW(hwnd, kMsgPlaceBox, 0, 0);
+            }
+            SetWindowSubclass(hwnd, PlacedBoxProc, kBoxSubclassId, 0);
         }
     }
     return CallNextHookEx(g_dialogHook.hook, code, wParam, lParam);
@@ -90,7 +257,8 @@ RECT BandRect(HWND hwnd) {
     GetClientRect(hwnd, &client);
     POINT pt = {0, client.bottom};
     ClientToScreen(hwnd, &pt);
-    RECT band = {pt.x - win.left, pt.y - win.top, pt.x - win.left + client.right, pt.y - win.top + SoftKeyBarHeight()};
+    RECT band = {pt.x - win.left, pt.y - win.top, pt.x - win.left + SoftKeyBandWidth(hwnd),
+                 pt.y - win.top + SoftKeyBarHeight()};
     return band;
 }
 
@@ -192,6 +360,16 @@ void EnsureScreenScale() {
     if (ScreenDpiX() == 0) InitScreenScale(0);
 }
 
+// The band spans the frame's inside, under a vertical scroll bar too: the
+// client area alone is narrower when the window scrolls.
+int SoftKeyBandWidth(HWND parent) {
+    RECT win;
+    GetWindowRect(parent, &win);
+    POINT origin = ClientOrigin(parent);
+    int border = origin.x - win.left;
+    return (win.right - win.left) - 2 * border;
+}
+
 int SoftKeyBarHeight() {
     EnsureScreenScale();
     return ScaleY(26);
@@ -204,6 +382,8 @@ void GetPhoneScreenRect(RECT* rc) {
 }
 
 bool IsOnPhoneScreen(HWND hwnd) { return hwnd && GetPropW(hwnd, kPhoneProp) != nullptr; }
+
+void PlaceDialogsOnPhoneScreen() { InstallDialogPlacementHook(); }
 
 void FitToPhoneScreen(HWND hwnd) {
     if (!IsWindow(hwnd) || (GetWindowLongW(hwnd, GWL_STYLE) & WS_CHILD)) return;

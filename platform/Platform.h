@@ -33,6 +33,11 @@ int SoftKeyBarHeight();
 // top-level window call this; start-up may call it for the main window.
 void FitToPhoneScreen(HWND hwnd);
 
+// From now on message boxes and other small dialogs of this thread open over
+// the phone screen, no wider than it (start-up calls this before its first
+// message box; fitting a window does it too).
+void PlaceDialogsOnPhoneScreen();
+
 // True when the window has been fitted.
 bool IsOnPhoneScreen(HWND hwnd);
 

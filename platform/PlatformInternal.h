@@ -16,6 +16,10 @@ extern const wchar_t kBarProp[];
 // the bar follows the band under the client area.
 void PlaceSoftKeyBar(HWND parent);
 
+// Width of the band under a fitted window's client area: the inside of its
+// frame, including a vertical scroll bar beside the client area.
+int SoftKeyBandWidth(HWND parent);
+
 // The band under a fitted window's client area shows the window's soft-key
 // bar: painted from the bar's buttons (the toolbar itself lies outside the
 // client area and never paints), and taps in the band press its buttons.

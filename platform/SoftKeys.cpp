@@ -38,6 +38,16 @@ HWND BarForKeyTarget(HWND target) {
     return nullptr;
 }
 
+// A popup is open when the soft-key menu says so or the thread is in menu
+// mode: a context menu tracked by a window is no soft-key menu, and Back must
+// close it rather than reach the window under it.
+bool AnyMenuOpen() {
+    if (SoftKeyMenuIsOpen()) return true;
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    return GetGUIThreadInfo(GetCurrentThreadId(), &info) && (info.flags & (GUI_INMENUMODE | GUI_POPUPMENUMODE));
+}
+
 // Returns true when the key was taken.
 bool RouteKey(MSG* msg) {
     bool down = msg->message == WM_KEYDOWN || msg->message == WM_SYSKEYDOWN;
@@ -53,9 +63,9 @@ bool RouteKey(MSG* msg) {
         if (bar && IsWindow(bar)) PostMessageW(bar, kMsgBarKey, msg->wParam, 1);
         return bar || inMenu;
     }
-    if (SoftKeyMenuIsOpen()) {
-        // An open soft-key menu keeps Back (one level up); a soft key closes
-        // it, as on the phone.
+    if (AnyMenuOpen()) {
+        // An open menu keeps Back (one level up); a soft key closes it, as on
+        // the phone.
         g_hook.pressedInMenu[key] = true;
         if (msg->wParam == VK_ESCAPE) return false;
         EndMenu();

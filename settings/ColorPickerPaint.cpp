@@ -19,19 +19,39 @@ void PlaceControl(HWND control, int x, int y, int w, int h) {
     MoveWindow(control, x, y, w, h, FALSE);
 }
 
+// The width a right-aligned label needs for its text in its font, at least
+// `least`: a fixed width clips the text on the left whenever the font is
+// wider than the one it was measured with.
+int LabelWidth(HWND label, int least) {
+    wchar_t text[64] = L"";
+    int length = GetWindowTextW(label, text, 64);
+    HDC dc = GetDC(label);
+    if (!dc) return least;
+    HGDIOBJ old = SelectObject(dc, (HGDIOBJ)SendMessageW(label, WM_GETFONT, 0, 0));
+    SIZE size = {};
+    GetTextExtentPoint32W(dc, text, length, &size);
+    SelectObject(dc, old);
+    ReleaseDC(label, dc);
+    int need = size.cx + ScaleX(2);
+    return need > least ? need : least;
+}
+
 void LayoutSliders(CColorPicker& p, int width) {
+    int labelWidth = ScaleX(36);
+    for (int i = 0; i < 3; ++i) labelWidth = LabelWidth(p.labels[i], labelWidth);
+    int sliderLeft = labelWidth + ScaleX(4);
     int y = ScaleY(10);
     for (int i = 0; i < 3; ++i, y += ScaleY(30)) {
-        PlaceControl(p.labels[i], 0, y + ScaleY(4), ScaleX(36), ScaleY(20));
-        PlaceControl(p.sliders[i], ScaleX(40), y, width - ScaleX(96), ScaleY(20));
+        PlaceControl(p.labels[i], 0, y + ScaleY(4), labelWidth, ScaleY(20));
+        PlaceControl(p.sliders[i], sliderLeft, y, width - ScaleX(56) - sliderLeft, ScaleY(20));
         PlaceControl(p.fields[i], width - ScaleX(50), y, ScaleX(40), ScaleY(20));
     }
 }
 
 void LayoutHtml(CColorPicker& p, int width) {
-    // Wider than the channel labels: "HTML#" needs the room up to the field.
-    PlaceControl(p.htmlLabel, 0, ScaleY(10) + ScaleY(4), ScaleX(40), ScaleY(20));
-    PlaceControl(p.htmlField, ScaleX(41), ScaleY(10), width - ScaleX(51), ScaleY(20));
+    int labelWidth = LabelWidth(p.htmlLabel, ScaleX(40));
+    PlaceControl(p.htmlLabel, 0, ScaleY(10) + ScaleY(4), labelWidth, ScaleY(20));
+    PlaceControl(p.htmlField, labelWidth + ScaleX(1), ScaleY(10), width - ScaleX(10) - labelWidth - ScaleX(1), ScaleY(20));
 }
 
 // Ten cells a row, centred, with equal gaps that leave a margin of about

@@ -369,6 +369,24 @@ TEST_CASE(Ui_Color_LayoutFollowsDensity) {
         ui::Script s;
         s.Step([&](ui::Dlg& d) {
             at[k - 1] = uitest::ControlsFit(d.hwnd, {11, 12, 21, 49}, ZV_HERE);
+            // Each label is as wide as its text (at least 36 phone pixels) and
+            // its slider or field starts after it.
+            auto rect = [&](int id) { return uitest::RectInParent(d.Item(id)); };
+            for (int i = 0; i < 4; ++i) {
+                int label = i < 3 ? IDC_COLOR_RED_LABEL + i : IDC_COLOR_HTML_LABEL;
+                int next = i < 3 ? IDC_COLOR_RED_SLIDER + i : IDC_COLOR_HTML_FIELD;
+                RECT l = rect(label), n = rect(next);
+                HDC dc = GetDC(d.Item(label));
+                HGDIOBJ old = SelectObject(dc, (HGDIOBJ)SendMessageW(d.Item(label), WM_GETFONT, 0, 0));
+                std::wstring text = d.Text(label);
+                SIZE size = {};
+                GetTextExtentPoint32W(dc, text.c_str(), (int)text.size(), &size);
+                SelectObject(dc, old);
+                ReleaseDC(d.Item(label), dc);
+                CHECK((int)(l.right - l.left) >= size.cx);
+                CHECK((int)(l.right - l.left) >= 36 * k);
+                CHECK(n.left > l.right);
+            }
             CHECK(StripShows(d, RGB(0x33, 0x66, 0x99)));
             d.Command(IDM_COLOR_SLIDERS);
         });

@@ -369,8 +369,9 @@ TEST_CASE(Ui_ItemEd_ArrowsMoveBetweenRowsAndTurnLists) {
 }
 
 TEST_CASE(Ui_ItemEd_PickersTakeTypedDigits) {
-    // Up and Down belong to the rows, so a date is changed by typing its
-    // parts; Right moves to the next part.
+    // A date is changed by typing its parts or with Up and Down on the part
+    // being edited; Right moves to the next part, Action ends the editing
+    // and Up and Down move between rows again.
     Run run({Field(L"Due", FieldType::Date), Field(L"At", FieldType::Time)});
     ui::Script s;
     s.Step([](ui::Dlg& d) { d.Type(L"12"); });
@@ -378,9 +379,20 @@ TEST_CASE(Ui_ItemEd_PickersTakeTypedDigits) {
         CHECK_EQ(d.Text(kItemEditorFirstId), std::wstring(L"12/01/2007"));
         d.Key(VK_RIGHT);
     });
-    s.Step([](ui::Dlg& d) { d.Type(L"24"); });
+    s.Step([](ui::Dlg& d) { d.Type(L"23"); });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.Text(kItemEditorFirstId), std::wstring(L"12/23/2007"));
+        d.Key(VK_UP);
+        d.Key(VK_UP);
+        d.Key(VK_DOWN);
+    });
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(d.Text(kItemEditorFirstId), std::wstring(L"12/24/2007"));
+        CHECK_EQ(d.FocusId(), kItemEditorFirstId);
+        d.Enter();
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.FocusId(), kItemEditorFirstId);  // Action ended the editing, not the dialog
         d.Key(VK_DOWN);
     });
     s.Step([](ui::Dlg& d) {
@@ -433,6 +445,10 @@ TEST_CASE(Ui_ItemEd_FiftyFieldsScrollToTheLast) {
         CHECK(GetWindowLongW(d.hwnd, GWL_STYLE) & WS_VSCROLL);
         CHECK(InView(d, kItemEditorFirstId));
         CHECK(!InView(d, last));
+        // The soft-key bar spans the scroll bar too.
+        RECT bar;
+        GetWindowRect(d.MenuBar(), &bar);
+        CHECK_EQ((int)(bar.right - bar.left), (int)d.ClientRect().right + GetSystemMetrics(SM_CXVSCROLL));
     });
     PressSteps(s, VK_DOWN, kMaxFields - 1);
     s.Step([&](ui::Dlg& d) {

@@ -86,9 +86,10 @@ TEST_CASE(Ui_Main_StartShowsSoftKeysAndMenu) {
     CHECK(main != nullptr);
     if (!main) return;
 
-    // The other image module is pruned; the sample copy that fits is in place.
+    // Both image modules stay for a later start at the other density; the
+    // sample copy that fits is in place.
     CHECK(Exists(std::wstring(kInstall) + L"\\ZVLowDpiRes.dll"));
-    CHECK(!Exists(std::wstring(kInstall) + L"\\ZVHighDpiRes.dll"));
+    CHECK(Exists(std::wstring(kInstall) + L"\\ZVHighDpiRes.dll"));
     CHECK(Exists(std::wstring(kLists) + L"\\Personal\\Grocery - weekly.zvl"));
     CHECK(!Exists(std::wstring(kLists) + L"\\Personal\\Grocery - weekly.zvl_qvga"));
 

@@ -99,9 +99,9 @@ def main():
     status, out, err = zvl("make", lst, lst, "--force")
     check(status == 1 and read(lst) == whole, "make onto itself", (status, err))
 
-    # Reserved device names are invalid names, not successes.
+    # Reserved device names are invalid names, not successes, even with --force.
     for device in ["nul", "aux.CSV", "com1.CSV"]:
-        status, out, err = zvl("export", lst, os.path.join(WORK, device))
+        status, out, err = zvl("export", lst, os.path.join(WORK, device), "--force")
         check(status == 1 and len(err) == 1 and "cannot be used" in err[0], "export to " + device, (status, err))
 
     # --force replaces without asking and without printing a question.

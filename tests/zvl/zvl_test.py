@@ -167,9 +167,10 @@ def main():
     status, out, err = zvl("--help")
     check(status == 0 and out.startswith("Usage: zvl") and "zvl import TEXT FOLDER" in out, "--help", (status, out))
     status, out, err = zvl(lang=False)
-    check(status == 2 and out == "" and any(l.startswith("Usage: zvl") for l in err), "no command", (status, err))
+    check(status == 2 and out == "" and err == ["zvl: no command given (see zvl --help)"], "no command", (status, err))
     status, out, err = zvl("show", "--force", hand)
-    check(status == 2 and err and err[0] == "zvl: --force works with import, new and make only", "bad option", err)
+    check(status == 2 and err == ["zvl: --force works with export, import, new and make only (see zvl --help)"],
+          "bad option", err)
 
     # Without --lang: the installed program's module, else the one beside zvl.
     status, out, err = zvl("show", hand, lang=False)
@@ -195,8 +196,14 @@ def main():
           "json colours", items)
     if len(items) == 2:
         values = [c["value"] for c in items[0]["cells"]]
-        check(values == ["Renew passport", "2007-03-01", 1, 0, 5, 1, 85.5], "json values", values)
-        check(items[1]["cells"][4] == {"text": "", "value": 11}, "json empty selection", items[1]["cells"][4])
+        # Choices by name with their code beside; a number's text as typed.
+        check(values == ["Renew passport", "2007-03-01", "High", "Not done", "50%", "Yes", "85.50"], "json values", values)
+        check([c.get("choice") for c in items[0]["cells"]] == [None, None, 1, 0, 5, 1, None], "json choices",
+              items[0]["cells"])
+        check(items[1]["cells"][4] == {"text": "", "value": "", "choice": 11}, "json empty selection",
+              items[1]["cells"][4])
+    check(fields and isinstance(fields[1]["dateDefaultMode"], str) and fields[0]["dateDefaultMode"] is None
+          and isinstance(fields[2]["defaultChoice"], str), "json modes by name", fields[:3])
 
     # info: the header facts.
     status, out, err = zvl("info", hand)
@@ -212,6 +219,10 @@ def main():
         want += "\r\n" + line + "\t"
     got = open(export_path, "rb").read() if os.path.exists(export_path) else b""
     check(status == 0 and got == want.encode("utf-16-le"), "export bytes", (status, err, got[:80]))
+    status, out, err = zvl("export", hand, export_path)
+    check(status == 1 and len(err) == 1 and "already exists" in err[0], "export refuses to replace", (status, err))
+    status, out, err = zvl("export", "--force", hand, export_path)
+    check(status == 0 and open(export_path, "rb").read() == got, "export --force", (status, err))
 
     # import: the export comes back as a list with the same texts; columns
     # share 240 pixels; an existing list is kept unless --force.

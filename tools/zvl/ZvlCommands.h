@@ -5,7 +5,7 @@
 
 int RunInfo(const std::wstring& path);
 int RunShow(const std::wstring& path, bool json);
-int RunExport(const std::wstring& listPath, const std::wstring& outPath);
+int RunExport(const std::wstring& listPath, const std::wstring& outPath, bool force);
 int RunImport(const std::wstring& textPath, const std::wstring& folder, bool force);
 int RunNew(const std::wstring& templatePath, const std::wstring& outPath, bool force);
 // Builds a list or template from a readable source (SampleSource.h).

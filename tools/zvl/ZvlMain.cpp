@@ -20,7 +20,9 @@ const wchar_t kUsage[] =
     L"  zvl show FILE              the list as its window shows it: column titles, then one\n"
     L"                             line per item, cells separated by TAB (UTF-8)\n"
     L"  zvl show --json FILE       the same as JSON, with each cell's text and typed value\n"
-    L"  zvl export LIST OUT        the tab-separated UTF-16 export, as the list window writes it\n"
+    L"  zvl export LIST OUT [--force]\n"
+    L"                             the tab-separated UTF-16 export, as the list window writes it;\n"
+    L"                             an existing file is replaced only with --force\n"
     L"  zvl import TEXT FOLDER [--force]\n"
     L"                             FOLDER\\<text file's name>.zvl, as the main window's import\n"
     L"                             writes it; an existing list is replaced only with --force\n"
@@ -56,14 +58,14 @@ struct CommandSpec {
     bool json, force, make;  // options the command takes
 };
 const CommandSpec kCommands[] = {
-    {L"info", 1, false, false, false},   {L"show", 1, true, false, false},   {L"export", 2, false, false, false},
+    {L"info", 1, false, false, false},   {L"show", 1, true, false, false},   {L"export", 2, false, true, false},
     {L"import", 2, false, true, false},  {L"new", 2, false, true, false},    {L"make", 2, false, true, true},
     {L"samples", 2, false, false, false},
 };
 
+// One line: what is wrong and where the full usage is.
 int UsageError(const std::wstring& reason) {
-    if (!reason.empty()) Err(L"zvl: " + reason + L"\n\n");
-    Err(kUsage);
+    Err(L"zvl: " + reason + L" (see zvl --help)\n");
     return 2;
 }
 
@@ -107,7 +109,7 @@ std::wstring Parse(int argc, wchar_t** argv, CommandLine& cl) {
             return cl.command + L" takes " + std::to_wstring(command.argCount) +
                    (command.argCount == 1 ? L" file" : L" paths");
         if (cl.json && !command.json) return L"--json works with show only";
-        if (cl.force && !command.force) return L"--force works with import, new and make only";
+        if (cl.force && !command.force) return L"--force works with export, import, new and make only";
         if ((!cl.iconFolder.empty() || cl.iconSize != 16) && !command.make)
             return L"--icons and --icon-size work with make only";
         return std::wstring();
@@ -121,7 +123,7 @@ int Run(const CommandLine& cl) {
     const std::wstring& c = cl.command;
     if (c == L"info") return RunInfo(p[0]);
     if (c == L"show") return RunShow(p[0], cl.json);
-    if (c == L"export") return RunExport(p[0], p[1]);
+    if (c == L"export") return RunExport(p[0], p[1], cl.force);
     if (c == L"import") return RunImport(p[0], p[1], cl.force);
     if (c == L"new") return RunNew(p[0], p[1], cl.force);
     if (c == L"make")

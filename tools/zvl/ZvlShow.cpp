@@ -54,34 +54,6 @@ std::wstring Quoted(const wchar_t* text) {
 }
 std::wstring Quoted(const std::wstring& text) { return Quoted(text.c_str()); }
 
-// A JSON number when the text is one (optional "-", digits, optional
-// fraction); anything else stays a string.
-std::wstring NumberValue(const wchar_t* text) {
-    const wchar_t* p = text;
-    if (*p == L'-') ++p;
-    bool digits = false;
-    if (*p == L'0') {
-        ++p;
-        digits = true;
-    } else {
-        while (*p >= L'1' && *p <= L'9') {
-            digits = true;
-            ++p;
-            while (*p >= L'0' && *p <= L'9') ++p;
-        }
-    }
-    if (digits && *p == L'.') {
-        ++p;
-        bool fraction = false;
-        while (*p >= L'0' && *p <= L'9') {
-            fraction = true;
-            ++p;
-        }
-        if (!fraction) digits = false;
-    }
-    return digits && *p == 0 ? std::wstring(text) : Quoted(text);
-}
-
 std::wstring DateValue(const SYSTEMTIME& t) {
     wchar_t buf[32];
     swprintf(buf, 32, L"\"%04u-%02u-%02u\"", t.wYear, t.wMonth, t.wDay);
@@ -108,9 +80,11 @@ std::wstring TypedValue(const FieldValue& v) {
     case FieldType::Priority:
     case FieldType::YesNo:
     case FieldType::Check:
-    case FieldType::Selection: return std::to_wstring(v.choice);
-    case FieldType::Text: return Quoted(v.text.c_str());
-    case FieldType::Number: return NumberValue(v.text.c_str());
+    case FieldType::Selection: return Quoted(choiceText(v.storedType, v.choice).c_str());
+    // A number keeps its text as typed: "6.20" read back as a JSON number
+    // would lose its trailing zero.
+    case FieldType::Text:
+    case FieldType::Number: return Quoted(v.text.c_str());
     }
     return L"null";
 }
@@ -122,14 +96,21 @@ std::wstring ColorValue(COLORREF color) {
     return buf;
 }
 
+// Choices and default modes by name, each with its stored code beside it.
 std::wstring FieldJson(const FieldDef& f) {
+    bool dated = f.type == FieldType::Date || f.type == FieldType::DateTime;
+    bool timed = f.type == FieldType::Time || f.type == FieldType::DateTime;
     std::wstring s = L"    {\"name\": " + Quoted(f.name) + L", \"title\": " + Quoted(fieldDisplayName(f).c_str()) +
                      L", \"type\": " + Quoted(TypeCodeName(f.type)) + L", \"typeId\": " + std::to_wstring(int(f.type)) +
                      L", \"typeName\": " + Quoted(fieldTypeName(f.type).c_str()) + L",\n     \"width\": " +
                      std::to_wstring(f.columnWidth) + L", \"default\": " + Quoted(DefaultDescription(f)) +
-                     L", \"defaultText\": " + Quoted(f.defaultText) + L", \"defaultChoice\": " +
-                     std::to_wstring(f.defaultChoice) + L", \"dateDefaultMode\": " + std::to_wstring(f.dateDefaultMode) +
-                     L", \"timeDefaultMode\": " + std::to_wstring(f.timeDefaultMode) + L"}";
+                     L", \"defaultText\": " + Quoted(f.defaultText) + L",\n     \"defaultChoice\": " +
+                     (IsChoiceType(f.type) ? Quoted(choiceText(f.type, f.defaultChoice).c_str()) : L"null") +
+                     L", \"defaultChoiceId\": " + std::to_wstring(f.defaultChoice) + L", \"dateDefaultMode\": " +
+                     (dated ? Quoted(dateDefaultModeText(f.dateDefaultMode).c_str()) : L"null") +
+                     L", \"dateDefaultModeId\": " + std::to_wstring(f.dateDefaultMode) + L", \"timeDefaultMode\": " +
+                     (timed ? Quoted(timeDefaultModeListText(f.timeDefaultMode).c_str()) : L"null") +
+                     L", \"timeDefaultModeId\": " + std::to_wstring(f.timeDefaultMode) + L"}";
     return s;
 }
 
@@ -139,6 +120,7 @@ std::wstring ItemJson(const ListDocument& doc, const ListItem& item) {
         const FieldValue& v = item.values[i];
         s += i ? L",\n      " : L"\n      ";
         s += L"{\"text\": " + Quoted(v.text.c_str()) + L", \"value\": " + TypedValue(v);
+        if (IsChoiceType(v.storedType)) s += L", \"choice\": " + std::to_wstring(v.choice);
         bool sameType = (int)i < doc.fieldCount() && doc.fields[i].type == v.storedType;
         if (!sameType) s += L", \"storedType\": " + std::to_wstring(int(v.storedType));
         s += L"}";

@@ -20,7 +20,7 @@ bool RefuseExisting(const std::wstring& path, bool force) {
 }
 }  // namespace
 
-int RunExport(const std::wstring& listPath, const std::wstring& outPath) {
+int RunExport(const std::wstring& listPath, const std::wstring& outPath, bool force) {
     if (RefuseOwnInput(listPath, outPath)) return 1;
     LoadedFile file;
     if (!LoadFile(listPath, file)) return 1;
@@ -28,6 +28,7 @@ int RunExport(const std::wstring& listPath, const std::wstring& outPath) {
         ReportError(listPath, L"is a template; only lists can be exported");
         return 1;
     }
+    if (RefuseExisting(outPath, force)) return 1;
     // Success goes unreported: the export's "done" box is for the window.
     CsvResult result = exportCsvToFile(file.doc, outPath.c_str());
     if (result == CsvStatus::Ok) return 0;
