@@ -220,8 +220,12 @@ void CreateTree(HWND mainWindow) {
                              mainWindow, (HMENU)(INT_PTR)kTreeControlId, hInstance, nullptr);
     if (!v.tree) return;
     SendMessageW(v.tree, WM_SETFONT, (WPARAM)v.regularFont.Get(), TRUE);
-    v.imageList = ImageList_LoadImageW(hImageModule, MAKEINTRESOURCEW(IDB_IMAGE_STRIP), 16, 0, RGB(255, 255, 255),
-                                       IMAGE_BITMAP, 0);
+    // The strip's cells are as wide as the density's icons: the tree keeps
+    // that much room before each label for the icon painted there, and its
+    // indent follows the icons' step per level.
+    v.imageList = ImageList_LoadImageW(hImageModule, MAKEINTRESOURCEW(IDB_IMAGE_STRIP), ScaleX(16), 0,
+                                       RGB(255, 255, 255), IMAGE_BITMAP, 0);
+    if (!IsLowDensityScreen()) SendMessageW(v.tree, TVM_SETINDENT, ScaleX(18), 0);
     if (v.imageList) SendMessageW(v.tree, TVM_SETIMAGELIST, TVSIL_NORMAL, (LPARAM)v.imageList);
     g_registryConfig.GetListsPath(1, v.listsFolder);
     EnsureTrailingBackslash(v.listsFolder);
