@@ -209,21 +209,24 @@ void Touch(const std::wstring& path) {
 
 HWND Tree() { return GetDlgItem(MainWindow(), kTreeControlId); }
 
+std::wstring ItemText(HWND tree, HTREEITEM item) {
+    wchar_t text[260] = L"";
+    TVITEMW data = {};
+    data.mask = TVIF_TEXT;
+    data.hItem = item;
+    data.pszText = text;
+    data.cchTextMax = 260;
+    TreeView_GetItem(tree, &data);
+    return text;
+}
+
 // Every item's label in display order, children indented by two blanks.
 std::vector<std::wstring> TreeLabels() {
     std::vector<std::wstring> labels;
     HWND tree = Tree();
     for (HTREEITEM item = TreeView_GetRoot(tree); item; item = TreeView_GetNextSibling(tree, item)) {
-        for (HTREEITEM at = item; at; at = at == item ? TreeView_GetChild(tree, item) : TreeView_GetNextSibling(tree, at)) {
-            wchar_t text[260] = L"";
-            TVITEMW data = {};
-            data.mask = TVIF_TEXT;
-            data.hItem = at;
-            data.pszText = text;
-            data.cchTextMax = 260;
-            TreeView_GetItem(tree, &data);
-            labels.push_back((at == item ? L"" : L"  ") + std::wstring(text));
-        }
+        for (HTREEITEM at = item; at; at = at == item ? TreeView_GetChild(tree, item) : TreeView_GetNextSibling(tree, at))
+            labels.push_back((at == item ? L"" : L"  ") + ItemText(tree, at));
     }
     return labels;
 }
@@ -231,14 +234,7 @@ std::vector<std::wstring> TreeLabels() {
 void Select(const wchar_t* label) {
     HWND tree = Tree();
     for (HTREEITEM item = TreeView_GetRoot(tree); item; item = TreeView_GetNextVisible(tree, item)) {
-        wchar_t text[260] = L"";
-        TVITEMW data = {};
-        data.mask = TVIF_TEXT;
-        data.hItem = item;
-        data.pszText = text;
-        data.cchTextMax = 260;
-        TreeView_GetItem(tree, &data);
-        if (wcscmp(text, label) == 0) {
+        if (ItemText(tree, item) == label) {
             TreeView_SelectItem(tree, item);
             return;
         }
