@@ -382,7 +382,9 @@ void OnTreeContextMenu(HWND mainWindow, int x, int y) {
 
 void OnTreeTimer(HWND mainWindow, UINT_PTR id) {
     KillTimer(mainWindow, id);
-    if (id == kTreeFocusTimer && V().tree) SetFocus(V().tree);
+    // A label edit begun meanwhile keeps the focus: taking it would end the
+    // edit before the user typed.
+    if (id == kTreeFocusTimer && V().tree && !V().editControl) SetFocus(V().tree);
 }
 
 void DestroyTree() {
