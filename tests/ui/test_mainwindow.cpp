@@ -258,8 +258,9 @@ TEST_CASE(Ui_Main_TreeFollowsTheListsFolder) {
     std::wstring lists = kLists;
     CreateDirectoryW((lists + L"\\Work").c_str(), nullptr);
     CreateDirectoryW((lists + L"\\Work\\Sub").c_str(), nullptr);
+    CreateDirectoryW((lists + L"\\\x00dc" L"ber").c_str(), nullptr);  // Über
     for (const wchar_t* name : {L"\\Work\\a.zvl", L"\\Work\\b.ZVL", L"\\Work\\notes.txt", L"\\Work\\Sub\\c.zvl",
-                                L"\\Work\\x.zvl.bak", L"\\Top.zvl"})
+                                L"\\Work\\x.zvl.bak", L"\\Top.zvl", L"\\\x00dc" L"ber\\\x0396\x03ae\x03c4\x03b1.zvl"})
         Touch(lists + name);
     std::wstring newCategory = LangText(IDS_NEW_CATEGORY_NAME);
     CreateDirectoryW((lists + L"\\" + newCategory).c_str(), nullptr);  // the default name is taken
@@ -267,10 +268,17 @@ TEST_CASE(Ui_Main_TreeFollowsTheListsFolder) {
     CHECK(InitInstance(hInstance, SW_SHOW, const_cast<LPWSTR>(L"")));
     if (!MainWindow()) return;
     std::vector<std::wstring> shown = TreeLabels();
-    CHECK(shown == std::vector<std::wstring>({L"", newCategory, L"Personal", L"  Grocery - weekly", L"Top", L"Work",
-                                              L"  a", L"  b", L"  x"}));
+    const std::wstring uber = L"\x00dc" L"ber", zeta = L"\x0396\x03ae\x03c4\x03b1", japanese = L"\x65e5\x672c";
+    CHECK(shown == std::vector<std::wstring>({L"", newCategory, L"Personal", L"  Grocery - weekly", L"Top", uber,
+                                              L"  " + zeta, L"Work", L"  a", L"  b", L"  x"}));
 
     ui::Script s;
+    // New list with nothing selected says so.
+    s.Step([](ui::Dlg& d) { TreeView_SelectItem(Tree(), nullptr); d.Command(IDM_NEW_LIST); });
+    // Names in any script rename like any other.
+    s.Step([zeta](ui::Dlg& d) { Select(zeta.c_str()); d.Command(IDM_RENAME); });
+    s.Step([japanese](ui::Dlg& d) { d.Type(japanese.c_str()); d.Enter(); });
+    s.Step([lists, uber, japanese](ui::Dlg&) { CHECK(Exists(lists + L"\\" + uber + L"\\" + japanese + L".zvl")); });
     // The Root item is never renamed: no edit opens.
     s.Step([](ui::Dlg& d) { Select(L""); d.Command(IDM_RENAME); });
     s.Step([](ui::Dlg&) { CHECK(TreeView_GetEditControl(Tree()) == nullptr); });
@@ -301,11 +309,12 @@ TEST_CASE(Ui_Main_TreeFollowsTheListsFolder) {
     CHECK(Exists(lists + L"\\" + newCategory + L" 2"));
     CHECK(Exists(lists + L"\\Top.zvl"));  // read-only: refused
     const auto& boxes = ui::MessageBoxes();
-    CHECK_EQ(boxes.size(), 4u);
-    if (boxes.size() == 4) {
-        CHECK_EQ(boxes[1].text, LangText(IDS_CATEGORY_NOT_EMPTY));
-        CHECK_EQ(boxes[3].text, LangText(IDS_ERROR_CAPTION));
-        CHECK_EQ(boxes[3].caption, LangText(IDS_ERROR_CAPTION));
+    CHECK_EQ(boxes.size(), 5u);
+    if (boxes.size() == 5) {
+        CHECK_EQ(boxes[0].text, LangText(IDS_NO_SELECTION));
+        CHECK_EQ(boxes[2].text, LangText(IDS_CATEGORY_NOT_EMPTY));
+        CHECK_EQ(boxes[4].text, LangText(IDS_ERROR_CAPTION));
+        CHECK_EQ(boxes[4].caption, LangText(IDS_ERROR_CAPTION));
     }
     SetFileAttributesW((lists + L"\\Top.zvl").c_str(), FILE_ATTRIBUTE_NORMAL);
 }
