@@ -6,6 +6,7 @@
 #include "document/DocStrings.h"
 #include "document/ListFile.h"
 #include "document/ListFileIo.h"
+#include "document/ListParse.h"
 #include "document/SafeWrite.h"
 #include "document/ValueText.h"
 
@@ -184,6 +185,13 @@ bool csvTextToDocument(const wchar_t* text, size_t length, int clientWidth, List
     const TextLayout layout = listTextLayout();
     std::vector<std::pair<const wchar_t*, size_t>> cells;
     size_t cellBudget = kMaxImportCells;
+    // Memory stays within what the list reader allows for a file of this
+    // size: a flood of empty rows is refused before its items are made.
+    const size_t budget = listparse::ItemMemoryBudget(length * sizeof(wchar_t));
+    const size_t recordCost = listparse::ItemRecordCost(fieldCount);
+    size_t rows = 0;
+    for (size_t i = 0; i < length; ++i) rows += text[i] == L'\n';
+    if (rows > budget / recordCost) return false;
     while (ParseRow(in, cells)) {
         size_t cost = fieldCount ? size_t(fieldCount) : 1;
         if (doc.items.size() >= kMaxImportRows || cellBudget < cost) {

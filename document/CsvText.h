@@ -62,7 +62,8 @@ bool readCsvFileText(const wchar_t* path, std::wstring& text);
 // type (dates as month-day-year text, choices by their texts, an empty
 // Selection as 11); missing cells are empty (choice 0, Selection 11);
 // cells past the field count are dropped. False (document empty) when the
-// text holds more than kMaxImportRows rows or kMaxImportCells cells.
+// text holds more than kMaxImportRows rows or kMaxImportCells cells, or its
+// rows would take more memory than a list file of its size may.
 bool csvTextToDocument(const wchar_t* text, size_t length, int clientWidth, ListDocument& doc);
 // The list path of an import: categoryPath + "\" + file name without its
 // extension + ".zvl", doubled backslashes collapsed.

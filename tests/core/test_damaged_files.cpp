@@ -167,3 +167,19 @@ TEST_CASE(Damage_TextReadByItsByteOrderMark) {
         CHECK_EQ(text, c.text);
     }
 }
+
+TEST_CASE(Damage_AFloodOfEmptyRowsIsNotImported) {
+    // 70,000 empty rows of 50 fields in 280 KB of text (within the row and
+    // cell caps) would take well over ten times that as items: refused, as a
+    // list file of that size would be.
+    std::wstring flood = L"(Text)A";
+    for (int i = 1; i < 50; ++i) flood += L"\t(Text)A";
+    flood += L"\r\n";
+    for (int i = 0; i < 70000; ++i) flood += L"\r\n";
+    ListDocument doc;
+    CHECK(!csvTextToDocument(flood.data(), flood.size(), 240, doc));
+    CHECK_EQ(doc.itemCount(), 0);
+    std::wstring normal = L"(Text)A\r\nmilk\r\nbread\r\n";
+    CHECK(csvTextToDocument(normal.data(), normal.size(), 240, doc));
+    CHECK_EQ(doc.itemCount(), 2);
+}
