@@ -428,15 +428,17 @@ TEST_CASE(Ui_List_FailedSaveKeepsTheWindowOpen) {
 }
 
 TEST_CASE(Ui_List_ExportWritesTheUtf16File) {
+    // Names in any script: a Greek list with an emoji, exported under a
+    // Japanese name with an accent.
     std::wstring folder = TestFolder();
-    std::wstring path = WriteList(L"Grocery.zvl", Grocery());
+    std::wstring path = WriteList(L"\x039a\x03ae\x03c0\x03bf\x03c2 \xd83d\xde00.zvl", Grocery());
     g_fileSelectLastFolder = folder.c_str();
     ListOpenRequest req;
     ui::Script s;
     s.Step([&](ui::Dlg& d) { d.Command(IDM_EXPORT); });
     s.WaitFor(L"#32770", L"File Select");
     s.Step([&](ui::Dlg& d) {
-        SetWindowTextW(d.Item(kFileSelectNameEdit), L"weekly");
+        SetWindowTextW(d.Item(kFileSelectNameEdit), L"\x9031\x520a caf\x00e9");
         d.Command(IDC_FILE_SELECT_ACCEPT);
     });
     s.WaitFor(L"#32770", L"Zorvel");
@@ -451,7 +453,7 @@ TEST_CASE(Ui_List_ExportWritesTheUtf16File) {
                         L"\r\n" + no + L"\tmilk\t2\t" + no + L"\t" +      //
                         L"\r\n" + yes + L"\tBread\t10\t" + no + L"\t" +   //
                         L"\r\n" + no + L"\tapples\t1.5\t" + yes + L"\t";
-    CHECK_BYTES(ReadFileBytes(folder + L"weekly.CSV"), Bytes().u16(0xFEFF).wchars(body).v);
+    CHECK_BYTES(ReadFileBytes(folder + L"\x9031\x520a caf\x00e9.CSV"), Bytes().u16(0xFEFF).wchars(body).v);
 }
 
 TEST_CASE(Ui_List_OtherVersionIsRefusedWithoutBackup) {

@@ -268,7 +268,7 @@ TEST_CASE(Ui_Main_TreeFollowsTheListsFolder) {
     CHECK(InitInstance(hInstance, SW_SHOW, const_cast<LPWSTR>(L"")));
     if (!MainWindow()) return;
     std::vector<std::wstring> shown = TreeLabels();
-    const std::wstring uber = L"\x00dc" L"ber", zeta = L"\x0396\x03ae\x03c4\x03b1", japanese = L"\x65e5\x672c";
+    const std::wstring uber = L"\x00dc" L"ber", zeta = L"\x0396\x03ae\x03c4\x03b1", japanese = L"\x65e5\x672c \xd83d\xde00";
     CHECK(shown == std::vector<std::wstring>({L"", newCategory, L"Personal", L"  Grocery - weekly", L"Top", uber,
                                               L"  " + zeta, L"Work", L"  a", L"  b", L"  x"}));
 

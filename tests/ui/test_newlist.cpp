@@ -143,22 +143,24 @@ TEST_CASE(Ui_NewList_WritesOpensAndKeepsOnlyASavedList) {
     std::wstring category = ScratchFolder(L"Lists");
     TemplatePathScope path(folder);
     std::wstring doubled = category.substr(0, category.size() - 1) + L"\\\\";  // "...\Lists\\"
+    // A name in any script: accents, Greek, CJK and an emoji.
+    const std::wstring name = L"W\x00e9" L"ek \x03b1 \x9031 \xd83d\xde00";
     for (bool save : {true, false}) {
         NewListRequest req = Request(doubled);
         ui::Script s;
-        ChooseAndName(s, L"Shop", L"Weekly");
+        ChooseAndName(s, L"Shop", name);
         s.WaitFor(L"#32770", L"Zorvel");
         s.Step([&](ui::Dlg& d) {
-            CHECK_BYTES(ReadBytes(category + L"Weekly.zvl"), EmptyListBytes(kShopFields, true));
+            CHECK_BYTES(ReadBytes(category + name + L".zvl"), EmptyListBytes(kShopFields, true));
             if (save) d.SoftKey(ui::Left);
             else d.Back();
         });
         CHECK_EQ(RUN_NEW_LIST(s, req), (INT_PTR)1);
         CHECK_EQ((int)req.created, save ? 1 : 0);
-        CHECK_EQ(std::wstring(req.listName), std::wstring(L"Weekly"));
-        CHECK_EQ(std::wstring(req.listPath), category + L"Weekly.zvl");
-        CHECK_EQ(Exists(category + L"Weekly.zvl"), save);
-        CHECK_EQ(Exists(category + L"Weekly.BAK"), save);
+        CHECK_EQ(std::wstring(req.listName), name);
+        CHECK_EQ(std::wstring(req.listPath), category + name + L".zvl");
+        CHECK_EQ(Exists(category + name + L".zvl"), save);
+        CHECK_EQ(Exists(category + name + L".BAK"), save);
     }
 }
 
