@@ -20,6 +20,7 @@
 #include "LangIds.h"
 #include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
+#include "bench/BenchCommon.h"
 #include "document/ListFile.h"
 #include "listwindow/ListWindow.h"
 #include "listwindow/ListSort.h"
@@ -29,7 +30,6 @@
 namespace {
 
 struct BenchState {
-    LARGE_INTEGER frequency = {};
     LARGE_INTEGER openStart = {};
     double firstPaintMs = -1;
     HWND listView = nullptr;
@@ -61,16 +61,10 @@ double ThreadCpuMs() {
     return double(k.QuadPart + u.QuadPart) / 10000.0;
 }
 
-double MsSince(const LARGE_INTEGER& start) {
-    LARGE_INTEGER now;
-    QueryPerformanceCounter(&now);
-    return double(now.QuadPart - start.QuadPart) * 1000.0 / double(g_bench.frequency.QuadPart);
-}
-
 LRESULT CALLBACK ListViewSpy(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
     LRESULT result = CallWindowProcW(g_bench.listViewProc, hwnd, message, wParam, lParam);
     if (message == WM_PAINT && g_bench.firstPaintMs < 0) {
-        g_bench.firstPaintMs = MsSince(g_bench.openStart);
+        g_bench.firstPaintMs = bench::MsSince(g_bench.openStart);
         g_bench.firstPaintCpu = ThreadCpuMs() - g_bench.openCpuStart;
     }
     return result;
@@ -123,10 +117,10 @@ double TimeCommand(UINT id, UINT code = 0) {
     }
     g_lastCpu = ThreadCpuMs() - cpu;
     if (g_bench.editorClosed.QuadPart) {
-        double after = MsSince(g_bench.editorClosed);
+        double after = bench::MsSince(g_bench.editorClosed);
         if (after < g_bestAfterEditor) g_bestAfterEditor = after;
     }
-    return MsSince(start);
+    return bench::MsSince(start);
 }
 
 void Record(const char* name, double ms, double cpu = -1) {
@@ -158,7 +152,7 @@ void Part(const char* name, Fn fn) {
         LARGE_INTEGER t;
         QueryPerformanceCounter(&t);
         fn();
-        double ms = MsSince(t);
+        double ms = bench::MsSince(t);
         if (ms < best) best = ms;
     }
     Record(name, best, -1);
@@ -226,13 +220,13 @@ void RunSteps() {
 void CALLBACK StepTimer(HWND, UINT, UINT_PTR id, DWORD) {
     if (!g_bench.listWindow) g_bench.listWindow = g_bench.listView ? GetParent(g_bench.listView) : nullptr;
     if (g_bench.showMs) {
-        if (!g_bench.shown && g_bench.firstPaintMs >= 0 && MsSince(g_bench.openStart) > 300) {
+        if (!g_bench.shown && g_bench.firstPaintMs >= 0 && bench::MsSince(g_bench.openStart) > 300) {
             // The user's first moves: Fit Columns, and the focus on a row.
             g_bench.shown = true;
             if (g_bench.showFit) SendMessageW(g_bench.listWindow, WM_COMMAND, IDM_AUTOSIZE_COLUMNS, 0);
             if (g_bench.showRow >= 0) SelectRow(g_bench.showRow);
         }
-        if (g_bench.firstPaintMs >= 0 && MsSince(g_bench.openStart) > g_bench.showMs) {
+        if (g_bench.firstPaintMs >= 0 && bench::MsSince(g_bench.openStart) > g_bench.showMs) {
             g_listWindow.modified = 0;  // close without the question
             KillTimer(nullptr, id);
             PostMessageW(g_bench.listWindow, WM_COMMAND, IDCANCEL, 0);
@@ -246,15 +240,6 @@ void CALLBACK StepTimer(HWND, UINT, UINT_PTR id, DWORD) {
         return;
     }
     RunSteps();
-}
-
-HINSTANCE LoadBesideMe(const wchar_t* name) {
-    wchar_t path[MAX_PATH];
-    DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
-    while (n > 0 && path[n - 1] != L'\\' && path[n - 1] != L'/') --n;
-    path[n] = 0;
-    wcscat(path, name);
-    return LoadLibraryW(path);
 }
 
 // A list of `count` items over the usual field types.
@@ -306,12 +291,10 @@ void WriteSampleList(const wchar_t* path, int count) {
 int wmain(int argc, wchar_t** argv) {
     hInstance = GetModuleHandleW(nullptr);
     InitScreenScale(0);
-    hLangModule = LoadBesideMe(L"LangEng.dll");
-    hImageModule = LoadBesideMe(IsLowDensityScreen() ? L"ZVLowDpiRes.dll" : L"ZVHighDpiRes.dll");
+    bench::LoadResourceModules();
     INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_LISTVIEW_CLASSES | ICC_DATE_CLASSES | ICC_BAR_CLASSES};
     InitCommonControlsEx(&icc);
     g_appSettings.LoadSettings();
-    QueryPerformanceFrequency(&g_bench.frequency);
 
     std::wstring path;
     int items = 10000;

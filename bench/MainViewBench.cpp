@@ -15,6 +15,7 @@
 #include "app/RegistryConfig.h"
 #include "app/Startup.h"
 #include "base/AppGlobals.h"
+#include "bench/BenchCommon.h"
 #include "document/ListFile.h"
 #include "mainview/CategoryTree.h"
 #include "mainview/MainWindow.h"
@@ -24,22 +25,6 @@
 
 namespace {
 
-LARGE_INTEGER g_frequency;
-
-double MsSince(const LARGE_INTEGER& start) {
-    LARGE_INTEGER now;
-    QueryPerformanceCounter(&now);
-    return double(now.QuadPart - start.QuadPart) * 1000.0 / double(g_frequency.QuadPart);
-}
-
-HINSTANCE LoadBesideMe(const wchar_t* name) {
-    wchar_t path[MAX_PATH];
-    DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
-    while (n > 0 && path[n - 1] != L'\\' && path[n - 1] != L'/') --n;
-    path[n] = 0;
-    wcscat(path, name);
-    return LoadLibraryW(path);
-}
 
 // A list of two fields with its own icon.
 void WriteList(const std::wstring& path, int seed) {
@@ -92,7 +77,7 @@ double TimeStart(HWND& window) {
     ShowWindow(window, SW_SHOW);
     UpdateWindow(window);
     RedrawWindow(g_mainView.tree, nullptr, nullptr, RDW_UPDATENOW);
-    return MsSince(start);
+    return bench::MsSince(start);
 }
 
 template <typename Action>
@@ -102,7 +87,7 @@ double TimeAction(Action action) {
     action();
     UpdateWindow(g_mainView.tree);
     Pump();
-    return MsSince(start);
+    return bench::MsSince(start);
 }
 
 void Report(const char* what, std::vector<double> runs) {
@@ -116,11 +101,9 @@ void Report(const char* what, std::vector<double> runs) {
 int wmain(int argc, wchar_t** argv) {
     hInstance = GetModuleHandleW(nullptr);
     InitScreenScale(0);
-    hLangModule = LoadBesideMe(L"LangEng.dll");
-    hImageModule = LoadBesideMe(IsLowDensityScreen() ? L"ZVLowDpiRes.dll" : L"ZVHighDpiRes.dll");
+    bench::LoadResourceModules();
     INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_TREEVIEW_CLASSES | ICC_BAR_CLASSES};
     InitCommonControlsEx(&icc);
-    QueryPerformanceFrequency(&g_frequency);
     RegisterMainWindowClass(hInstance, MainWndProc, LoadIconW(hInstance, MAKEINTRESOURCEW(IDI_MAIN_WINDOW)),
                             kMainWindowClass);
 
@@ -153,8 +136,7 @@ int wmain(int argc, wchar_t** argv) {
         // The main window frees the modules as it goes.
         DestroyWindow(window);
         Pump();
-        hLangModule = LoadBesideMe(L"LangEng.dll");
-        hImageModule = LoadBesideMe(IsLowDensityScreen() ? L"ZVLowDpiRes.dll" : L"ZVHighDpiRes.dll");
+        bench::LoadResourceModules();
     }
     Report("start to first painted tree", starts);
     Report("scroll a page", scrolls);

@@ -20,6 +20,7 @@
 
 #include "app/RegistryConfig.h"
 #include "base/AppGlobals.h"
+#include "bench/BenchCommon.h"
 #include "document/ListFile.h"
 #include "platform/ScreenScale.h"
 #include "settings/AppSettings.h"
@@ -28,7 +29,6 @@
 namespace {
 
 struct BenchState {
-    LARGE_INTEGER frequency = {};
     LARGE_INTEGER openStart = {};
     double paintedMs = -1;
     HWND listView = nullptr;
@@ -38,18 +38,12 @@ struct BenchState {
 };
 BenchState g_bench;
 
-double MsSince(const LARGE_INTEGER& start) {
-    LARGE_INTEGER now;
-    QueryPerformanceCounter(&now);
-    return double(now.QuadPart - start.QuadPart) * 1000.0 / double(g_bench.frequency.QuadPart);
-}
-
 // The template list's first paint ends the measurement: the dialog around
 // it painted first (its heading), the rows with their icons are drawn here.
 LRESULT CALLBACK ListViewSpy(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
     LRESULT result = CallWindowProcW(g_bench.listViewProc, hwnd, message, wParam, lParam);
     if (message == WM_PAINT && g_bench.paintedMs < 0) {
-        g_bench.paintedMs = MsSince(g_bench.openStart);
+        g_bench.paintedMs = bench::MsSince(g_bench.openStart);
         if (!g_bench.showMs) PostMessageW(GetParent(hwnd), WM_COMMAND, IDCANCEL, 0);
     }
     return result;
@@ -73,15 +67,6 @@ void CALLBACK CloseShownDialog(HWND, UINT, UINT_PTR id, DWORD) {
     HWND front = GetForegroundWindow();
     PostMessageW(front, WM_COMMAND, IDCANCEL, 0);
     PostMessageW(front, WM_COMMAND, 40076, 0);  // the field editor's Cancel
-}
-
-HINSTANCE LoadBesideMe(const wchar_t* name) {
-    wchar_t path[MAX_PATH];
-    DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
-    while (n > 0 && path[n - 1] != L'\\' && path[n - 1] != L'/') --n;
-    path[n] = 0;
-    wcscat(path, name);
-    return LoadLibraryW(path);
 }
 
 // `count` templates of three fields, each with its own 32 x 32 icon.
@@ -147,12 +132,10 @@ int Show(const std::wstring& kind, const std::wstring& folder) {
 int wmain(int argc, wchar_t** argv) {
     hInstance = GetModuleHandleW(nullptr);
     InitScreenScale(0);
-    hLangModule = LoadBesideMe(L"LangEng.dll");
-    hImageModule = LoadBesideMe(IsLowDensityScreen() ? L"ZVLowDpiRes.dll" : L"ZVHighDpiRes.dll");
+    bench::LoadResourceModules();
     INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_LISTVIEW_CLASSES | ICC_UPDOWN_CLASS | ICC_BAR_CLASSES};
     InitCommonControlsEx(&icc);
     g_appSettings.LoadSettings();
-    QueryPerformanceFrequency(&g_bench.frequency);
     g_bench.cbtHook = SetWindowsHookExW(WH_CBT, CbtHook, nullptr, GetCurrentThreadId());
 
     // The bench points TemplatePath at its own folder and puts the old value back.

@@ -367,13 +367,13 @@ int FileSelectDialog::Run(wchar_t* outPath, int outChars, HWND owner) {
     currentFolder = StartingFolder(currentFolder);
     result = L"";
 
-    PhoneDialogSpec spec;
-    spec.menuModule = module;
-    spec.menuId = menuBarId;  // Back goes up one folder instead of closing the dialog
-    spec.initFlags = SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
+    PhoneDialogSetup setup;
+    setup.menuModule = module;
+    setup.menuId = menuBarId;  // Back goes up one folder instead of closing the dialog
+    setup.initFlags = SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
     FileSelectDialog* outer = g_fileSelect;
     g_fileSelect = this;
-    INT_PTR ended = RunPhoneDialog(owner, spec, FileSelectDlgProc, (LPARAM)this);
+    INT_PTR ended = RunPhoneDialog(owner, setup, FileSelectDlgProc, (LPARAM)this);
     g_fileSelect = outer;
     dialog = nullptr;
     if (ended != 1) return 0;

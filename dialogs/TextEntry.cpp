@@ -108,9 +108,9 @@ INT_PTR CALLBACK TextEntryDlgProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lPa
 
 int RunTextEntryDialog(HWND owner, TextEntryRequest& request) {
     if (!request.module) request.module = hInstance;
-    PhoneDialogSpec spec;
-    spec.menuModule = hLangModule;
-    spec.menuId = IDM_OK_CANCEL_MENUBAR;  // Back reaches WM_HOTKEY and erases in the edit box
-    INT_PTR ended = RunPhoneDialog(owner, spec, TextEntryDlgProc, (LPARAM)&request);
+    PhoneDialogSetup setup;
+    setup.menuModule = hLangModule;
+    setup.menuId = IDM_OK_CANCEL_MENUBAR;  // Back reaches WM_HOTKEY and erases in the edit box
+    INT_PTR ended = RunPhoneDialog(owner, setup, TextEntryDlgProc, (LPARAM)&request);
     return ended == TRUE ? 1 : 0;
 }

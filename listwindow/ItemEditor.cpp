@@ -219,19 +219,6 @@ void CreateRows(HWND dlg) {
 // Set-up
 // ---------------------------------------------------------------------------
 
-HFONT CreateEditorFont() {
-    LOGFONTW lf = {};
-    lf.lfHeight = -ScaleY(12);
-    lf.lfWeight = FW_NORMAL;
-    lf.lfCharSet = DEFAULT_CHARSET;
-    lf.lfQuality = DEFAULT_QUALITY;
-    lf.lfPitchAndFamily = VARIABLE_PITCH | FF_SWISS;
-    const wchar_t* face = g_appSettings.FontFace.value.c_str();
-    if (!face || !*face) face = L"Tahoma";
-    lstrcpynW(lf.lfFaceName, face, LF_FACESIZE);
-    return CreateFontIndirectW(&lf);
-}
-
 void SetUpColours() {
     g_itemEditor.background.Reset(CreateSolidBrush(ListBackColor()));
     g_itemEditor.textColor = ListTextColor();
@@ -285,7 +272,7 @@ void OnDone(HWND dlg) {
 INT_PTR OnInitDialog(HWND dlg) {
     SetUpShell(dlg);
     SetUpColours();
-    g_itemEditor.font.Reset(CreateEditorFont());
+    g_itemEditor.font.Reset(CreateFormFont(FW_NORMAL));
     SetUpScrolling(dlg);
     CreateRows(dlg);
     if (RowCount() > 0) {
@@ -416,10 +403,10 @@ int RunItemEditor(HWND owner, ItemEditRequest& request) {
                                item.values.begin() + std::min<size_t>(item.values.size(), request.fieldCount));
     g_itemEditor.values.resize(request.fieldCount);
 
-    PhoneDialogSpec spec;
-    spec.menuModule = hLangModule;
-    spec.menuId = IDM_ITEM_EDIT_MENUBAR;  // Back erases in the edit boxes instead of closing
-    INT_PTR result = RunPhoneDialog(owner, spec, ItemEditorProc, 0);
+    PhoneDialogSetup setup;
+    setup.menuModule = hLangModule;
+    setup.menuId = IDM_ITEM_EDIT_MENUBAR;  // Back erases in the edit boxes instead of closing
+    INT_PTR result = RunPhoneDialog(owner, setup, ItemEditorProc, 0);
     if (result == 1) {
         if ((int)item.values.size() < request.fieldCount) item.values.resize(request.fieldCount);
         std::move(g_itemEditor.values.begin(), g_itemEditor.values.end(), item.values.begin());

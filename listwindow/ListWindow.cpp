@@ -467,9 +467,9 @@ ListItem* SelectedItem() {
 }
 
 INT_PTR RunListWindow(HWND owner, ListOpenRequest& request) {
-    PhoneDialogSpec spec;
-    spec.menuModule = hLangModule;
-    spec.menuId = IDM_LIST_WINDOW_MENUBAR;
-    spec.overrideBack = false;  // Back leaves the list (IDCANCEL)
-    return RunPhoneDialog(owner, spec, ListWindowProc, (LPARAM)&request);
+    PhoneDialogSetup setup;
+    setup.menuModule = hLangModule;
+    setup.menuId = IDM_LIST_WINDOW_MENUBAR;
+    setup.overrideBack = false;  // Back leaves the list (IDCANCEL)
+    return RunPhoneDialog(owner, setup, ListWindowProc, (LPARAM)&request);
 }

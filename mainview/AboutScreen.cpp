@@ -127,9 +127,9 @@ INT_PTR CALLBACK AboutScreenProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM) {
 }  // namespace
 
 void RunAboutScreen(HWND owner) {
-    PhoneDialogSpec spec;
-    spec.menuModule = hLangModule;
-    spec.menuId = IDM_ABOUT_MENUBAR;
-    spec.overrideBack = false;  // Back closes the screen
-    RunPhoneDialog(owner, spec, AboutScreenProc, 0);
+    PhoneDialogSetup setup;
+    setup.menuModule = hLangModule;
+    setup.menuId = IDM_ABOUT_MENUBAR;
+    setup.overrideBack = false;  // Back closes the screen
+    RunPhoneDialog(owner, setup, AboutScreenProc, 0);
 }

@@ -148,8 +148,8 @@ LRESULT OnItemPostPaint(NMTVCUSTOMDRAW* draw) {
     } else {
         const PlanarImage* icon = &node->icon;
         if (!icon->IsDrawable()) {
-            g_defaultListImage.Release();
-            LoadTgaResource(g_defaultListImage, hImageModule, IDT_DEFAULT_LIST);
+            // Decoded once, when the first list without an icon is painted.
+            if (!g_defaultListImage.IsDrawable()) LoadTgaResource(g_defaultListImage, hImageModule, IDT_DEFAULT_LIST);
             icon = &g_defaultListImage;
         }
         int x = ScaleX(18) * node->level + item.left + ScaleX(19) - scroll;

@@ -85,5 +85,3 @@ LRESULT OnEndLabelEdit(HWND mainWindow, const NMTVDISPINFOW* info);
 // ---- MainCommands.cpp ------------------------------------------------------
 // The commands of the main menu bar and the tree's context menu.
 void OnMainCommand(HWND mainWindow, UINT id, UINT code, HWND control);
-// Whether a command of menu 140 or 149 can be used now.
-bool IsMainCommandAvailable(UINT id);

@@ -109,7 +109,7 @@ void NewCategory(HWND mainWindow) {
     SendMessageW(v.tree, TVM_EDITLABELW, 0, (LPARAM)item);
 }
 
-void DeleteCategory(HWND mainWindow, HTREEITEM item, const TreeNode& node) {
+void DeleteCategory(HWND mainWindow, const TreeNode& node) {
     if (ResMessageBox(mainWindow, IDS_DELETE_CATEGORY_TEXT, IDS_DELETE_CAPTION, MB_OKCANCEL | MB_ICONINFORMATION) != IDOK)
         return;
     // The Root item stands for the lists folder itself.
@@ -125,12 +125,9 @@ void DeleteCategory(HWND mainWindow, HTREEITEM item, const TreeNode& node) {
         }
     }
     folder.pop_back();
-    if (!RemoveDirectoryW(folder.c_str())) {
+    // Either way the tree is filled again: the lists already deleted stay deleted.
+    if (!RemoveDirectoryW(folder.c_str()))
         ResMessageBox(mainWindow, IDS_CATEGORY_NOT_EMPTY, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION);
-        FillTree();
-        return;
-    }
-    if (node.level >= 0) SendMessageW(V().tree, TVM_DELETEITEM, 0, (LPARAM)item);
     FillTree();
 }
 
@@ -150,7 +147,7 @@ void DeleteSelected(HWND mainWindow) {
     TreeNode* node = NodeOf(item);
     if (!node) return;
     if (node->isFolder)
-        DeleteCategory(mainWindow, item, *node);
+        DeleteCategory(mainWindow, *node);
     else
         DeleteList(mainWindow, item, *node);
 }
@@ -162,7 +159,6 @@ void ChooseListsFolder(HWND mainWindow) {
     request.title = ResText(IDS_LISTS_FOLDER_TITLE).c_str();
     request.folder = v.listsFolder;
     if (!RunFileSelectDialog(mainWindow, request)) return;
-    SendMessageW(v.tree, TVM_DELETEITEM, 0, (LPARAM)TVI_ROOT);
     lstrcpynW(v.listsFolder, request.path, MAX_PATH - 1);
     EnsureTrailingBackslash(v.listsFolder);
     RotateListsPaths(v.listsFolder);
@@ -186,13 +182,10 @@ void ImportIntoCategory(HWND mainWindow) {
 
 }  // namespace
 
-bool IsMainCommandAvailable(UINT) { return true; }
-
 void OnMainCommand(HWND mainWindow, UINT id, UINT code, HWND control) {
     MainViewState& v = V();
     // The tree passes on its label edit's notifications (EN_CHANGE...).
     if (control && control == v.editControl) return;
-    if (!IsMainCommandAvailable(id)) return;
     // While a label is being edited a soft key accepts the edit once the
     // user has typed, and is otherwise ignored: nothing else may happen to
     // the item under the edit.

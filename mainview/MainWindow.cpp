@@ -57,15 +57,6 @@ LRESULT OnDestroy() {
     return 0;
 }
 
-LRESULT OnInitMenuPopup(HMENU menu) {
-    for (int i = 0, n = GetMenuItemCount(menu); i < n; ++i) {
-        UINT id = GetMenuItemID(menu, i);
-        if (id == (UINT)-1 || id == 0) continue;  // a sub-menu or a separator
-        EnableMenuItem(menu, i, MF_BYPOSITION | (IsMainCommandAvailable(id) ? MF_ENABLED : MF_GRAYED));
-    }
-    return 0;
-}
-
 LRESULT OnHotKey(WPARAM wParam, LPARAM lParam) {
     if (HIWORD(lParam) == VK_ESCAPE) SHSendBackToFocusWindow(WM_HOTKEY, wParam, lParam);
     return 0;
@@ -83,7 +74,6 @@ LRESULT CALLBACK MainWndProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) 
     case WM_NOTIFY: return OnTreeNotify(hwnd, (NMHDR*)lParam);
     case WM_CONTEXTMENU: OnTreeContextMenu(hwnd, (short)LOWORD(lParam), (short)HIWORD(lParam)); return 0;
     case WM_COMMAND: OnMainCommand(hwnd, LOWORD(wParam), HIWORD(wParam), (HWND)lParam); return 0;
-    case WM_INITMENUPOPUP: return OnInitMenuPopup((HMENU)wParam);
     case WM_TIMER: OnTreeTimer(hwnd, wParam); return 0;
     case WM_HOTKEY: return OnHotKey(wParam, lParam);
     }

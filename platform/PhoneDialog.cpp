@@ -9,7 +9,7 @@ namespace {
 // What the shell keeps for one running dialog; dialogs nest (list window,
 // item editor, text prompt), so it hangs on the dialog window itself.
 struct PhoneDialog {
-    PhoneDialogSpec spec;
+    PhoneDialogSetup setup;
     DLGPROC proc;
     LPARAM param;
     HWND menuBar;
@@ -44,11 +44,11 @@ void InitShell(HWND hwnd, PhoneDialog& dialog) {
     SHINITDLGINFO init = {};
     init.dwMask = SHIDIM_FLAGS;
     init.hDlg = hwnd;
-    init.dwFlags = dialog.spec.initFlags;
+    init.dwFlags = dialog.setup.initFlags;
     SHInitDialog(&init);
-    if (dialog.spec.menuId) {
-        dialog.menuBar = CreateMenuBarFromMenu(hwnd, dialog.spec.menuModule, dialog.spec.menuId);
-        if (dialog.spec.overrideBack) OverrideBackKey(dialog.menuBar);
+    if (dialog.setup.menuId) {
+        dialog.menuBar = CreateMenuBarFromMenu(hwnd, dialog.setup.menuModule, dialog.setup.menuId);
+        if (dialog.setup.overrideBack) OverrideBackKey(dialog.menuBar);
     }
 }
 
@@ -87,11 +87,11 @@ const DLGTEMPLATE* FullScreenTemplate() {
 
 }  // namespace
 
-INT_PTR RunPhoneDialog(HWND owner, const PhoneDialogSpec& spec, DLGPROC proc, LPARAM param) {
-    const DLGTEMPLATE* dialogTemplate = spec.dialogTemplate ? spec.dialogTemplate : FullScreenTemplate();
+INT_PTR RunPhoneDialog(HWND owner, const PhoneDialogSetup& setup, DLGPROC proc, LPARAM param) {
+    const DLGTEMPLATE* dialogTemplate = setup.dialogTemplate ? setup.dialogTemplate : FullScreenTemplate();
     if (!dialogTemplate || !proc) return -1;
     PhoneDialog dialog = {};
-    dialog.spec = spec;
+    dialog.setup = setup;
     dialog.proc = proc;
     dialog.param = param;
     dialog.activation.cbSize = sizeof dialog.activation;

@@ -8,7 +8,7 @@
 
 #include "platform/aygshell.h"
 
-struct PhoneDialogSpec {
+struct PhoneDialogSetup {
     HINSTANCE menuModule = nullptr;  // module holding the soft-key menu
     UINT menuId = 0;                 // its id; 0: no soft-key bar
     // Back reaches the dialog as WM_HOTKEY (to erase in an edit box, step
@@ -24,7 +24,7 @@ struct PhoneDialogSpec {
 // EndDialog was given, or -1 when the dialog could not be made. The dialog
 // procedure need not handle WM_ACTIVATE or WM_SETTINGCHANGE; the bar is
 // destroyed with the dialog.
-INT_PTR RunPhoneDialog(HWND owner, const PhoneDialogSpec& spec, DLGPROC proc, LPARAM param);
+INT_PTR RunPhoneDialog(HWND owner, const PhoneDialogSetup& setup, DLGPROC proc, LPARAM param);
 
 // The soft-key bar of a dialog run by RunPhoneDialog (NULL when it has none).
 HWND PhoneDialogMenuBar(HWND dialog);

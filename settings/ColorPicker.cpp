@@ -511,12 +511,12 @@ CColorPicker::CColorPicker(HINSTANCE resourceModule, HINSTANCE programModule, BO
 
 int CColorPicker::Run(HWND owner) {
     g_colorPicker = {};
-    PhoneDialogSpec spec;
-    spec.menuModule = resourceModule;
-    spec.menuId = menuBarId;
-    spec.overrideBack = false;  // Back cancels
-    spec.initFlags = SHIDIF_SIZEDLGFULLSCREEN;
-    INT_PTR result = RunPhoneDialog(owner, spec, ColorPickerProc, (LPARAM)this);
+    PhoneDialogSetup setup;
+    setup.menuModule = resourceModule;
+    setup.menuId = menuBarId;
+    setup.overrideBack = false;  // Back cancels
+    setup.initFlags = SHIDIF_SIZEDLGFULLSCREEN;
+    INT_PTR result = RunPhoneDialog(owner, setup, ColorPickerProc, (LPARAM)this);
     bool started = g_colorPicker.started;
     g_colorPicker = {};
     return started ? (int)result : ColorPickerCancelled;

@@ -269,11 +269,11 @@ bool Run(HWND owner, HINSTANCE resourceModule, INT_PTR callerValue1, INT_PTR cal
     g_iconPicker.callerImage = &image;
     if (!image.IsEmpty() && !g_iconPicker.current.CopyFrom(image)) return false;
 
-    PhoneDialogSpec spec;
-    spec.menuModule = resourceModule;
-    spec.menuId = IDM_OK_CANCEL_MENUBAR;
-    spec.overrideBack = false;  // Back cancels
-    INT_PTR result = RunPhoneDialog(owner, spec, IconPickerProc, 0);
+    PhoneDialogSetup setup;
+    setup.menuModule = resourceModule;
+    setup.menuId = IDM_OK_CANCEL_MENUBAR;
+    setup.overrideBack = false;  // Back cancels
+    INT_PTR result = RunPhoneDialog(owner, setup, IconPickerProc, 0);
     bool confirmed = result == 1;
     if (confirmed) {
         image.Release();

@@ -30,5 +30,16 @@ HFONT CreateListFont(LONG weight) {
     return CreateFontIndirectW(&font);
 }
 
+HFONT CreateFormFont(LONG weight) {
+    LOGFONTW font = {};
+    font.lfHeight = -ScaleY(12);
+    font.lfWeight = weight;
+    font.lfCharSet = DEFAULT_CHARSET;
+    font.lfPitchAndFamily = VARIABLE_PITCH | FF_SWISS;
+    const wchar_t* face = g_appSettings.FontFace.value.c_str();
+    lstrcpynW(font.lfFaceName, face && face[0] ? face : L"Tahoma", LF_FACESIZE);
+    return CreateFontIndirectW(&font);
+}
+
 COLORREF ListBackColor() { return SettingOr(g_appSettings.ListViewBack, COLOR_WINDOW); }
 COLORREF ListTextColor() { return SettingOr(g_appSettings.ListViewText, COLOR_WINDOWTEXT); }

@@ -8,6 +8,10 @@
 LOGFONTW ListLogFont(LONG weight);
 HFONT CreateListFont(LONG weight);
 
+// The forms' font (item editor, field editor, template lists): the face
+// setting (Tahoma when unset) at 12 phone pixels, at `weight`.
+HFONT CreateFormFont(LONG weight);
+
 // The rows' background and text: the settings, or the system colours.
 COLORREF ListBackColor();
 COLORREF ListTextColor();

@@ -212,12 +212,12 @@ bool RunSettingsDialog(HINSTANCE resourceModule, HINSTANCE stringModule, HINSTAN
     g_settingsDialog.resourceModule = resourceModule;
     g_settingsDialog.stringModule = stringModule;
     g_settingsDialog.pageModule = pageModule;
-    PhoneDialogSpec spec;
-    spec.menuModule = stringModule;
-    spec.menuId = IDM_SETTINGS_MENUBAR;
-    spec.overrideBack = false;  // Back asks whether to throw the changes away
-    spec.dialogTemplate = &kSettingsTemplate.dialog;
-    INT_PTR ended = RunPhoneDialog(nullptr, spec, SettingsDialogProc, 0);
+    PhoneDialogSetup setup;
+    setup.menuModule = stringModule;
+    setup.menuId = IDM_SETTINGS_MENUBAR;
+    setup.overrideBack = false;  // Back asks whether to throw the changes away
+    setup.dialogTemplate = &kSettingsTemplate.dialog;
+    INT_PTR ended = RunPhoneDialog(nullptr, setup, SettingsDialogProc, 0);
     g_settingsDialog = SettingsDialogState();
     return ended > 0;
 }

@@ -76,11 +76,11 @@ INT_PTR CSettingsWindow::Run(HWND owner, const wchar_t*, UINT pageTitleId, HINST
     boldFont = bold;
     menuSelector = selector;
     titleId = pageTitleId;
-    PhoneDialogSpec spec;
-    spec.menuModule = resourceModule;
-    spec.menuId = GetTabCount() == 1 ? IDM_PROGRAM_PAGE_ONE_TAB : IDM_PROGRAM_PAGE_TABS;
-    spec.overrideBack = false;  // Back leaves the page as IDCANCEL
-    return RunPhoneDialog(owner, spec, PageProc, (LPARAM)this);
+    PhoneDialogSetup setup;
+    setup.menuModule = resourceModule;
+    setup.menuId = GetTabCount() == 1 ? IDM_PROGRAM_PAGE_ONE_TAB : IDM_PROGRAM_PAGE_TABS;
+    setup.overrideBack = false;  // Back leaves the page as IDCANCEL
+    return RunPhoneDialog(owner, setup, PageProc, (LPARAM)this);
 }
 
 const wchar_t* CSettingsWindow::Text(UINT id) {

@@ -15,6 +15,7 @@
 #include "platform/PhoneDialog.h"
 #include "platform/ScreenScale.h"
 #include "settings/AppSettings.h"
+#include "settings/ListLook.h"
 
 // The phone's up-down style that offers a full-screen editor for its buddy;
 // the desktop control ignores the bit.
@@ -213,19 +214,9 @@ void CreateSpinner(HWND dlg, int id, int x, int y, int width, int height) {
     SetWindowSubclass(list, ControlKeyProc, (UINT_PTR)id, 0);
 }
 
-HFONT CreateDialogFont() {
-    LOGFONTW lf = {};
-    lf.lfHeight = -ScaleY(12);
-    lf.lfWeight = FW_NORMAL;
-    lf.lfCharSet = DEFAULT_CHARSET;
-    const wchar_t* face = g_appSettings.FontFace.value.c_str();
-    lstrcpynW(lf.lfFaceName, face && face[0] ? face : L"Tahoma", LF_FACESIZE);
-    return CreateFontIndirectW(&lf);
-}
-
 BOOL OnInitDialog(HWND dlg, FieldDef* field) {
     g_fieldEdit.field = field;
-    g_fieldEdit.font.Reset(CreateDialogFont());
+    g_fieldEdit.font.Reset(CreateFormFont(FW_NORMAL));
     INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_UPDOWN_CLASS};
     InitCommonControlsEx(&icc);
     SetWindowTextW(dlg, kTitle);
@@ -388,10 +379,10 @@ INT_PTR CALLBACK FieldEditProc(HWND dlg, UINT msg, WPARAM wParam, LPARAM lParam)
 
 int editField(HWND owner, FieldDef& field) {
     g_fieldEdit = FieldEditState();
-    PhoneDialogSpec spec;
-    spec.menuModule = hLangModule;
-    spec.menuId = IDM_OK_CANCEL_MENUBAR;  // Back erases in the boxes instead of closing
-    INT_PTR result = RunPhoneDialog(owner, spec, FieldEditProc, (LPARAM)&field);
+    PhoneDialogSetup setup;
+    setup.menuModule = hLangModule;
+    setup.menuId = IDM_OK_CANCEL_MENUBAR;  // Back erases in the boxes instead of closing
+    INT_PTR result = RunPhoneDialog(owner, setup, FieldEditProc, (LPARAM)&field);
     g_fieldEdit = FieldEditState();
     return result == 1 ? 1 : 0;
 }

@@ -232,11 +232,11 @@ INT_PTR RunNewListDialog(HWND owner, NewListRequest& request) {
     S().newTemplate = false;
     S().newTemplateName.clear();
     request.created = 0;
-    PhoneDialogSpec spec;
-    spec.menuModule = S().module;
-    spec.menuId = IDM_NEW_LIST_MENUBAR;
-    spec.overrideBack = false;  // Back cancels (IDCANCEL)
-    RunPhoneDialog(owner, spec, NewListProc, 0);
+    PhoneDialogSetup setup;
+    setup.menuModule = S().module;
+    setup.menuId = IDM_NEW_LIST_MENUBAR;
+    setup.overrideBack = false;  // Back cancels (IDCANCEL)
+    RunPhoneDialog(owner, setup, NewListProc, 0);
     S().request = nullptr;
     return 1;
 }

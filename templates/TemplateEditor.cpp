@@ -285,11 +285,11 @@ INT_PTR RunTemplateEditor(HWND owner, TemplateEditRequest& request) {
         if (!ReadTemplate(owner, request.path)) return 0;
         lstrcpynW(request.name, TitleOfPath(request.path).c_str(), kTemplateNameChars + 1);
     }
-    PhoneDialogSpec spec;
-    spec.menuModule = request.module ? request.module : hLangModule;
-    spec.menuId = IDM_TEMPLATE_EDITOR_MENUBAR;
-    spec.overrideBack = false;  // Back closes without saving (IDCANCEL)
-    INT_PTR result = RunPhoneDialog(owner, spec, TemplateEditorProc, 0);
+    PhoneDialogSetup setup;
+    setup.menuModule = request.module ? request.module : hLangModule;
+    setup.menuId = IDM_TEMPLATE_EDITOR_MENUBAR;
+    setup.overrideBack = false;  // Back closes without saving (IDCANCEL)
+    INT_PTR result = RunPhoneDialog(owner, setup, TemplateEditorProc, 0);
     S().icon.Release();
     S().list = nullptr;
     S().font.Reset();

@@ -13,22 +13,13 @@
 #include "platform/ScreenScale.h"
 #include "program/ProgramIds.h"
 #include "settings/AppSettings.h"
+#include "settings/ListLook.h"
 #include "templates/Templates.h"
 
 namespace {
 
 const wchar_t kColumnTitle[] = L"Template";
 const int kRowTextChars = 256;
-
-HFONT CreateBoldDialogFont() {
-    LOGFONTW lf = {};
-    lf.lfHeight = -ScaleY(12);
-    lf.lfWeight = FW_BOLD;
-    lf.lfCharSet = DEFAULT_CHARSET;
-    const wchar_t* face = g_appSettings.FontFace.value.c_str();
-    lstrcpynW(lf.lfFaceName, face && face[0] ? face : L"Tahoma", LF_FACESIZE);
-    return CreateFontIndirectW(&lf);
-}
 
 void InsertColumn(HWND view, int index, int width) {
     LVCOLUMNW column = {};
@@ -72,7 +63,7 @@ DocMessage TemplateError(UINT textId) {
 
 void TemplateList::Create(HWND dialog, const TemplateListLook& listLook, int x, int y, int w, int h) {
     look = listLook;
-    font.Reset(CreateBoldDialogFont());
+    font.Reset(CreateFormFont(FW_BOLD));
     LoadTgaResource(defaultIcon, hInstance, IDT_PROGRAM_DEFAULT_LIST);
     view = CreateWindowExW(0, WC_LISTVIEWW, L"",
                            WS_CHILD | WS_VISIBLE | WS_BORDER | WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL |

@@ -190,11 +190,11 @@ INT_PTR CALLBACK TemplatesManagerProc(HWND dlg, UINT msg, WPARAM wParam, LPARAM 
 INT_PTR RunTemplatesManager(HWND owner, TemplatesManagerRequest& request) {
     S().request = &request;
     S().module = request.module ? request.module : hLangModule;
-    PhoneDialogSpec spec;
-    spec.menuModule = S().module;
-    spec.menuId = IDM_TEMPLATES_MANAGER_MENUBAR;
-    spec.overrideBack = false;  // Back ends the manager (IDCANCEL)
-    RunPhoneDialog(owner, spec, TemplatesManagerProc, 0);
+    PhoneDialogSetup setup;
+    setup.menuModule = S().module;
+    setup.menuId = IDM_TEMPLATES_MANAGER_MENUBAR;
+    setup.overrideBack = false;  // Back ends the manager (IDCANCEL)
+    RunPhoneDialog(owner, setup, TemplatesManagerProc, 0);
     S().request = nullptr;
     return 1;
 }

@@ -7,10 +7,39 @@
 #include <string>
 #include <vector>
 
+#include "base/AppGlobals.h"
 #include "platform/ScreenScale.h"
 #include "tests/framework/ZvTest.h"
 
 namespace uitest {
+
+// The folder the test program runs from, with its trailing "\".
+inline std::wstring BinFolder() {
+    wchar_t path[MAX_PATH];
+    DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
+    while (n > 0 && path[n - 1] != L'\\') --n;
+    return std::wstring(path, n);
+}
+
+// A fresh installation as the installer leaves it: the modules in `install`,
+// an empty Templates folder, the lists folder, and the four registry values
+// (the program's key emptied first).
+inline void Install(const std::wstring& install, const std::wstring& lists, const wchar_t* languageModule) {
+    CreateDirectoryW(install.c_str(), nullptr);
+    CreateDirectoryW((install + L"\\Templates").c_str(), nullptr);
+    CreateDirectoryW(lists.c_str(), nullptr);
+    for (const wchar_t* name : {L"LangEng.dll", L"ZVLowDpiRes.dll", L"ZVHighDpiRes.dll"})
+        CopyFileW((BinFolder() + name).c_str(), (install + L"\\" + name).c_str(), FALSE);
+    RegDeleteTreeW(HKEY_CURRENT_USER, kProgramKey);
+    auto set = [](const wchar_t* name, const std::wstring& text) {
+        RegSetKeyValueW(HKEY_CURRENT_USER, kProgramKey, name, REG_SZ, text.c_str(),
+                        DWORD((text.size() + 1) * sizeof(wchar_t)));
+    };
+    set(L"InstallPath", install);
+    set(L"ListsPath", lists);
+    set(L"TemplatePath", install + L"\\Templates");
+    set(L"SelectedLangResFile", install + L"\\" + languageModule);
+}
 
 // A screen density for the life of a test; the old one comes back after.
 class DensityScope {

@@ -19,8 +19,8 @@ namespace {
 
 constexpr int kList = kListViewControlId;
 
-ListSpec Shopping() {
-    ListSpec content;
+ListContent Shopping() {
+    ListContent content;
     content.fields = {Field(L"Done", 6, 30), Field(L"Item", 3, 90)};
     content.items = {{{Choice(0), Txt(L"milk")}}, {{Choice(1), Txt(L"bread")}}, {{Choice(0), Txt(L"apples")}}};
     return content;

@@ -23,8 +23,8 @@ namespace {
 
 constexpr int kList = kListViewControlId;
 
-ListSpec Shopping() {
-    ListSpec content;
+ListContent Shopping() {
+    ListContent content;
     content.fields = {Field(L"Done", 6, 30), Field(L"Item", 3, 90), Field(L"Qty", 5, 40)};
     content.items = {
         {{Choice(0), Txt(L"milk"), Txt(L"2")}},
@@ -34,7 +34,7 @@ ListSpec Shopping() {
     return content;
 }
 
-std::wstring WriteList(const ListSpec& content) {
+std::wstring WriteList(const ListContent& content) {
     std::wstring path = TestFolder() + L"First use.zvl";
     WriteFileBytes(path, ListBytes(content));
     return path;
@@ -106,7 +106,7 @@ TEST_CASE(Ui_FirstUse_RowsHoldTheirCheckBoxes) {
 
 // Add, Edit, a sort and Check all keep the item worked on selected.
 TEST_CASE(Ui_FirstUse_TheItemWorkedOnStaysSelected) {
-    ListSpec content = Shopping();
+    ListContent content = Shopping();
     content.sortColumn = 1;
     content.sortFlag = 1;
     content.items = {content.items[2], content.items[1], content.items[0]};  // apples, Bread, milk
@@ -156,8 +156,8 @@ TEST_CASE(Ui_FirstUse_TheItemWorkedOnStaysSelected) {
 // Right scrolls a list wider than the screen, Left scrolls back; a list that
 // fits does not move.
 TEST_CASE(Ui_FirstUse_LeftAndRightScrollAWideList) {
-    ListSpec content = Shopping();
-    for (FieldSpec& field : content.fields) field.width = 200;
+    ListContent content = Shopping();
+    for (FieldContent& field : content.fields) field.width = 200;
     std::wstring path = WriteList(content);
     ListOpenRequest req;
     ui::Script s;

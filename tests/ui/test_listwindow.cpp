@@ -27,8 +27,8 @@ using Texts = std::vector<std::wstring>;
 
 // A shopping check list: Done (check), Item (text), Qty (number),
 // Got (a second check column).
-ListSpec Grocery() {
-    ListSpec content;
+ListContent Grocery() {
+    ListContent content;
     content.fields = {Field(L"Done", 6, 30), Field(L"Item", 3, 90), Field(L"Qty", 5, 40), Field(L"Got", 6, 30)};
     content.items = {
         {{Choice(0), Txt(L"milk"), Txt(L"2"), Choice(0)}},
@@ -38,7 +38,7 @@ ListSpec Grocery() {
     return content;
 }
 
-std::wstring WriteList(const std::wstring& name, const ListSpec& content) {
+std::wstring WriteList(const std::wstring& name, const ListContent& content) {
     std::wstring path = TestFolder() + name;
     WriteFileBytes(path, ListBytes(content));
     return path;
@@ -51,7 +51,7 @@ HWND Header(ui::Dlg& d) { return (HWND)SendMessageW(d.Item(kList), LVM_GETHEADER
 }  // namespace
 
 TEST_CASE(Ui_List_OpensCheckListWithMenusAndBackup) {
-    ListSpec content = Grocery();
+    ListContent content = Grocery();
     content.fields[3].name = L"";  // an empty name: " " in the header, its type's name in the menu
     std::wstring path = WriteList(L"Grocery - weekly.zvl", content);
     ListOpenRequest req;
@@ -125,9 +125,9 @@ namespace {
 
 // The grocery list in a given item order (indexes into Grocery().items),
 // with the view state it should be saved with.
-ListSpec GroceryAs(std::vector<int> order, int sortColumn, int flag) {
-    ListSpec base = Grocery();
-    ListSpec content = base;
+ListContent GroceryAs(std::vector<int> order, int sortColumn, int flag) {
+    ListContent base = Grocery();
+    ListContent content = base;
     content.items.clear();
     for (int i : order) content.items.push_back(base.items[(size_t)i]);
     content.sortColumn = sortColumn;
@@ -160,7 +160,7 @@ void CheckBox(const ui::MessageBoxRecord& box, UINT text, UINT caption, UINT but
 }  // namespace
 
 TEST_CASE(Ui_List_NonCheckListWithoutItemsComputesWidths) {
-    ListSpec content;
+    ListContent content;
     content.fields = {Field(L"Due", 0, 77), Field(L"Prio", 2, 77), Field(L"Task", 3, 77), Field(L"Ok", 6, 77)};
     std::wstring path = WriteList(L"Empty.zvl", content);
     ListOpenRequest req;
@@ -229,11 +229,11 @@ Act AddAct(const wchar_t* typed, std::wstring shows) {
 // with the answers given; the file must then hold `written`.
 struct ListCase {
     const char* name;
-    ListSpec start;
+    ListContent start;
     std::vector<Act> acts;
     bool save;
     std::vector<int> answers;
-    ListSpec written;
+    ListContent written;
 };
 
 std::wstring Joined(const Texts& texts) {
@@ -282,7 +282,7 @@ void PlayAct(ui::Script& s, const Act& act) {
 // does it, with the file checked byte for byte at the end.
 TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
     std::wstring checked = ResText(IDS_CHECKED), unchecked = ResText(IDS_UNCHECKED);
-    ListSpec dates;
+    ListContent dates;
     dates.fields = {Field(L"Due", 0, 70), Field(L"Prio", 2, 30), Field(L"Task", 3, 90)};
     dates.items = {
         {{When(2007, 3, 1), Choice(0), Txt(L"first")}},     // normal
@@ -290,26 +290,26 @@ TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
         {{When(2007, 3, 1), Choice(1), Txt(L"third")}},     // high
         {{When(2007, 3, 1), Choice(1), Txt(L"fourth")}},    // high
     };
-    ListSpec twoDone = Grocery();
+    ListContent twoDone = Grocery();
     twoDone.items[0].cells[0] = Choice(2);  // not exactly 1: stays on Delete checked
-    ListSpec deletedChecked = twoDone;
+    ListContent deletedChecked = twoDone;
     deletedChecked.items.erase(deletedChecked.items.begin() + 1);
-    ListSpec toggled = Grocery();
+    ListContent toggled = Grocery();
     toggled.items[0].cells[3] = Choice(1);
     toggled.items[2].cells[0] = Choice(1);
-    ListSpec coloured = Grocery();
+    ListContent coloured = Grocery();
     coloured.items[1].backColor = RGB(181, 219, 181);
     coloured.items[2].backColor = RGB(255, 255, 181);
-    ListSpec sortedByItem = GroceryAs({2, 1, 0}, 1, 1);
-    ListSpec withCheese = sortedByItem;
-    ItemSpec cheese;
+    ListContent sortedByItem = GroceryAs({2, 1, 0}, 1, 1);
+    ListContent withCheese = sortedByItem;
+    ItemContent cheese;
     cheese.cells = {Choice(0), Txt(L"Cheese"), Txt(L""), Choice(0)};
     withCheese.items.insert(withCheese.items.begin() + 2, cheese);
-    ListSpec withApricots = Grocery();
+    ListContent withApricots = Grocery();
     cheese.cells[1] = Txt(L"Apricots");
     withApricots.items.push_back(cheese);
 
-    ListSpec staleOrder;
+    ListContent staleOrder;
     staleOrder.fields = {Field(L"Done", 6, 30), Field(L"Item", 3, 90)};
     staleOrder.items = {{{Choice(0), Txt(L"milk")}}, {{Choice(1), Txt(L"Bread")}}, {{Choice(0), Txt(L"apples")}}};
 
@@ -457,7 +457,7 @@ TEST_CASE(Ui_List_ExportWritesTheUtf16File) {
 }
 
 TEST_CASE(Ui_List_OtherVersionIsRefusedWithoutBackup) {
-    ListSpec content = Grocery();
+    ListContent content = Grocery();
     content.version = L"1.6";
     std::wstring path = WriteList(L"Old.zvl", content);
     ListOpenRequest req;
@@ -487,7 +487,7 @@ TEST_CASE(Ui_List_ItemColourFromThePicker) {
     s.WaitFor(L"#32770", L"Zorvel");
     s.Step([&](ui::Dlg& d) { d.SoftKey(ui::Left); });
     CHECK_EQ((int)RUN_LIST(s, path, req), 1);
-    ListSpec want = Grocery();
+    ListContent want = Grocery();
     want.items[2].backColor = RGB(0xFF, 0x66, 0x33);
     CHECK_BYTES(ReadFileBytes(path), ListBytes(want));
 }
@@ -544,7 +544,7 @@ TEST_CASE(Ui_List_ContextMenuOffersTheItemCommands) {
         d.SoftKey(ui::Left);
     });
     CHECK_EQ((int)RUN_LIST(s, path, req), 1);
-    ListSpec want = Grocery();
+    ListContent want = Grocery();
     want.items.erase(want.items.begin());
     CHECK_BYTES(ReadFileBytes(path), ListBytes(want));
 }
@@ -616,7 +616,7 @@ TEST_CASE(Ui_List_ImportPicksAFileAndWritesTheList) {
     INT_PTR imported = ui::RunModal(s, [&] { return (INT_PTR)importCsv(nullptr, category.c_str(), &listPath); });
     CHECK_EQ((int)imported, 1);
     CHECK_EQ(std::wstring(listPath.c_str()), category + L"Pantry.zvl");
-    ListSpec want;
+    ListContent want;
     want.fields = {Field(L"Item", 3, 0), Field(L"Qty", 5, 0)};  // no owner: no width to share
     want.items = {{{Txt(L"milk"), Txt(L"2")}}, {{Txt(L"tea"), Txt(L"1")}}};
     CHECK_BYTES(ReadFileBytes(category + L"Pantry.zvl"), ListBytes(want));

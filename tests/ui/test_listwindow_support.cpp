@@ -32,15 +32,15 @@ Cell When(int year, int month, int day, int hour, int minute) {
 static bool IsChoice(int type) { return type == 2 || type == 4 || type == 6 || type == 8; }
 static bool IsMoment(int type) { return type == 0 || type == 1 || type == 7; }
 
-std::vector<unsigned char> ListBytes(const ListSpec& content) {
+std::vector<unsigned char> ListBytes(const ListContent& content) {
     Bytes out;
     std::wstring version = content.version;
     version.resize(4, L'\0');
     out.wchars(version).u32((uint32_t)content.fields.size()).u32((uint32_t)content.items.size());
     out.viewState(content.sortColumn, content.sortFlag);
-    for (const FieldSpec& f : content.fields)
+    for (const FieldContent& f : content.fields)
         out.append(doctest::FieldChunks(f.name, f.type, f.width, f.defaultText.c_str(), f.defaultChoice, 0, 0));
-    for (const ItemSpec& item : content.items) {
+    for (const ItemContent& item : content.items) {
         if (item.backColor != 0xFFFFFFFF) out.chunkU32(120, item.backColor);
         for (size_t i = 0; i < content.fields.size(); ++i) {
             uint32_t type = (uint32_t)content.fields[i].type;

@@ -17,7 +17,7 @@ namespace lwtest {
 using doctest::Bytes;
 
 // One field as the file holds it.
-struct FieldSpec {
+struct FieldContent {
     std::wstring name;
     int type;
     int width = 60;
@@ -25,8 +25,8 @@ struct FieldSpec {
     std::wstring defaultText;
 };
 
-inline FieldSpec Field(const std::wstring& name, int type, int width = 60) {
-    FieldSpec f;
+inline FieldContent Field(const std::wstring& name, int type, int width = 60) {
+    FieldContent f;
     f.name = name;
     f.type = type;
     f.width = width;
@@ -43,22 +43,22 @@ Cell Choice(int v);
 Cell Txt(const std::wstring& s);
 Cell When(int year, int month, int day, int hour = 0, int minute = 0);
 
-struct ItemSpec {
+struct ItemContent {
     std::vector<Cell> cells;
     uint32_t backColor = 0xFFFFFFFF;
 };
 
-struct ListSpec {
+struct ListContent {
     std::wstring version = L"1.7";
     int sortColumn = -1;
     int sortFlag = 0;
-    std::vector<FieldSpec> fields;
-    std::vector<ItemSpec> items;
+    std::vector<FieldContent> fields;
+    std::vector<ItemContent> items;
 };
 
 // The whole file for `content` as the layout defines it (the version in an
 // 8-byte slot, as files of other versions have it).
-std::vector<unsigned char> ListBytes(const ListSpec& content);
+std::vector<unsigned char> ListBytes(const ListContent& content);
 
 // A folder of its own for the list tests ("\zvlisttests\"), emptied.
 std::wstring TestFolder();

@@ -15,42 +15,22 @@
 #include "platform/Platform.h"
 #include "tests/framework/ZvTest.h"
 #include "tests/harness/UiHarness.h"
+#include "tests/ui/UiTestUtil.h"
 
 namespace {
 const wchar_t kInstall[] = L"\\zvtest-install";
 const wchar_t kLists[] = L"\\zvtest-lists";
-const wchar_t kKey[] = L"Software\\Quenta\\Zorvel";
-
-std::wstring BinFolder() {
-    wchar_t path[MAX_PATH];
-    DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
-    while (n > 0 && path[n - 1] != L'\\') --n;
-    return std::wstring(path, n);
-}
-
-void SetValue(const wchar_t* name, const std::wstring& text) {
-    RegSetKeyValueW(HKEY_CURRENT_USER, kKey, name, REG_SZ, text.c_str(), DWORD((text.size() + 1) * sizeof(wchar_t)));
-}
 
 bool Exists(const std::wstring& path) { return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
 // A fresh installation as the installer leaves it, with one sample list.
 void Install(const wchar_t* languageModule) {
-    std::wstring install = kInstall, lists = kLists;
-    CreateDirectoryW(install.c_str(), nullptr);
-    CreateDirectoryW((install + L"\\Templates").c_str(), nullptr);
-    CreateDirectoryW(lists.c_str(), nullptr);
+    std::wstring lists = kLists;
+    uitest::Install(kInstall, lists, languageModule);
     CreateDirectoryW((lists + L"\\Personal").c_str(), nullptr);
-    for (const wchar_t* name : {L"LangEng.dll", L"ZVLowDpiRes.dll", L"ZVHighDpiRes.dll"})
-        CopyFileW((BinFolder() + name).c_str(), (install + L"\\" + name).c_str(), FALSE);
     HANDLE f = CreateFileW((lists + L"\\Personal\\Grocery - weekly.zvl_qvga").c_str(), GENERIC_WRITE, 0, nullptr,
                            CREATE_ALWAYS, 0, nullptr);
     CloseHandle(f);
-    RegDeleteTreeW(HKEY_CURRENT_USER, kKey);
-    SetValue(L"InstallPath", install);
-    SetValue(L"ListsPath", lists);
-    SetValue(L"TemplatePath", install + L"\\Templates");
-    SetValue(L"SelectedLangResFile", install + L"\\" + languageModule);
 }
 
 // Start-up replaces the process-wide modules and the main window frees them
@@ -70,7 +50,7 @@ HWND MainWindow() { return FindWindowW(L"ZorvelConsole", L"Zorvel"); }
 
 // A text of the language module the installation uses, read before start-up loads it.
 std::wstring LangText(UINT id) {
-    HMODULE module = LoadLibraryExW((BinFolder() + L"LangEng.dll").c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    HMODULE module = LoadLibraryExW((uitest::BinFolder() + L"LangEng.dll").c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
     wchar_t text[256] = L"";
     if (module) LoadStringW(module, id, text, 256);
     if (module) FreeLibrary(module);
@@ -163,7 +143,7 @@ TEST_CASE(Ui_Main_CommandLineListEditedAndSaved) {
     ModulesScope keep;
     Install(L"LangEng.dll");
     std::wstring list = std::wstring(kLists) + L"\\Personal\\Grocery - weekly.zvl";
-    CHECK(CopyFileW((BinFolder() + L"samples\\qvga\\lists\\Personal\\Grocery - weekly.zvl").c_str(), list.c_str(), FALSE));
+    CHECK(CopyFileW((uitest::BinFolder() + L"samples\\qvga\\lists\\Personal\\Grocery - weekly.zvl").c_str(), list.c_str(), FALSE));
     int checkedBefore = CheckedItems(list);
     CHECK(checkedBefore > 0);
 

@@ -18,33 +18,13 @@ using namespace tmpltest;
 namespace {
 
 const wchar_t kInstall[] = L"\\zvtemplate-install";
-const wchar_t kKey[] = L"Software\\Quenta\\Zorvel";
-
-std::wstring BinFolder() {
-    wchar_t path[MAX_PATH];
-    DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
-    while (n > 0 && path[n - 1] != L'\\') --n;
-    return std::wstring(path, n);
-}
-
-void SetValue(const wchar_t* name, const std::wstring& text) {
-    RegSetKeyValueW(HKEY_CURRENT_USER, kKey, name, REG_SZ, text.c_str(), DWORD((text.size() + 1) * sizeof(wchar_t)));
-}
 
 // An installation with its modules and one sample template.
 std::wstring InstallWithTemplate(const wchar_t* sample) {
     std::wstring install = kInstall;
-    CreateDirectoryW(install.c_str(), nullptr);
-    CreateDirectoryW((install + L"\\Templates").c_str(), nullptr);
-    for (const wchar_t* name : {L"LangEng.dll", L"ZVLowDpiRes.dll", L"ZVHighDpiRes.dll"})
-        CopyFileW((BinFolder() + name).c_str(), (install + L"\\" + name).c_str(), FALSE);
+    uitest::Install(install, install, L"LangEng.dll");
     std::wstring path = install + L"\\Templates\\" + sample;
-    CopyFileW((BinFolder() + L"samples\\qvga\\templates\\" + sample).c_str(), path.c_str(), FALSE);
-    RegDeleteTreeW(HKEY_CURRENT_USER, kKey);
-    SetValue(L"InstallPath", install);
-    SetValue(L"ListsPath", install);
-    SetValue(L"TemplatePath", install + L"\\Templates");
-    SetValue(L"SelectedLangResFile", install + L"\\LangEng.dll");
+    CopyFileW((uitest::BinFolder() + L"samples\\qvga\\templates\\" + sample).c_str(), path.c_str(), FALSE);
     return path;
 }
 

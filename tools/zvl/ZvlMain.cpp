@@ -52,12 +52,12 @@ struct CommandLine {
     bool help = false;
 };
 
-struct CommandSpec {
+struct CommandForm {
     const wchar_t* name;
     size_t argCount;
     bool json, force, make;  // options the command takes
 };
-const CommandSpec kCommands[] = {
+const CommandForm kCommands[] = {
     {L"info", 1, false, false, false},   {L"show", 1, true, false, false},   {L"export", 2, false, true, false},
     {L"import", 2, false, true, false},  {L"new", 2, false, true, false},    {L"make", 2, false, true, true},
     {L"samples", 2, false, false, false},
@@ -103,7 +103,7 @@ std::wstring Parse(int argc, wchar_t** argv, CommandLine& cl) {
     }
     if (cl.help) return std::wstring();
     if (cl.command.empty()) return L"no command given";
-    for (const CommandSpec& command : kCommands) {
+    for (const CommandForm& command : kCommands) {
         if (cl.command != command.name) continue;
         if (cl.args.size() != command.argCount)
             return cl.command + L" takes " + std::to_wstring(command.argCount) +
