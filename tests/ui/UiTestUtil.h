@@ -21,6 +21,19 @@ inline std::wstring BinFolder() {
     return std::wstring(path, n);
 }
 
+// Start-up replaces the process-wide modules and the main window frees them
+// and posts the quit message: the test keeps its own and drops the quit.
+struct ModulesScope {
+    HINSTANCE lang = hLangModule, image = hImageModule;
+    ~ModulesScope() {
+        hLangModule = lang;
+        hImageModule = image;
+        MSG msg;
+        while (PeekMessageW(&msg, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
+        }
+    }
+};
+
 // A fresh installation as the installer leaves it: the modules in `install`,
 // an empty Templates folder, the lists folder, and the four registry values
 // (the program's key emptied first).

@@ -33,19 +33,6 @@ void Install(const wchar_t* languageModule) {
     CloseHandle(f);
 }
 
-// Start-up replaces the process-wide modules and the main window frees them
-// and posts the quit message: the test keeps its own and drops the quit.
-struct ModulesScope {
-    HINSTANCE lang = hLangModule, image = hImageModule;
-    ~ModulesScope() {
-        hLangModule = lang;
-        hImageModule = image;
-        MSG msg;
-        while (PeekMessageW(&msg, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
-        }
-    }
-};
-
 HWND MainWindow() { return FindWindowW(L"ZorvelConsole", L"Zorvel"); }
 
 // A text of the language module the installation uses, read before start-up loads it.
@@ -59,7 +46,7 @@ std::wstring LangText(UINT id) {
 }  // namespace
 
 TEST_CASE(Ui_Main_StartShowsSoftKeysAndMenu) {
-    ModulesScope keep;
+    uitest::ModulesScope keep;
     Install(L"LangEng.dll");
     CHECK(InitInstance(hInstance, SW_SHOW, const_cast<LPWSTR>(L"")));
     HWND main = MainWindow();
@@ -110,7 +97,7 @@ TEST_CASE(Ui_Main_StartShowsSoftKeysAndMenu) {
 }
 
 TEST_CASE(Ui_Main_MissingLanguageModule) {
-    ModulesScope keep;
+    uitest::ModulesScope keep;
     Install(L"LangMissing.dll");
     ui::Script s;
     INT_PTR started = ui::RunModal(s, [] { return (INT_PTR)InitInstance(hInstance, SW_SHOW, const_cast<LPWSTR>(L"")); });
@@ -140,7 +127,7 @@ int CheckedItems(const std::wstring& path) {
 // the list window opens at once, the keyboard alone edits and saves it, and
 // the program ends with the window.
 TEST_CASE(Ui_Main_CommandLineListEditedAndSaved) {
-    ModulesScope keep;
+    uitest::ModulesScope keep;
     Install(L"LangEng.dll");
     std::wstring list = std::wstring(kLists) + L"\\Personal\\Grocery - weekly.zvl";
     CHECK(CopyFileW((uitest::BinFolder() + L"samples\\qvga\\lists\\Personal\\Grocery - weekly.zvl").c_str(), list.c_str(), FALSE));
@@ -232,7 +219,7 @@ void Rename(ui::Script& s, const wchar_t* label, const wchar_t* typed) {
 // The tree shows the lists folder by the folder's rules, and renames, new
 // categories and deletes change the disk as the user asked.
 TEST_CASE(Ui_Main_TreeFollowsTheListsFolder) {
-    ModulesScope keep;
+    uitest::ModulesScope keep;
     EmptyFolder(kLists);
     Install(L"LangEng.dll");
     std::wstring lists = kLists;

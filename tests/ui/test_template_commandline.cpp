@@ -28,19 +28,6 @@ std::wstring InstallWithTemplate(const wchar_t* sample) {
     return path;
 }
 
-// Start-up replaces the process-wide modules and the main window frees them
-// and posts the quit message: the test keeps its own and drops the quit.
-struct ModulesScope {
-    HINSTANCE lang = hLangModule, image = hImageModule;
-    ~ModulesScope() {
-        hLangModule = lang;
-        hImageModule = image;
-        MSG msg;
-        while (PeekMessageW(&msg, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
-        }
-    }
-};
-
 uint32_t FieldCountOf(const std::vector<unsigned char>& bytes) {
     return bytes.size() < 12 ? 0 : bytes[8] | bytes[9] << 8 | bytes[10] << 16 | (uint32_t)bytes[11] << 24;
 }
@@ -48,7 +35,7 @@ uint32_t FieldCountOf(const std::vector<unsigned char>& bytes) {
 }  // namespace
 
 TEST_CASE(Ui_Templates_CommandLineTemplateEditedWithKeysAndSaved) {
-    ModulesScope keep;
+    uitest::ModulesScope keep;
     std::wstring path = InstallWithTemplate(L"Shopping.zvt");
     const uint32_t before = FieldCountOf(ReadBytes(path));
     CHECK(before > 0);
