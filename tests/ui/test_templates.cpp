@@ -138,7 +138,7 @@ TEST_CASE(Ui_FieldEdit_DefaultsFollowTheType) {
     CHECK_EQ(field.name[0], L'\0');
 }
 
-// Saving stores what the Part's mapping says, typed with keys alone.
+// Saving stores each type's default as the field editor maps it, typed with keys alone.
 TEST_CASE(Ui_FieldEdit_SavesTypeNameAndDefault) {
     struct Row {
         const wchar_t* keys;  // from the type list, see Keys
