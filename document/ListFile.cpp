@@ -6,6 +6,7 @@
 #include <string>
 
 #include "LangIds.h"
+#include "base/ResString.h"
 #include "document/DocStrings.h"
 #include "document/ListParse.h"
 #include "document/ListFileIo.h"
@@ -216,6 +217,18 @@ FileStatus parseListBytes(const void* bytes, size_t size, ListDocument& doc, con
     return items.whole ? FileStatus::Ok : FileStatus::PartlyRead;
 }
 
+// "2 of 3" in the words of the language module: its two "%s" take the
+// counts in order.
+static std::wstring CountOfTotal(long long part, long long whole) {
+    std::wstring text = ResText(IDS_COUNT_OF_TOTAL);
+    for (long long n : {part, whole}) {
+        size_t at = text.find(L"%s");
+        if (at == std::wstring::npos) break;
+        text.replace(at, 2, std::to_wstring(n));
+    }
+    return text;
+}
+
 DocMessage listReadMessage(FileStatus status, const ListReadReport& report) {
     UINT text = 0;
     switch (status) {
@@ -225,7 +238,7 @@ DocMessage listReadMessage(FileStatus status, const ListReadReport& report) {
     case FileStatus::BadVersion: text = docstr::kWrongVersion; break;
     case FileStatus::TooLarge: text = IDS_LIST_TOO_LARGE; break;
     case FileStatus::PartlyRead: {
-        std::wstring counts = std::to_wstring(report.itemsRead) + L" of " + std::to_wstring(report.itemsPromised);
+        std::wstring counts = CountOfTotal(report.itemsRead, report.itemsPromised);
         return {IDS_LIST_PARTLY_READ, IDS_SAVE_DAMAGED_CAPTION, MB_ICONEXCLAMATION, counts};
     }
     case FileStatus::CannotOpen: text = IDS_LIST_CANNOT_OPEN; break;
@@ -330,7 +343,7 @@ static DocMessage TemplateReadMessage(FileStatus status, int fieldsRead, int fie
     case FileStatus::Empty: text = IDS_TEMPLATE_EMPTY; break;
     case FileStatus::BadVersion: text = IDS_TEMPLATE_VERSION_BAD; break;
     case FileStatus::PartlyRead: {
-        std::wstring counts = std::to_wstring(fieldsRead) + L" of " + std::to_wstring(fieldsPromised);
+        std::wstring counts = CountOfTotal(fieldsRead, fieldsPromised);
         return {IDS_TEMPLATE_PARTLY_READ, docstr::kErrorCaption, MB_ICONEXCLAMATION, counts};
     }
     default: break;

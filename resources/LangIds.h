@@ -274,13 +274,14 @@
 #define IDS_LIST_MISSING             8305
 #define IDS_LIST_EMPTY               8306
 #define IDS_LIST_DAMAGED             8307
-#define IDS_LIST_PARTLY_READ         8308  // one "%s": "N of M" items
+#define IDS_LIST_PARTLY_READ         8308  // one "%s": "N of M" (IDS_COUNT_OF_TOTAL) items
 #define IDS_LIST_TOO_LARGE           8309
 #define IDS_LIST_CANNOT_OPEN         8310
 #define IDS_SAVE_DAMAGED_TEXT        8311
 #define IDS_SAVE_DAMAGED_CAPTION     8312
 #define IDS_TEMPLATE_DAMAGED         8313
 #define IDS_TEMPLATE_EMPTY           8314
-#define IDS_TEMPLATE_PARTLY_READ     8315  // one "%s": "N of M" fields
+#define IDS_TEMPLATE_PARTLY_READ     8315  // one "%s": "N of M" (IDS_COUNT_OF_TOTAL) fields
 #define IDS_TEMPLATE_MISSING         8316
 #define IDS_SAVE_DAMAGED_TEMPLATE_TEXT 8317
+#define IDS_COUNT_OF_TOTAL           8318  // two "%s": the part read, then the whole ("2 of 3")

@@ -53,6 +53,7 @@ const FormatText kFormatTexts[] = {
     {IDS_ABOUT_BUILT, "s"},
     {IDS_LIST_PARTLY_READ, "s"},
     {IDS_TEMPLATE_PARTLY_READ, "s"},
+    {IDS_COUNT_OF_TOTAL, "ss"},
 };
 
 std::wstring Text(HINSTANCE module, UINT id) {
