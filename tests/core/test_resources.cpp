@@ -1,6 +1,7 @@
 // The resource modules as the program finds them: every numbered text, the
-// shape of every soft-key menu and the commands in it, the TGA images and
-// bitmaps of both image modules, and the program's own resources.
+// shape of every soft-key menu and the commands in it, the German module
+// beside the English one, the TGA images and bitmaps of both image modules,
+// and the program's own resources.
 #include "tests/framework/ZvTest.h"
 
 #include <windows.h>
@@ -9,6 +10,8 @@
 #include <cstdio>
 #include <cstring>
 #include <cwchar>
+#include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -98,6 +101,15 @@ HINSTANCE BuildModule(const wchar_t* relative) {
     path[n] = 0;
     return LoadLibraryExW((std::wstring(path) + relative).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
 }
+
+HINSTANCE GermanModule() {
+    static HINSTANCE module = BuildModule(L"LangGer.dll");
+    return module;
+}
+
+// The language modules the build ships; texts that code reads back or lays
+// out are checked in each.
+std::vector<HINSTANCE> LanguageModules() { return {hLangModule, GermanModule()}; }
 
 HINSTANCE HighDpiModule() {
     static HINSTANCE module = BuildModule(L"ZVHighDpiRes.dll");
@@ -244,34 +256,40 @@ TEST_CASE(Res_FormatTextsHaveTheirPlaceholders) {
 }
 
 TEST_CASE(Res_ChoiceTextsTellChoicesApart) {
-    // Import maps a text back to its choice: texts of one type must differ.
-    auto distinct = [](std::vector<UINT> ids, const char* file, int line) {
-        for (size_t i = 0; i < ids.size(); ++i)
-            for (size_t j = i + 1; j < ids.size(); ++j)
-                CHECK_AT(Text(hLangModule, ids[i]) != Text(hLangModule, ids[j]), file, line);
-    };
-    distinct({IDS_PRIORITY_NORMAL, IDS_PRIORITY_HIGH, IDS_PRIORITY_LOW}, ZV_HERE);
-    distinct({IDS_NO, IDS_YES}, ZV_HERE);
-    distinct({IDS_CHECK_CLEAR, IDS_CHECK_SET}, ZV_HERE);
-    std::vector<UINT> selection;
-    for (UINT id = IDS_SELECTION_BASE; id <= IDS_SELECTION_LAST_LOW; ++id) selection.push_back(id);
-    selection.insert(selection.end(), {IDS_SELECTION_EMPTY, IDS_SELECTION_12, IDS_SELECTION_13});
-    distinct(selection, ZV_HERE);
-    // Check all / uncheck all write texts that import reads back as check choices.
-    CHECK_EQ(Text(hLangModule, IDS_CHECKED), Text(hLangModule, IDS_CHECK_SET));
-    CHECK_EQ(Text(hLangModule, IDS_UNCHECKED), Text(hLangModule, IDS_CHECK_CLEAR));
+    for (HINSTANCE lang : LanguageModules()) {
+        // Import maps a cell's text back to its choice: texts of one type
+        // must differ, and a cell ends at TAB or ",".
+        auto distinct = [lang](std::vector<UINT> ids, const char* file, int line) {
+            for (size_t i = 0; i < ids.size(); ++i) {
+                CHECK_EQ_AT(Text(lang, ids[i]).find_first_of(L",\t"), std::wstring::npos, file, line);
+                for (size_t j = i + 1; j < ids.size(); ++j) CHECK_AT(Text(lang, ids[i]) != Text(lang, ids[j]), file, line);
+            }
+        };
+        distinct({IDS_PRIORITY_NORMAL, IDS_PRIORITY_HIGH, IDS_PRIORITY_LOW}, ZV_HERE);
+        distinct({IDS_NO, IDS_YES}, ZV_HERE);
+        distinct({IDS_CHECK_CLEAR, IDS_CHECK_SET}, ZV_HERE);
+        std::vector<UINT> selection;
+        for (UINT id = IDS_SELECTION_BASE; id <= IDS_SELECTION_LAST_LOW; ++id) selection.push_back(id);
+        selection.insert(selection.end(), {IDS_SELECTION_EMPTY, IDS_SELECTION_12, IDS_SELECTION_13});
+        distinct(selection, ZV_HERE);
+        // Check all / uncheck all write texts that import reads back as check choices.
+        CHECK_EQ(Text(lang, IDS_CHECKED), Text(lang, IDS_CHECK_SET));
+        CHECK_EQ(Text(lang, IDS_UNCHECKED), Text(lang, IDS_CHECK_CLEAR));
+    }
 }
 
 TEST_CASE(Res_TypeNamesSurviveTheExportHeader) {
     // The export header writes "(" + type name + ")"; import reads the name
     // up to ")", TAB, ",", CR or LF and compares it with all nine.
-    std::vector<std::wstring> names;
-    for (UINT type = 0; type < 9; ++type) {
-        std::wstring name = Text(hLangModule, IDS_TYPE_BASE + type);
-        CHECK(!name.empty());
-        CHECK_EQ(name.find_first_of(L"),\t\r\n"), std::wstring::npos);
-        for (const std::wstring& earlier : names) CHECK(earlier != name);
-        names.push_back(name);
+    for (HINSTANCE lang : LanguageModules()) {
+        std::vector<std::wstring> names;
+        for (UINT type = 0; type < 9; ++type) {
+            std::wstring name = Text(lang, IDS_TYPE_BASE + type);
+            CHECK(!name.empty());
+            CHECK_EQ(name.find_first_of(L"),\t\r\n"), std::wstring::npos);
+            for (const std::wstring& earlier : names) CHECK(earlier != name);
+            names.push_back(name);
+        }
     }
 }
 
@@ -360,6 +378,89 @@ TEST_CASE(Res_SoftKeyBars) {
         if (bar.right && KeyId(m, 1) != bar.right) zvtest::Fail(ZV_HERE, what + ": right key");
         CheckCommands(m, bar.commands, ZV_HERE);
         DestroyMenu(m);
+    }
+}
+
+// ---------------------------------------------------------------------------
+// The German module beside the English one
+// ---------------------------------------------------------------------------
+
+namespace {
+
+BOOL CALLBACK AddName(HMODULE, LPCWSTR, LPWSTR name, LONG_PTR names) {
+    ((std::set<UINT>*)names)->insert(IS_INTRESOURCE(name) ? (UINT)(ULONG_PTR)name : 0);
+    return TRUE;
+}
+
+std::set<UINT> ResourceNames(HINSTANCE module, LPCWSTR type) {
+    std::set<UINT> names;
+    EnumResourceNamesW(module, type, AddName, (LONG_PTR)&names);
+    return names;
+}
+
+// Every text of the module's string blocks, by ID (16 IDs to a block).
+std::map<UINT, std::wstring> AllStrings(HINSTANCE module) {
+    std::map<UINT, std::wstring> texts;
+    for (UINT block : ResourceNames(module, RT_STRING))
+        for (UINT id = (block - 1) * 16; id < block * 16; ++id)
+            if (!Text(module, id).empty()) texts[id] = Text(module, id);
+    return texts;
+}
+
+// A menu without its words: per entry its ID, state and kind, popups nested.
+std::string MenuShape(HMENU menu) {
+    std::string shape;
+    for (int i = 0; menu && i < GetMenuItemCount(menu); ++i) {
+        wchar_t label[128] = L"";
+        MENUITEMINFOW mii = {};
+        mii.cbSize = sizeof mii;
+        mii.fMask = MIIM_FTYPE | MIIM_ID | MIIM_STATE | MIIM_SUBMENU | MIIM_STRING;
+        mii.dwTypeData = label;
+        mii.cch = 128;
+        GetMenuItemInfoW(menu, i, TRUE, &mii);
+        if (mii.fType & MFT_SEPARATOR) shape += "-";
+        else shape += std::to_string(mii.wID) + (label[0] ? "" : "(no label)") + (mii.fState & MFS_GRAYED ? "g" : "");
+        if (mii.hSubMenu) shape += "{" + MenuShape(mii.hSubMenu) + "}";
+        shape += " ";
+    }
+    return shape;
+}
+
+}  // namespace
+
+// A text or a menu entry added to one module and forgotten in the other
+// fails here: the same resources, the same string IDs with the same
+// placeholders in the same order, and menus of the same shape.
+TEST_CASE(Res_GermanModuleMatchesEnglish) {
+    HINSTANCE english = hLangModule, german = GermanModule();
+    CHECK(german != nullptr);
+    if (!german) return;
+    for (LPCWSTR type : {RT_STRING, RT_MENU, RT_DIALOG})
+        CHECK(ResourceNames(english, type) == ResourceNames(german, type));
+    std::map<UINT, std::wstring> englishTexts = AllStrings(english), germanTexts = AllStrings(german);
+    CHECK(englishTexts.size() > 100);
+    for (const auto& [id, text] : englishTexts) {
+        std::string what = "string " + std::to_string(id);
+        auto other = germanTexts.find(id);
+        if (other == germanTexts.end()) zvtest::Fail(ZV_HERE, what + " is missing in German");
+        else if (Conversions(other->second) != Conversions(text)) zvtest::Fail(ZV_HERE, what + ": placeholders differ");
+        else if (other->second.size() >= 255) zvtest::Fail(ZV_HERE, what + " is too long in German");
+    }
+    for (const auto& entry : germanTexts)
+        if (!englishTexts.count(entry.first)) zvtest::Fail(ZV_HERE, "string " + std::to_string(entry.first) + " is only in German");
+    for (UINT id : ResourceNames(english, RT_MENU)) {
+        HMENU a = LoadMenuW(english, MAKEINTRESOURCEW(id)), b = LoadMenuW(german, MAKEINTRESOURCEW(id));
+        CHECK(a != nullptr);
+        if (MenuShape(a) != MenuShape(b)) zvtest::Fail(ZV_HERE, "menu " + std::to_string(id) + ": " + MenuShape(b));
+        // Every top-level entry but those of the context row is a soft key:
+        // half of a 240-pixel bar.
+        for (int i = 0; b && id != IDM_CONTEXT_MENUS && i < GetMenuItemCount(b); ++i) {
+            wchar_t label[64] = L"";
+            GetMenuStringW(b, i, label, 64, MF_BYPOSITION);
+            if (std::wcslen(label) > 10) zvtest::Fail(ZV_HERE, "German soft key " + zvtest::Show(label));
+        }
+        if (a) DestroyMenu(a);
+        if (b) DestroyMenu(b);
     }
 }
 

@@ -35,9 +35,10 @@ const wchar_t kUsage[] =
     L"\n"
     L"FILE is a list (.zvl) or a template (.zvt). Paths may be device style\n"
     L"(\\Folder\\x.zvl, on zvl's own drive) or Windows style.\n"
-    L"--lang MODULE  the language module for type names, choice texts and messages;\n"
-    L"               default: the installed program's (SelectedLangResFile), else\n"
-    L"               LangEng.dll beside zvl.exe.\n"
+    L"--lang MODULE  the language module for type names, choice texts and messages,\n"
+    L"               such as LangEng.dll or LangGer.dll; a module named LangGer or\n"
+    L"               LangHeb shows dates with dots. Default: the installed program's\n"
+    L"               (SelectedLangResFile), else LangEng.dll beside zvl.exe.\n"
     L"Exit status: 0 done, 1 a file was refused or could not be read or written,\n"
     L"2 wrong usage.\n";
 
