@@ -418,8 +418,15 @@ std::string MenuShape(HMENU menu) {
         mii.dwTypeData = label;
         mii.cch = 128;
         GetMenuItemInfoW(menu, i, TRUE, &mii);
-        if (mii.fType & MFT_SEPARATOR) shape += "-";
-        else shape += std::to_string(mii.wID) + (label[0] ? "" : "(no label)") + (mii.fState & MFS_GRAYED ? "g" : "");
+        if (mii.fType & MFT_SEPARATOR) {
+            shape += "-";
+        } else {
+            // A MENU popup has no ID of its own (it reads back as its handle);
+            // a MENUEX popup has one.
+            if (!mii.hSubMenu || mii.wID != (UINT)(UINT_PTR)mii.hSubMenu) shape += std::to_string(mii.wID);
+            if (!label[0]) shape += "(no label)";
+            if (mii.fState & MFS_GRAYED) shape += "g";
+        }
         if (mii.hSubMenu) shape += "{" + MenuShape(mii.hSubMenu) + "}";
         shape += " ";
     }
