@@ -72,7 +72,7 @@ TEST_CASE(App_Registry_RotationKeepsDuplicates) {
 TEST_CASE(App_Registry_FileAssociations) {
     regtest::WipeProgramKey();
     for (int pass = 0; pass < 2; ++pass) {  // registering twice leaves the same keys and values
-        RegisterFileAssociations(L"\\Program Files\\Quenta\\Zorvel");
+        RegisterFileAssociations(L"D:\\Program Files\\Quenta\\Zorvel\\Zorvel.exe");
         const wchar_t* c = L"Software\\Classes\\";
         auto at = [&](const wchar_t* sub) { return std::wstring(c) + sub; };
         CHECK_EQ(regtest::GetString(at(L".zvl").c_str(), L"Default"), std::wstring(L"listfile"));
@@ -81,8 +81,8 @@ TEST_CASE(App_Registry_FileAssociations) {
         CHECK_EQ(regtest::GetString(at(L".zvt").c_str(), L"Content Type"), std::wstring(L"ZorvelTemplateFile"));
         CHECK_EQ(regtest::GetString(at(L"listfile").c_str(), L"Default"), std::wstring(L"List File"));
         CHECK_EQ(regtest::GetString(at(L"templatefile").c_str(), L"Default"), std::wstring(L"Template File"));
-        const std::wstring command = L"\"\\Program Files\\Quenta\\Zorvel\\Zorvel.exe\" %1";
-        const std::wstring icon = L"\\Program Files\\Quenta\\Zorvel\\Zorvel.exe,-130";
+        const std::wstring command = L"\"D:\\Program Files\\Quenta\\Zorvel\\Zorvel.exe\" %1";
+        const std::wstring icon = L"D:\\Program Files\\Quenta\\Zorvel\\Zorvel.exe,-130";
         for (const wchar_t* kind : {L"listfile", L"templatefile"}) {
             std::wstring base = at(kind);
             CHECK_EQ(regtest::GetString((base + L"\\DefaultIcon").c_str(), L"Default"), icon);
