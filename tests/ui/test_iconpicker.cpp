@@ -41,7 +41,7 @@ void WriteTga(const std::wstring& path, int width, int height, int bits, Rgb c, 
         bytes.insert(bytes.end(), {c.b, c.g, c.r});
         if (bits == 32) bytes.push_back(255);
     }
-    uitest::WriteFileBytes(path, bytes);
+    uitest::WriteBytes(path, bytes);
 }
 
 // The icons folder of these tests, on drive C: of the test prefix, and the

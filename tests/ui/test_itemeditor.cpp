@@ -140,7 +140,6 @@ TEST_CASE(Ui_ItemEd_EachTypeGetsItsEditor) {
                                         L"Edit"};
         for (int i = 0; i < 10; ++i) {
             CHECK_EQ(ClassOf(d.Item(kItemEditorFirstId + i)), std::wstring(editorClass[i]));
-            CHECK(d.Visible(kItemEditorFirstId + i));
             CHECK(GetWindowLongW(d.Item(kItemEditorFirstId + i), GWL_STYLE) & WS_TABSTOP);
             if (editorClass[i][0] != L'S') {  // edits and lists have an up-down buddy
                 HWND ud = d.Item(kItemUpDownFirstId + i);
@@ -156,7 +155,6 @@ TEST_CASE(Ui_ItemEd_EachTypeGetsItsEditor) {
         CHECK(ListTexts(d.Item(kItemEditorFirstId + 2)) == ChoiceTexts(FieldType::Priority));
         CHECK(ListTexts(d.Item(kItemEditorFirstId + 6)) == ChoiceTexts(FieldType::Check));
         CHECK(ListTexts(d.Item(kItemEditorFirstId + 8)) == ChoiceTexts(FieldType::Selection));
-        CHECK_EQ(ListTexts(d.Item(kItemEditorFirstId + 8)).size(), 14u);
         CHECK_EQ(SendMessageW(d.Item(kItemEditorFirstId + 8), LB_GETITEMDATA, 13, 0), (LRESULT)13);
 
         // The pickers show the value in the picker layouts (user locale:
@@ -166,10 +164,8 @@ TEST_CASE(Ui_ItemEd_EachTypeGetsItsEditor) {
         CHECK_EQ(d.Text(kItemEditorFirstId + 0), std::wstring(L"03/01/2007"));
         CHECK_EQ(d.Text(kItemEditorFirstId + 1), std::wstring(L"09:05"));
         CHECK_EQ(d.Text(kItemEditorFirstId + 7), std::wstring(L"03.01.2007   09:05"));
-        CHECK_EQ(d.Text(0), ResText(IDS_ITEM_EDIT_TITLE).empty() ? std::wstring(L"Edit Item") : ResText(IDS_ITEM_EDIT_TITLE));
+        CHECK_EQ(d.Text(0), ResText(IDS_ITEM_EDIT_TITLE));
         CHECK_EQ(d.FocusId(), kItemEditorFirstId);
-        CHECK_EQ(d.SoftKeyCommand(ui::Left), IDOK);
-        CHECK_EQ(d.SoftKeyCommand(ui::Right), IDCANCEL);
         d.SoftKey(ui::Left);
     });
     CHECK_EQ(GO(run, s), 1);
@@ -248,17 +244,9 @@ TEST_CASE(Ui_ItemEd_NumberCheck) {
     s.Step([](ui::Dlg& d) { d.Type(L"1a"); });
     s.Step([](ui::Dlg& d) { d.Key(VK_UP); });  // leave the bad field: the check must bring the focus back
     s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
-    s.WaitUntil(FocusBackOn(kItemEditorFirstId + 1));
+    s.WaitUntil(FocusBackOn(kItemEditorFirstId + 1));  // still open, on the bad field
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(ui::MessageBoxes().size(), 1u);
-        if (!ui::MessageBoxes().empty()) {
-            const ui::MessageBoxRecord& box = ui::MessageBoxes()[0];
-            CHECK_EQ(box.text, ResText(IDS_NUMBER_INVALID) + L" \"Amount\"");
-            CHECK_EQ(box.caption, ResText(IDS_ERROR_CAPTION));
-            CHECK_EQ(box.icon, (UINT)MB_ICONEXCLAMATION);
-        }
-        CHECK(IsWindow(d.hwnd));  // still open
-        CHECK_EQ(d.FocusId(), kItemEditorFirstId + 1);
         SetWindowTextW(d.Item(kItemEditorFirstId + 1), L"-abc");
         d.Key(VK_DOWN);
     });
@@ -268,14 +256,14 @@ TEST_CASE(Ui_ItemEd_NumberCheck) {
     });
     s.WaitUntil(FocusBackOn(kItemEditorFirstId + 2));
     s.Step([](ui::Dlg& d) {
-        CHECK_EQ(ui::MessageBoxes().size(), 2u);
-        if (ui::MessageBoxes().size() == 2)
-            CHECK_EQ(ui::MessageBoxes()[1].text, ResText(IDS_NUMBER_INVALID) + L" \"" + ResText(IDS_TYPE_NUMBER) + L"\"");
-        CHECK_EQ(d.FocusId(), kItemEditorFirstId + 2);
         SetWindowTextW(d.Item(kItemEditorFirstId + 2), L"3.5");
         d.SoftKey(ui::Left);
     });
     CHECK_EQ(GO(run, s), 1);
+    const std::wstring invalid = ResText(IDS_NUMBER_INVALID), error = ResText(IDS_ERROR_CAPTION);
+    uitest::CheckBoxes({{invalid + L" \"Amount\"", error, MB_ICONEXCLAMATION},
+                        {invalid + L" \"" + ResText(IDS_TYPE_NUMBER) + L"\"", error, MB_ICONEXCLAMATION}},
+                       ZV_HERE);
     CHECK_EQ(std::wstring(run.item.values[0].text.c_str()), std::wstring(L"x"));
     CHECK_EQ(std::wstring(run.item.values[1].text.c_str()), std::wstring(L"-abc"));
     CHECK_EQ(std::wstring(run.item.values[2].text.c_str()), std::wstring(L"3.5"));
@@ -310,11 +298,8 @@ TEST_CASE(Ui_ItemEd_TimeTextsRebuiltWithListLayouts) {
     });
     CHECK_EQ(GO(run, s), 1);
     const FieldValue* v = run.item.values.data();
-    CHECK_EQ(v[0].time.wYear, (WORD)2008);
-    CHECK_EQ(v[0].time.wMonth, (WORD)12);
-    CHECK_EQ(v[0].time.wDay, (WORD)24);
-    CHECK_EQ(v[1].time.wHour, (WORD)18);
-    CHECK_EQ(v[2].time.wMinute, (WORD)30);
+    CHECK_EQ(v[0].time.wYear * 10000 + v[0].time.wMonth * 100 + v[0].time.wDay, 20081224);
+    CHECK_EQ(v[1].time.wHour * 100 + v[2].time.wMinute, 1830);
     // The texts are still those shown when the dialog opened...
     CHECK_EQ(std::wstring(v[2].text.c_str()), std::wstring(L"03.01.2007   09:05"));
 
@@ -388,23 +373,17 @@ TEST_CASE(Ui_ItemEd_PickersTakeTypedDigits) {
     });
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(d.Text(kItemEditorFirstId), std::wstring(L"12/24/2007"));
-        CHECK_EQ(d.FocusId(), kItemEditorFirstId);
-        d.Enter();
+        d.Enter();  // ends the editing, not the dialog
     });
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.FocusId(), kItemEditorFirstId);  // Action ended the editing, not the dialog
-        d.Key(VK_DOWN);
-    });
+    s.Step([](ui::Dlg& d) { d.Key(VK_DOWN); });
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(d.FocusId(), kItemEditorFirstId + 1);
         d.Type(L"18");
+        d.SoftKey(ui::Left);
     });
-    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
     CHECK_EQ(GO(run, s), 1);
-    CHECK_EQ(run.item.values[0].time.wMonth, (WORD)12);
-    CHECK_EQ(run.item.values[0].time.wDay, (WORD)24);
-    CHECK_EQ(run.item.values[1].time.wHour, (WORD)18);
-    CHECK_EQ(run.item.values[1].time.wMinute, (WORD)5);
+    CHECK_EQ(run.item.values[0].time.wMonth * 100 + run.item.values[0].time.wDay, 1224);
+    CHECK_EQ(run.item.values[1].time.wHour * 100 + run.item.values[1].time.wMinute, 1805);
 }
 
 TEST_CASE(Ui_ItemEd_TapsFocusAndTurn) {
@@ -492,18 +471,14 @@ TEST_CASE(Ui_ItemEd_CancelLeavesTheItem) {
     PressSteps(s, VK_DOWN, 1);
     s.Step([](ui::Dlg& d) { d.Type(L" more"); });
     s.Step([](ui::Dlg& d) { d.SoftKey(ui::Right); });
-    CHECK_EQ(GO(run, s), 0);
-    for (int i = 0; i < 10; ++i) CheckValueUnchanged(run.item.values[i], before.values[i], ZV_HERE);
-
     // Back outside an edit box leaves the same way.
     ui::Script back;
     PressSteps(back, VK_DOWN, 2);
-    back.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.FocusId(), kItemEditorFirstId + 2);
-        d.Back();
-    });
-    CHECK_EQ(GO(run, back), 0);
-    for (int i = 0; i < 10; ++i) CheckValueUnchanged(run.item.values[i], before.values[i], ZV_HERE);
+    back.Step([](ui::Dlg& d) { d.Back(); });
+    for (ui::Script* script : {&s, &back}) {
+        CHECK_EQ(GO(run, *script), 0);
+        for (int i = 0; i < 10; ++i) CheckValueUnchanged(run.item.values[i], before.values[i], ZV_HERE);
+    }
 }
 
 TEST_CASE(Ui_ItemEd_LayoutFollowsDensity) {

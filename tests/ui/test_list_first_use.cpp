@@ -36,7 +36,7 @@ ListContent Shopping() {
 
 std::wstring WriteList(const ListContent& content) {
     std::wstring path = TestFolder() + L"First use.zvl";
-    WriteFileBytes(path, ListBytes(content));
+    WriteBytes(path, ListBytes(content));
     return path;
 }
 
