@@ -339,30 +339,6 @@ TEST_CASE(Ui_TemplateEditor_RefusalsAndTheFieldLimit) {
     uitest::CheckBoxes({{ResText(IDS_TOO_MANY_FIELDS), ResText(IDS_ERROR_CAPTION), MB_ICONEXCLAMATION}}, ZV_HERE);
 }
 
-// A tap on the type list's arrows turns it and refills the default list.
-TEST_CASE(Ui_FieldEdit_TapsOnTheTypeArrows) {
-    FieldDef field;
-    ui::Script s;
-    auto tap = [](ui::Dlg& d, bool right) {
-        RECT rc = d.ClientRect(kFieldTypeUpDownId);
-        d.Tap(kFieldTypeUpDownId, right ? rc.right * 3 / 4 : rc.right / 4, rc.bottom / 2);
-        PostMessageW(d.Item(kFieldTypeUpDownId), WM_MOUSELEAVE, 0, 0);
-    };
-    s.Step([&](ui::Dlg& d) { tap(d, true); });
-    s.Step([&](ui::Dlg& d) {
-        CHECK_EQ(ListCount(d, kFieldDefaultListId), 49);  // Time
-        tap(d, false);
-        tap(d, false);
-    });
-    s.Step([&](ui::Dlg& d) {
-        CHECK_EQ(ListSel(d, kFieldTypeListId), kFieldTypeCount - 1);  // wrapped to Selection
-        CHECK_EQ(ListCount(d, kFieldDefaultListId), 14);
-        d.SoftKey(ui::Left);
-    });
-    CHECK_EQ(RUN_FIELD(s, field), 1);
-    CHECK_EQ((int)field.type, (int)FieldType::Selection);
-}
-
 // The icon chosen in the icon picker is saved with the template: the icon
 // chunks come first, planes in the order red, green, blue, alpha.
 TEST_CASE(Ui_TemplateEditor_IconFromThePickerIsSaved) {
