@@ -337,21 +337,6 @@ TEST_CASE(Ui_FileDlg_LastFolderCarriesToTheNextDialog) {
     RUN(s4, fourth);
 }
 
-TEST_CASE(Ui_FileDlg_ClassInterfaceCopiesIntoCallersBuffer) {
-    ScratchTree tree({L"a.txt"});
-    FileSelectDialog dlg(GetModuleHandleW(nullptr), nullptr, FileSelectLoad, IDM_FILE_SELECT_MENUBAR, 0, 0);
-    dlg.module = hLangModule;
-    dlg.currentFolder = (tree / L"").c_str();
-    // The path is cut to the caller's buffer.
-    for (int size : {MAX_PATH, 6}) {
-        wchar_t out[MAX_PATH] = L"untouched";
-        ui::Script s;
-        s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
-        CHECK_EQ(ui::RunModal(s, [&] { return (INT_PTR)dlg.Run(out, size); }), 1);
-        CHECK_EQ(std::wstring(out), (tree / L"a.txt").substr(0, size - 1));
-    }
-}
-
 // At 192 dpi the controls fit the screen, the list's one column fills it and
 // the bar sits right under the dialog's area.
 TEST_CASE(Ui_FileDlg_LayoutAt192Dpi) {
