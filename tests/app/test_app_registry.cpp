@@ -68,3 +68,20 @@ TEST_CASE(App_Registry_RotationKeepsDuplicates) {
     RotateListsPaths(L"\\C");
     CHECK_EQ(regtest::GetString(kKey, L"ListsPath3"), std::wstring(L"\\B\\"));
 }
+
+// Written at every start: the same keys each time, with the program's full
+// path, which the shell needs from whatever drive is current.
+TEST_CASE(App_Registry_FileAssociations) {
+    const std::wstring command = L"\"D:\\Program Files\\Quenta\\Zorvel\\Zorvel.exe\" %1";
+    const std::wstring icon = L"D:\\Program Files\\Quenta\\Zorvel\\Zorvel.exe,-130";
+    for (int pass = 0; pass < 2; ++pass) {
+        RegisterFileAssociations(L"D:\\Program Files\\Quenta\\Zorvel\\Zorvel.exe");
+        CHECK_EQ(regtest::GetString(L"Software\\Classes\\.zvl", L"Default"), std::wstring(L"listfile"));
+        CHECK_EQ(regtest::GetString(L"Software\\Classes\\.zvt", L"Content Type"), std::wstring(L"ZorvelTemplateFile"));
+        for (std::wstring kind : {L"Software\\Classes\\listfile", L"Software\\Classes\\templatefile"}) {
+            CHECK_EQ(regtest::GetString((kind + L"\\DefaultIcon").c_str(), L"Default"), icon);
+            CHECK_EQ(regtest::GetString((kind + L"\\Shell\\Open\\Command").c_str(), L"Default"), command);
+            CHECK_EQ(regtest::GetString((kind + L"\\Shell\\Open\\Command").c_str(), nullptr), command);
+        }
+    }
+}
