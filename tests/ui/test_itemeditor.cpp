@@ -2,17 +2,22 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "LangIds.h"
 #include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
+#include "base/Handles.h"
 #include "base/ResString.h"
 #include "document/ValueText.h"
 #include "listwindow/ItemEditor.h"
 #include "listwindow/ItemEditorRows.h"
+#include "listwindow/PickerFace.h"
 #include "settings/AppSettings.h"
 #include "tests/core/test_doc_util.h"
 #include "tests/framework/ZvTest.h"
@@ -127,6 +132,84 @@ void CheckValueUnchanged(const FieldValue& got, const FieldValue& want, const ch
     CHECK_EQ_AT(got.choice, want.choice, file, line);
     CHECK_EQ_AT((int)got.storedType, (int)want.storedType, file, line);
     CHECK_AT(memcmp(&got.time, &want.time, sizeof(SYSTEMTIME)) == 0, file, line);
+}
+
+// A picture of a window's client area (or of anything drawn into it) as
+// 32-bit pixels, top row first.
+struct Picture {
+    int width = 0, height = 0;
+    BitmapHandle bitmap;
+    MemoryDC dc{nullptr};
+    const DWORD* bits = nullptr;
+
+    Picture(int w, int h) : width(w), height(h) {
+        BITMAPINFO info = {};
+        info.bmiHeader = {sizeof(BITMAPINFOHEADER), w, -h, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        void* memory = nullptr;
+        bitmap.Reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &memory, nullptr, 0));
+        bits = (const DWORD*)memory;
+        SelectObject(dc, bitmap);
+    }
+    DWORD At(int x, int y) const { return bits[(size_t)y * width + x] & 0xFFFFFF; }
+    bool Dark(int x, int y) const {
+        const DWORD p = At(x, y);
+        return (p & 0xFF) + ((p >> 8) & 0xFF) + ((p >> 16) & 0xFF) < 3 * 128;
+    }
+    // The first and last rows with a dark pixel left of `right`.
+    std::pair<int, int> InkRows(int right) const {
+        int top = -1, bottom = -1;
+        for (int y = 0; y < height; ++y)
+            for (int x = 0; x < right; ++x)
+                if (Dark(x, y)) {
+                    if (top < 0) top = y;
+                    bottom = y;
+                    break;
+                }
+        return {top, bottom};
+    }
+};
+
+// A picker as it is on the screen: its drop-down button (from the first
+// column near the right edge that is not background over the middle half of
+// the box) is the density's width, and its text lies where DrawText centres
+// the same text in the same font in the box. Both are compared with the
+// picker's own pixels, so no host font can move one against the other.
+void CheckPickerFace(HWND picker, const char* file, int line) {
+    RedrawWindow(picker, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    RECT rc;
+    GetClientRect(picker, &rc);
+    Picture shown(rc.right, rc.bottom);
+    HDC screen = GetDC(picker);
+    BitBlt(shown.dc, 0, 0, rc.right, rc.bottom, screen, 0, 0, SRCCOPY);
+    ReleaseDC(picker, screen);
+    GdiFlush();
+
+    const DWORD back = shown.At(1, 1);
+    const int want = ScaleX(kPickerButtonWidth);
+    int buttonLeft = rc.right;
+    for (int x = std::max(0, (int)rc.right - 2 * want); x < rc.right && buttonLeft == rc.right; ++x) {
+        bool border = true;
+        for (int y = rc.bottom / 4; y < rc.bottom * 3 / 4 && border; ++y) border = shown.At(x, y) != back;
+        if (border) buttonLeft = x;
+    }
+    if (rc.right - buttonLeft < want - 1)
+        zvtest::Fail(file, line, "picker button " + std::to_string(rc.right - buttonLeft) + " pixels wide, want " +
+                                     std::to_string(want));
+
+    wchar_t text[64] = {};
+    GetWindowTextW(picker, text, 64);
+    Picture centred(rc.right, rc.bottom);
+    PatBlt(centred.dc, 0, 0, rc.right, rc.bottom, WHITENESS);
+    SelectedObject font(centred.dc, (HGDIOBJ)SendMessageW(picker, WM_GETFONT, 0, 0));
+    SetBkMode(centred.dc, TRANSPARENT);
+    SetTextColor(centred.dc, RGB(0, 0, 0));
+    DrawTextW(centred.dc, text, -1, &rc, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
+    GdiFlush();
+    const auto got = shown.InkRows(buttonLeft), wanted = centred.InkRows(rc.right);
+    if (got.first < 0 || std::abs(got.first - wanted.first) > 1 || std::abs(got.second - wanted.second) > 1)
+        zvtest::Fail(file, line, "picker text on rows " + std::to_string(got.first) + "-" + std::to_string(got.second) +
+                                     ", centred on " + std::to_string(wanted.first) + "-" +
+                                     std::to_string(wanted.second));
 }
 
 }  // namespace
@@ -477,6 +560,7 @@ TEST_CASE(Ui_ItemEd_LayoutAt192Dpi) {
         uitest::ControlsFit(d.hwnd, {kItemLabelFirstId, kItemEditorFirstId, kItemLabelFirstId + 3, kItemEditorFirstId + 3,
                                      kItemEditorFirstId + 9}, ZV_HERE);
         CHECK_EQ((int)uitest::FontOf(d.Item(kItemEditorFirstId)).lfHeight, -ScaleY(12));
+        CheckPickerFace(d.Item(kItemEditorFirstId + 1), ZV_HERE);
         d.SoftKey(ui::Right);
     });
     CHECK_EQ(GO(run, s), 0);
