@@ -7,7 +7,10 @@ cd "$(dirname "$0")"
 tools/deps.sh
 cmake -S . -B build -DCMAKE_BUILD_TYPE=Release
 cmake --build build -j"$(nproc)"
-tools/wine-run.sh build build/bin/ZorvelSetup.exe
+cmake --build build --target package
+# The installer a Windows user runs, silently.
+version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' build/CMakeCache.txt)
+tools/wine-run.sh build "build/Zorvel-$version-win64.exe" /S
 if [ -n "$DISPLAY" ] && [ -z "$ZV_SCREENSHOT" ]; then
   exec tools/wine-run.sh build 'C:\Program Files\Quenta\Zorvel\Zorvel.exe' "$@"
 fi

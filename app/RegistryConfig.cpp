@@ -125,10 +125,10 @@ void SetDefault(const wchar_t* keyName, const wchar_t* text, const wchar_t* othe
 }
 }  // namespace
 
-void RegisterFileAssociations(const wchar_t* installPath) {
+void RegisterFileAssociations(const wchar_t* programPath) {
     wchar_t icon[400], command[400];
-    wsprintfW(icon, L"%s\\Zorvel.exe,-130", installPath);
-    wsprintfW(command, L"\"%s\\Zorvel.exe\" %%1", installPath);
+    wsprintfW(icon, L"%s,-130", programPath);
+    wsprintfW(command, L"\"%s\" %%1", programPath);
     SetDefault(L".zvl", L"listfile", L"Content Type", L"ZorvelFile");
     SetDefault(L".zvt", L"templatefile", L"Content Type", L"ZorvelTemplateFile");
     SetDefault(L"listfile", L"List File");

@@ -40,5 +40,7 @@ void EnsureTrailingBackslash(wchar_t* path);
 // ones move down to 2 and 3, the old number 3 is dropped.
 void RotateListsPaths(const wchar_t* newFolder);
 
-// Writes the .zvl and .zvt associations (per user) pointing at the installed program.
-void RegisterFileAssociations(const wchar_t* installPath);
+// Writes the .zvl and .zvt associations (per user) pointing at the program,
+// `programPath` being its full path with the drive: the desktop shell opens
+// a list from whatever drive is current, where a drive-less path would miss.
+void RegisterFileAssociations(const wchar_t* programPath);

@@ -165,7 +165,8 @@ BOOL InitInstance(HINSTANCE instance, int /*nCmdShow*/, LPWSTR lpCmdLine) {
     g_registryConfig.GetTemplatePath(templatePath);
     PlaceSampleFiles(listsPath, templatePath, IsLowDensityScreen());
     LoadTgaResource(g_categoryImage, hImageModule, IDT_CATEGORY);
-    RegisterFileAssociations(installPath);
+    wchar_t programPath[MAX_PATH];
+    if (GetModuleFileNameW(nullptr, programPath, MAX_PATH) < MAX_PATH) RegisterFileAssociations(programPath);
 
     g_commandLineFile.Assign(lpCmdLine ? lpCmdLine : L"");
 

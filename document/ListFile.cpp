@@ -64,7 +64,6 @@ void ByteWriter::TextChunk(uint32_t tag, const wchar_t* text, size_t length) {
 
 void ByteWriter::TextChunk(uint32_t tag, const wchar_t* text) { TextChunk(tag, text, text ? wcslen(text) : 0); }
 
-bool ByteWriter::WriteTo(HANDLE file) const { return WriteAll(file, bytes.data(), bytes.size()); }
 
 // ---- template field list -----------------------------------------------------
 
@@ -92,21 +91,6 @@ bool TemplateFieldList::Swap(int a, int b) {
 
 void readHeaderChunks(ByteReader& in, FieldDef* fields, int fieldCount, PlanarImage& icon, ViewState& view) {
     listparse::ReadHeaderChunks(in, fields, fieldCount, icon, view);
-}
-
-bool readHeaderChunks(HANDLE file, FieldDef* fields, int fieldCount, PlanarImage& icon, ViewState& view) {
-    std::vector<unsigned char> rest;
-    if (!ReadRestOfFile(file, rest)) return false;
-    ByteReader in(rest.data(), rest.size());
-    int whole = listparse::ReadHeaderChunks(in, fields, fieldCount, icon, view);
-    return whole == fieldCount && !in.Overrun();
-}
-
-bool readHeaderChunks(HANDLE file, TemplateFieldList& list, int fieldCount, PlanarImage& icon, ViewState& view) {
-    if (fieldCount < 0 || fieldCount > kMaxFields) return false;
-    for (int i = 0; i < fieldCount; ++i) list.fields[i] = FieldDef();
-    list.count = fieldCount;
-    return readHeaderChunks(file, list.fields, fieldCount, icon, view);
 }
 
 // Length of a fixed-capacity member, at most capacity - 1.
@@ -155,19 +139,6 @@ void writeHeaderChunks(ByteWriter& out, const FieldDef* fields, int fieldCount, 
 void writeHeaderChunks(ByteWriter& out, const TemplateFieldList& list, const PlanarImage& icon, const ViewState& view) {
     int count = list.count < 0 ? 0 : list.count > kMaxFields ? kMaxFields : list.count;
     writeHeaderChunks(out, list.fields, count, icon, view);
-}
-
-bool writeHeaderChunks(HANDLE file, const FieldDef* fields, int fieldCount, const PlanarImage& icon,
-                       const ViewState& view) {
-    ByteWriter out;
-    writeHeaderChunks(out, fields, fieldCount, icon, view);
-    return out.WriteTo(file);
-}
-
-bool writeHeaderChunks(HANDLE file, const TemplateFieldList& list, const PlanarImage& icon, const ViewState& view) {
-    ByteWriter out;
-    writeHeaderChunks(out, list, icon, view);
-    return out.WriteTo(file);
 }
 
 // ---- whole lists -------------------------------------------------------------

@@ -142,8 +142,6 @@ struct ByteWriter {
     // A text chunk: (length + 1) * 2 bytes, the text and its NUL.
     void TextChunk(uint32_t tag, const wchar_t* text);
     void TextChunk(uint32_t tag, const wchar_t* text, size_t length);
-    // Writes everything to `file` with one WriteFile.
-    bool WriteTo(HANDLE file) const;
 };
 
 // ---- shared reader and writer of the list-wide chunks and fields -------
@@ -154,22 +152,12 @@ struct ByteWriter {
 // The icon is replaced when the file holds one. Stops cleanly at the end of
 // the data.
 void readHeaderChunks(ByteReader& in, FieldDef* fields, int fieldCount, PlanarImage& icon, ViewState& view);
-// The same from an open file handle positioned after the header: reads the
-// rest of the file once. Leaves the file position at its end. False when
-// the file cannot be read or the section is cut short or damaged.
-bool readHeaderChunks(HANDLE file, FieldDef* fields, int fieldCount, PlanarImage& icon, ViewState& view);
-// Template-editor form: reads `fieldCount` (at most 50) fields into `list`.
-bool readHeaderChunks(HANDLE file, TemplateFieldList& list, int fieldCount, PlanarImage& icon, ViewState& view);
 
 // Writes the icon chunks (when the icon has planes), the 1010 view state and
 // the field definitions. The two forms write identical bytes.
 void writeHeaderChunks(ByteWriter& out, const FieldDef* fields, int fieldCount, const PlanarImage& icon,
                        const ViewState& view);
 void writeHeaderChunks(ByteWriter& out, const TemplateFieldList& list, const PlanarImage& icon, const ViewState& view);
-// The same written straight to an open file with one WriteFile each.
-bool writeHeaderChunks(HANDLE file, const FieldDef* fields, int fieldCount, const PlanarImage& icon,
-                       const ViewState& view);
-bool writeHeaderChunks(HANDLE file, const TemplateFieldList& list, const PlanarImage& icon, const ViewState& view);
 
 // ---- whole lists ------------------------------------------------------
 

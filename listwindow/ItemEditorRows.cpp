@@ -8,6 +8,7 @@
 #include "platform/ScreenScale.h"
 #include "document/ValueText.h"
 #include "listwindow/ItemEditor.h"
+#include "listwindow/PickerFace.h"
 
 // The phone's up-down style that offers a full-screen editor for its buddy;
 // the desktop control ignores the bit.
@@ -46,6 +47,7 @@ void CreatePicker(HWND dlg, int index, FieldType type, FieldValue& value, HFONT 
     const wchar_t* name = type == FieldType::Date ? L"DateTime" : L"";
     row.editor = CreateChild(dlg, DATETIMEPICK_CLASSW, name, kEditorStyle, 0, kItemEditorFirstId + index, font);
     if (!row.editor) return;
+    GivePickerScaledFace(row.editor);
     SendMessageW(row.editor, DTM_SETFORMATW, 0, (LPARAM)pickerFormat(type));
     SendMessageW(row.editor, DTM_SETSYSTEMTIME, GDT_VALID, (LPARAM)&value.time);
     wchar_t shown[kPickerTextCapacity] = {};

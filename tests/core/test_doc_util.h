@@ -75,11 +75,50 @@ inline std::wstring Utf16Text(const ByteVec& bytes, size_t from = 0) {
     return text;
 }
 
+// Scratch files: written whole (a read-only one too), read back whole,
+// looked for, and folders removed with everything in them.
+inline void WriteBytes(const std::wstring& path, const ByteVec& bytes) {
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+    HANDLE f = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    DWORD written = 0;
+    if (!bytes.empty()) WriteFile(f, bytes.data(), (DWORD)bytes.size(), &written, nullptr);
+    CloseHandle(f);
+}
+
+inline ByteVec ReadBytes(const std::wstring& path) {
+    ByteVec bytes;
+    HANDLE f = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (f == INVALID_HANDLE_VALUE) return bytes;
+    bytes.resize(GetFileSize(f, nullptr));
+    DWORD got = 0;
+    if (!bytes.empty()) ReadFile(f, bytes.data(), (DWORD)bytes.size(), &got, nullptr);
+    bytes.resize(got);
+    CloseHandle(f);
+    return bytes;
+}
+
+inline bool FileExists(const std::wstring& path) { return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
+
+// `dir` may end in "\".
+inline void RemoveTree(std::wstring dir) {
+    if (!dir.empty() && dir.back() == L'\\') dir.pop_back();
+    WIN32_FIND_DATAW data;
+    HANDLE find = FindFirstFileW((dir + L"\\*").c_str(), &data);
+    if (find != INVALID_HANDLE_VALUE) {
+        do {
+            std::wstring name = data.cFileName, full = dir + L"\\" + name;
+            if (name == L"." || name == L"..") continue;
+            SetFileAttributesW(full.c_str(), FILE_ATTRIBUTE_NORMAL);
+            if (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) RemoveTree(full);
+            else DeleteFileW(full.c_str());
+        } while (FindNextFileW(find, &data));
+        FindClose(find);
+    }
+    RemoveDirectoryW(dir.c_str());
+}
+
 // A folder of its own under the temporary folder, emptied on creation.
 std::wstring ScratchDir(const wchar_t* name);
-void WriteBytes(const std::wstring& path, const ByteVec& bytes);
-ByteVec ReadBytes(const std::wstring& path);
-bool FileExists(const std::wstring& path);
 
 // Checks a returned message against its string IDs and its box style.
 inline void CheckMessage(const DocMessage& got, UINT textId, UINT captionId, UINT style, const char* file, int line) {

@@ -3,14 +3,16 @@
 # through XTEST) on the installed program in the tests' own Wine prefix:
 # make a category, make a list in it from a template, add an item, save,
 # leave, rename the list, delete it. The files on disk follow each step.
-#   tests/e2e/main_view_keys.sh BUILD_DIR
+#   tests/e2e/main_view_keys.sh BUILD_DIR INSTALLER.exe
 set -u
 build=$(cd "$1" && pwd)
+installer=$2
 source_dir=$(cd "$(dirname "$0")/../.." && pwd)
 run() { "$source_dir/tools/wine-run.sh" --prefix wine-test "$build" "$@"; }
 unset DISPLAY
-run "$build/bin/ZorvelSetup.exe" >/dev/null 2>&1 || { echo "FAIL install"; exit 1; }
-lists="$build/wine-test/drive_c/My Documents/Zorvel Lists"
+[ -f "$installer" ] || { echo "FAIL no installer at $installer: cmake --build build --target package"; exit 1; }
+run "$installer" /S >/dev/null 2>&1 || { echo "FAIL install"; exit 1; }
+lists="$build/wine-test/drive_c/users/$(id -un)/Documents/Zorvel Lists"
 rm -rf "$lists/E2E" "$lists/New Category"*
 export DISPLAY=":$(cat "$build/xvfb-wine-test.display")"
 

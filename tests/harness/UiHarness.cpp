@@ -110,8 +110,6 @@ UINT ButtonSet(HWND box) {
     return HasButton(box, IDCANCEL) ? MB_YESNOCANCEL : MB_YESNO;
 }
 
-int FirstButton(UINT set) { return set == MB_OK ? IDOK : IDYES; }
-const char* ButtonSetName(UINT set) { return set == MB_OK ? "MB_OK" : set == MB_YESNO ? "MB_YESNO" : "MB_YESNOCANCEL"; }
 
 UINT IconOf(HWND box) {
     HWND icon = GetDlgItem(box, kMessageBoxIconId);
@@ -134,7 +132,7 @@ void AnswerMessageBox(HWND box) {
     rec.caption = TextOf(box);
     rec.buttons = ButtonSet(box);
     rec.icon = IconOf(box);
-    int answer = FirstButton(rec.buttons);
+    int answer = rec.buttons == MB_OK ? IDOK : IDYES;
     RunState* run = g_harness.run;
     if (run && !run->answers.empty()) {
         int wanted = run->answers.front();
@@ -142,7 +140,7 @@ void AnswerMessageBox(HWND box) {
         if (HasButton(box, wanted)) answer = wanted;
         else
             Report(*run, "scripted answer " + std::to_string(wanted) + " is not a button of the message box " +
-                             zvtest::Show(rec.text) + " (" + ButtonSetName(rec.buttons) + ")");
+                             zvtest::Show(rec.text));
     }
     rec.answer = answer;
     g_harness.boxes.push_back(rec);
@@ -216,21 +214,13 @@ void Tick(RunState& run, bool modeless) {
     Dlg d;
     d.hwnd = FrontWindow();
     Script::Entry& step = script.steps[run.next];
-    if (step.until) {
-        if (!d.hwnd || !step.until(d)) {
-            if (now - run.phaseStart > script.timeoutMs)
-                StartAbort(run, StepName(run, run.next) + " still waiting after " + std::to_string(script.timeoutMs) +
-                                    " ms; closed by the harness");
-            return;
-        }
-    } else {
-        if (!d.hwnd) {
-            if (now - run.phaseStart > script.timeoutMs)
-                StartAbort(run, "no window for " + StepName(run, run.next));
-            return;
-        }
-        step.run(d);
+    if (!d.hwnd || (step.until && !step.until(d))) {
+        if (now - run.phaseStart > script.timeoutMs)
+            StartAbort(run, StepName(run, run.next) + " still waiting after " + std::to_string(script.timeoutMs) +
+                                " ms; closed by the harness");
+        return;
     }
+    if (!step.until) step.run(d);
     ++run.next;
     run.phaseStart = GetTickCount();
 }
@@ -278,10 +268,7 @@ LPARAM KeyLParam(UINT vk, bool up) {
 
 }  // namespace
 
-static HWND KeyTarget(HWND hwnd) {
-    HWND focus = GetFocus();
-    return focus ? focus : hwnd;
-}
+static HWND KeyTarget(HWND hwnd) { return GetFocus() ? GetFocus() : hwnd; }
 
 void Dlg::Key(UINT vk) {
     PostMessageW(KeyTarget(hwnd), WM_KEYDOWN, vk, KeyLParam(vk, false));
@@ -336,10 +323,7 @@ void Dlg::TapSoftKey(SoftKeySide side) {
 }
 
 HWND Dlg::Item(int ctrlId) const { return ctrlId ? GetDlgItem(hwnd, ctrlId) : hwnd; }
-int Dlg::FocusId() const {
-    HWND f = GetFocus();
-    return f ? GetDlgCtrlID(f) : 0;
-}
+int Dlg::FocusId() const { return GetFocus() ? GetDlgCtrlID(GetFocus()) : 0; }
 std::wstring Dlg::Text(int ctrlId) const { return TextOf(Item(ctrlId)); }
 bool Dlg::Visible(int ctrlId) const { return IsWindowVisible(Item(ctrlId)) != FALSE; }
 RECT Dlg::ClientRect(int ctrlId) const {
@@ -419,27 +403,19 @@ Script& Script::Step(StepFn fn) {
     return *this;
 }
 Script& Script::WaitFor(const wchar_t* className, const wchar_t* title) {
-    std::wstring cls = className ? className : L"";
-    std::wstring ttl = title ? title : L"";
+    std::wstring cls = className, ttl = title ? title : L"";
     bool anyTitle = title == nullptr;
-    Entry e;
-    e.until = [cls, ttl, anyTitle](Dlg& d) {
+    auto until = [cls, ttl, anyTitle](Dlg& d) {
         HWND w = GetActiveWindow();
-        if (!w || !IsWindowVisible(w)) return false;
-        if (!cls.empty() && ClassOf(w) != cls) return false;
-        if (!anyTitle && TextOf(w) != ttl) return false;
+        if (!w || !IsWindowVisible(w) || ClassOf(w) != cls || (!anyTitle && TextOf(w) != ttl)) return false;
         d.hwnd = w;
         return true;
     };
-    e.what = L"wait for " + cls + (anyTitle ? L"" : L" \"" + ttl + L"\"");
-    steps.push_back(std::move(e));
+    steps.push_back({nullptr, until, L"wait for " + cls + (anyTitle ? L"" : L" \"" + ttl + L"\"")});
     return *this;
 }
 Script& Script::WaitUntil(std::function<bool(Dlg&)> cond) {
-    Entry e;
-    e.until = std::move(cond);
-    e.what = L"wait until";
-    steps.push_back(std::move(e));
+    steps.push_back({nullptr, std::move(cond), L"wait until"});
     return *this;
 }
 Script& Script::Answer(int id) {

@@ -11,24 +11,18 @@
 //   CHECK_EQ(ui::MessageBoxes()[0].text, L"Save changes?");
 //
 // Rules:
-// - A step runs when the thread's queue is empty, so everything the previous
-//   step typed or tapped has been handled. Input a step gives is queued: read
-//   its effect in the next step.
-// - A step acts on the window in front (`Dlg::hwnd`): the active top-level
-//   window of the thread that is not a message box. When a step opens a
-//   nested dialog, the next step acts on that dialog.
-// - Keys are posted to the focused control through the thread's queue, so
-//   they pass the soft-key hook and the dialog manager exactly as typed keys:
-//   F1/F2 soft keys, Esc Back, Enter action, arrows, letters, digits.
-// - Message boxes are answered at once and recorded (text, caption, button
-//   set, icon). The answer is the next one queued with Script::Answer, else
-//   the first button (IDOK or IDYES). An answer the box
-//   does not offer fails the test and the first button is pressed instead.
-// - When the steps are done the harness waits for the dialog to end. If it
-//   does not end within the script's timeout (default 3 s) or a step waits
-//   too long, the test fails with the step's number, and the harness closes
-//   every window the run opened (IDCANCEL, then EndDialog / DestroyWindow)
-//   so the next test starts clean.
+// - A step runs when the thread's queue is empty, so the input of the previous
+//   step has been handled; read a step's effect in the next step.
+// - A step acts on the active top-level window of the thread that is not a
+//   message box (`Dlg::hwnd`): after a step opens a nested dialog, on that one.
+// - Keys are posted to the focused control, so they pass the soft-key hook and
+//   the dialog manager exactly as typed keys.
+// - Message boxes are answered at once and recorded. The answer is the next
+//   one queued with Script::Answer, else the first button; an answer the box
+//   does not offer fails the test.
+// - A dialog that does not end within the script's timeout (default 3 s) after
+//   the last step, or a step that waits too long, fails the test; the harness
+//   then closes every window the run opened so the next test starts clean.
 #pragma once
 #include <windows.h>
 

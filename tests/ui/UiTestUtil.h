@@ -9,7 +9,9 @@
 
 #include "base/AppGlobals.h"
 #include "platform/ScreenScale.h"
+#include "tests/core/test_doc_util.h"
 #include "tests/framework/ZvTest.h"
+#include "tests/harness/UiHarness.h"
 
 namespace uitest {
 
@@ -81,30 +83,8 @@ private:
     wchar_t m_saved[MAX_PATH] = {};
 };
 
-// Deletes a folder ending in "\" with everything in it.
-inline void RemoveTree(const std::wstring& folder) {
-    WIN32_FIND_DATAW found;
-    HANDLE find = FindFirstFileW((folder + L"*").c_str(), &found);
-    if (find != INVALID_HANDLE_VALUE) {
-        do {
-            std::wstring name = found.cFileName;
-            if (name == L"." || name == L"..") continue;
-            if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
-                RemoveTree(folder + name + L"\\");
-            else
-                DeleteFileW((folder + name).c_str());
-        } while (FindNextFileW(find, &found));
-        FindClose(find);
-    }
-    RemoveDirectoryW(folder.c_str());
-}
-
-inline void WriteFileBytes(const std::wstring& path, const std::vector<BYTE>& bytes) {
-    HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    DWORD written = 0;
-    if (!bytes.empty()) WriteFile(file, bytes.data(), (DWORD)bytes.size(), &written, nullptr);
-    CloseHandle(file);
-}
+using doctest::RemoveTree;
+using doctest::WriteBytes;
 
 // A control's rectangle in its parent's client coordinates.
 inline RECT RectInParent(HWND control) {
@@ -115,9 +95,8 @@ inline RECT RectInParent(HWND control) {
 }
 
 // Layout at one density: the client area is the phone screen's width, and
-// each control (by id) lies inside it with a size and overlaps none before
-// it. Returns the rectangles, for ScaledTwice.
-inline std::vector<RECT> ControlsFit(HWND dlg, const std::vector<int>& ids, const char* file, int line) {
+// each control (by id) lies inside it with a size and overlaps none before it.
+inline void ControlsFit(HWND dlg, const std::vector<int>& ids, const char* file, int line) {
     RECT client = {};
     GetClientRect(dlg, &client);
     LONG scroll = (GetWindowLongW(dlg, GWL_STYLE) & WS_VSCROLL) ? GetSystemMetrics(SM_CXVSCROLL) : 0;
@@ -135,18 +114,22 @@ inline std::vector<RECT> ControlsFit(HWND dlg, const std::vector<int>& ids, cons
                 zvtest::Fail(file, line, "control " + std::to_string(id) + " overlaps an earlier one");
         rects.push_back(r);
     }
-    return rects;
 }
 
-// Every size at 192 dpi about twice its size at 96 (sizes made of the client
-// width less fixed gaps are not exactly twice): not left alone, not scaled twice.
-inline void ScaledTwice(const std::vector<RECT>& at96, const std::vector<RECT>& at192, const char* file, int line) {
-    CHECK_EQ_AT(at96.size(), at192.size(), file, line);
-    auto twice = [](LONG small, LONG big) { return 2 * big >= 3 * small && 2 * big <= 5 * small; };
-    for (size_t i = 0; i < at96.size() && i < at192.size(); ++i)
-        if (!twice(at96[i].right - at96[i].left, at192[i].right - at192[i].left) ||
-            !twice(at96[i].bottom - at96[i].top, at192[i].bottom - at192[i].top))
-            zvtest::Fail(file, line, "control " + std::to_string(i) + " of the table does not scale with the density");
+// The boxes of the last run, in order: each text starts with its own (a cause
+// may follow), and the caption and style (buttons | icon) match.
+struct BoxWant {
+    std::wstring text, caption;
+    UINT style;
+};
+inline void CheckBoxes(const std::vector<BoxWant>& want, const char* file, int line) {
+    const std::vector<ui::MessageBoxRecord>& got = ui::MessageBoxes();
+    CHECK_EQ_AT(got.size(), want.size(), file, line);
+    for (size_t i = 0; i < got.size() && i < want.size(); ++i) {
+        CHECK_EQ_AT(got[i].text.substr(0, want[i].text.size()), want[i].text, file, line);
+        CHECK_EQ_AT(got[i].caption, want[i].caption, file, line);
+        CHECK_EQ_AT(got[i].buttons | got[i].icon, want[i].style, file, line);
+    }
 }
 
 // The font a control draws with.

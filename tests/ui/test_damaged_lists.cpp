@@ -35,7 +35,7 @@ std::wstring BackupOf(const std::wstring& path) { return path.substr(0, path.siz
 TEST_CASE(Ui_Damaged_FailedSaveLeaveReopenKeepsTheBackup) {
     std::wstring path = TestFolder() + L"Shop.zvl";
     const std::vector<unsigned char> good = ListBytes(Shopping());
-    WriteFileBytes(path, good);
+    WriteBytes(path, good);
     ListOpenRequest req;
     ui::Script s;
     s.Step([&](ui::Dlg& d) {
@@ -55,8 +55,8 @@ TEST_CASE(Ui_Damaged_FailedSaveLeaveReopenKeepsTheBackup) {
     CHECK_EQ(boxes.size(), 2u);
     if (!boxes.empty())
         CHECK_EQ(boxes[0].text, ResText(IDS_SAVE_FAILED) + L"\n\n" + ResText(IDS_CAUSE_DISK_FULL));
-    CHECK_BYTES(ReadFileBytes(path), good);
-    CHECK_BYTES(ReadFileBytes(BackupOf(path)), good);
+    CHECK_BYTES(ReadBytes(path), good);
+    CHECK_BYTES(ReadBytes(BackupOf(path)), good);
 
     // Opened again: the list and its backup are the good list still.
     ui::Script again;
@@ -66,16 +66,16 @@ TEST_CASE(Ui_Damaged_FailedSaveLeaveReopenKeepsTheBackup) {
     });
     CHECK_EQ((int)RUN_LIST(again, path, req), 1);
     CHECK(ui::MessageBoxes().empty());
-    CHECK_BYTES(ReadFileBytes(path), good);
-    CHECK_BYTES(ReadFileBytes(BackupOf(path)), good);
+    CHECK_BYTES(ReadBytes(path), good);
+    CHECK_BYTES(ReadBytes(BackupOf(path)), good);
 }
 
 TEST_CASE(Ui_Damaged_CutListOpensWithWhatCouldBeReadAndAsksBeforeSaving) {
     std::wstring path = TestFolder() + L"Shop.zvl";
     const std::vector<unsigned char> good = ListBytes(Shopping());
     const std::vector<unsigned char> cut(good.begin(), good.end() - 3);
-    WriteFileBytes(BackupOf(path), good);
-    WriteFileBytes(path, cut);
+    WriteBytes(BackupOf(path), good);
+    WriteBytes(path, cut);
     std::wstring partly = ResText(IDS_LIST_PARTLY_READ);
     partly.replace(partly.find(L"%s"), 2, L"2 of 3");
 
@@ -96,8 +96,8 @@ TEST_CASE(Ui_Damaged_CutListOpensWithWhatCouldBeReadAndAsksBeforeSaving) {
         CHECK_EQ(boxes[1].text, ResText(IDS_SAVE_DAMAGED_TEXT));
     }
     CHECK_EQ((int)req.saved, 0);
-    CHECK_BYTES(ReadFileBytes(path), cut);
-    CHECK_BYTES(ReadFileBytes(BackupOf(path)), good);
+    CHECK_BYTES(ReadBytes(path), cut);
+    CHECK_BYTES(ReadBytes(BackupOf(path)), good);
 
     // Yes: the list is saved whole with the items that could be read.
     ui::Script yes;
@@ -110,5 +110,5 @@ TEST_CASE(Ui_Damaged_CutListOpensWithWhatCouldBeReadAndAsksBeforeSaving) {
     quiet.makeBackup = false;
     CHECK(readListFile(path.c_str(), doc, quiet) == FileStatus::Ok);
     CHECK_EQ(doc.itemCount(), 2);
-    CHECK_BYTES(ReadFileBytes(BackupOf(path)), good);
+    CHECK_BYTES(ReadBytes(BackupOf(path)), good);
 }

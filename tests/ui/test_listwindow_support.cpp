@@ -57,45 +57,10 @@ std::vector<unsigned char> ListBytes(const ListContent& content) {
 }
 
 std::wstring TestFolder() {
-    std::wstring folder = L"\\zvlisttests\\";
-    CreateDirectoryW(folder.c_str(), nullptr);
-    WIN32_FIND_DATAW data;
-    HANDLE find = FindFirstFileW((folder + L"*").c_str(), &data);
-    if (find != INVALID_HANDLE_VALUE) {
-        do {
-            if (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) continue;
-            std::wstring path = folder + data.cFileName;
-            SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-            DeleteFileW(path.c_str());
-        } while (FindNextFileW(find, &data));
-        FindClose(find);
-    }
-    return folder;
+    doctest::RemoveTree(L"\\zvlisttests\\");
+    CreateDirectoryW(L"\\zvlisttests\\", nullptr);
+    return L"\\zvlisttests\\";
 }
-
-void WriteFileBytes(const std::wstring& path, const std::vector<unsigned char>& bytes) {
-    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-    HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return;
-    DWORD written = 0;
-    if (!bytes.empty()) WriteFile(file, bytes.data(), (DWORD)bytes.size(), &written, nullptr);
-    CloseHandle(file);
-}
-
-std::vector<unsigned char> ReadFileBytes(const std::wstring& path) {
-    std::vector<unsigned char> bytes;
-    HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return bytes;
-    DWORD size = GetFileSize(file, nullptr);
-    bytes.resize(size);
-    DWORD read = 0;
-    if (size) ReadFile(file, bytes.data(), size, &read, nullptr);
-    bytes.resize(read);
-    CloseHandle(file);
-    return bytes;
-}
-
-bool FileExists(const std::wstring& path) { return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
 INT_PTR RunList(ui::Script& script, const std::wstring& path, ListOpenRequest& request, const char* file, int line) {
     request = ListOpenRequest();

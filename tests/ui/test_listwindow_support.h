@@ -62,9 +62,9 @@ std::vector<unsigned char> ListBytes(const ListContent& content);
 
 // A folder of its own for the list tests ("\zvlisttests\"), emptied.
 std::wstring TestFolder();
-void WriteFileBytes(const std::wstring& path, const std::vector<unsigned char>& bytes);
-std::vector<unsigned char> ReadFileBytes(const std::wstring& path);
-bool FileExists(const std::wstring& path);
+using doctest::FileExists;
+using doctest::ReadBytes;
+using doctest::WriteBytes;
 
 // Writes `content` to `path` and runs the list window on it under `script`.
 INT_PTR RunList(ui::Script& script, const std::wstring& path, ListOpenRequest& request, const char* file, int line);

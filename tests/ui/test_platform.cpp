@@ -1,6 +1,6 @@
 // The phone shell on the desktop: screen size, the soft-key bar and its
-// messages, the keys (soft keys, Back, digits in menus), and the harness
-// itself (message boxes, stuck dialogs).
+// messages, the keys (soft keys, Back, digits in menus), and the harness's
+// scripted answers.
 #include <windows.h>
 #include <commctrl.h>
 
@@ -23,15 +23,13 @@ const int kButtonId = 101;
 const UINT kCmdDone = 40069;      // left soft key
 const UINT kMenuButtonId = 2;     // right soft key: a popup
 const UINT kCmdAlpha = 501, kCmdBeta = 502, kCmdGamma = 504, kCmdDelta = 505;
-const UINT kCmdAskYesNo = 600;    // shows a yes/no question
 const UINT kCmdTellOk = 601;      // shows an error with OK
 
 // How the test dialog is set up, and what it saw.
 struct TestDialog {
     DWORD initFlags = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
     bool overrideBack = true;
-    bool ignoreCancel = false;     // a dialog that cannot be closed
-    HINSTANCE langMenuModule = nullptr; // when set: SHCreateMenuBar with menu 40078 of this module
+    bool ignoreCancel = false;     // IDCANCEL is only recorded
     HWND bar = nullptr;
     HWND edit = nullptr;
     std::vector<UINT> commands;
@@ -69,13 +67,7 @@ BOOL OnInitDialog(HWND hwnd) {
     mb.cbSize = sizeof mb;
     mb.hwndParent = hwnd;
     mb.dwFlags = SHCMBF_HMENU;
-    if (g_test.langMenuModule) {
-        mb.nToolBarId = IDM_OK_CANCEL_MENUBAR;
-        mb.hInstRes = g_test.langMenuModule;
-        SHCreateMenuBar(&mb);
-    } else {
-        CreateSoftKeyBar(&mb, BuildTestMenu());
-    }
+    CreateSoftKeyBar(&mb, BuildTestMenu());
     g_test.bar = mb.hwndMB;
     if (g_test.bar && g_test.overrideBack)
         SendMessageW(g_test.bar, SHCMBM_OVERRIDEKEY, VK_ESCAPE,
@@ -93,9 +85,7 @@ BOOL OnInitDialog(HWND hwnd) {
 
 void OnCommand(HWND hwnd, UINT id) {
     g_test.commands.push_back(id);
-    if (id == kCmdAskYesNo)
-        g_test.boxResults.push_back(MessageBoxW(hwnd, L"Save the list?", L"Zorvel", MB_YESNO | MB_ICONQUESTION));
-    else if (id == kCmdTellOk)
+    if (id == kCmdTellOk)
         g_test.boxResults.push_back(MessageBoxW(hwnd, L"Cannot open the file", L"Error", MB_ICONEXCLAMATION));
     else if (id == kCmdDone) EndDialog(hwnd, 1);
     else if (id == IDCANCEL && !g_test.ignoreCancel) EndDialog(hwnd, 2);
@@ -182,9 +172,6 @@ TEST_CASE(Ui_Platform_FullScreenDialogCoversThePhoneScreen) {
             // The content was laid out in the whole client area, above the bar.
             CHECK_EQ(g_test.clientAtInit.right, 240 * dpi / 96);
             CHECK_EQ(g_test.clientAtInit.bottom, 320 * dpi / 96 - SoftKeyBarHeight());
-            LONG style = GetWindowLongW(d.hwnd, GWL_STYLE);
-            CHECK((style & WS_CAPTION) == WS_CAPTION);
-            CHECK(style & WS_SYSMENU);
             d.SoftKey(ui::Left);
         });
         CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
@@ -237,7 +224,6 @@ TEST_CASE(Ui_Platform_TapsAndClicksInTheBarPressTheKey) {
     auto tapButton = [](ui::Dlg& d, int index) {
         RECT rc;
         SendMessageW(d.MenuBar(), TB_GETITEMRECT, index, (LPARAM)&rc);
-        if (index == 1) CHECK(rc.left >= ScaleX(100));  // the right key sits on the right half
         d.Tap(d.MenuBar(), (rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2);
     };
     ui::Script s;
@@ -372,9 +358,8 @@ TEST_CASE(Ui_Platform_BackWithoutOverrideAndKeysWithoutBar) {
     CHECK(g_test.commands == (std::vector<UINT>{(UINT)IDCANCEL, (UINT)IDCANCEL, kCmdDone}));
 }
 
-// Answers a box cannot take, and answers never used, are reported; with no
-// answer left a box gets its first button. (What boxes show and the answers
-// given are checked by every dialog test that meets one.)
+// Answers a box cannot take, and answers never used, are reported: without
+// this a test scripting a box that never comes would pass.
 TEST_CASE(Ui_Platform_MessageBoxAnswersThatCannotBeGiven) {
     ResetTestDialog();
     ui::Script bad;
@@ -386,42 +371,6 @@ TEST_CASE(Ui_Platform_MessageBoxAnswersThatCannotBeGiven) {
     CHECK_EQ(ui::RunModal(bad, [] { return RunTestDialog(); }), (INT_PTR)1);
     CHECK(g_test.boxResults == std::vector<int>{IDOK});
     CHECK_EQ(ui::LastRunProblems().size(), 2u);
-
-    ResetTestDialog();
-    ui::Script none;
-    none.Step([](ui::Dlg& d) { d.Command(kCmdAskYesNo); });
-    none.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
-    CHECK_EQ(ui::RunModal(none, [] { return RunTestDialog(); }), (INT_PTR)1);
-    CHECK(g_test.boxResults == std::vector<int>{IDYES});
-}
-
-TEST_CASE(Ui_Platform_StuckDialogIsClosedAndReported) {
-    ResetTestDialog();
-    g_test.ignoreCancel = true;
-    ui::Script s;
-    s.ExpectProblems().Timeout(300);
-    s.Step([](ui::Dlg& d) { d.Type(L"q"); });  // nothing here ends the dialog
-    DWORD start = GetTickCount();
-    INT_PTR r = ui::RunModal(s, [] { return RunTestDialog(); });
-    DWORD took = GetTickCount() - start;
-    CHECK_EQ(r, (INT_PTR)-1);
-    CHECK(took < 1500);
-    CHECK_EQ(ui::LastRunProblems().size(), 1u);
-    if (!ui::LastRunProblems().empty())
-        CHECK(ui::LastRunProblems()[0].find("did not end") != std::string::npos);
-    // The harness tried IDCANCEL first.
-    CHECK(!g_test.commands.empty() && g_test.commands.back() == (UINT)IDCANCEL);
-
-    // A step that waits for a window that never comes fails the same way.
-    ResetTestDialog();
-    ui::Script w;
-    w.ExpectProblems().Timeout(200);
-    w.WaitFor(L"NoSuchClass");
-    w.Step([](ui::Dlg&) {});
-    CHECK_EQ(ui::RunModal(w, [] { return RunTestDialog(); }), (INT_PTR)2);
-    CHECK_EQ(ui::LastRunProblems().size(), 1u);
-    if (!ui::LastRunProblems().empty())
-        CHECK(ui::LastRunProblems()[0].find("step 1") != std::string::npos);
 }
 
 TEST_CASE(Ui_Platform_DialogsFollowAMovedPhoneScreen) {

@@ -52,11 +52,9 @@ inline std::vector<unsigned char> EmptyListBytes(const std::vector<TField>& fiel
     return doctest::Bytes().listHeader((int)fields.size(), 0).append(ChunkBytes(fields, withIcon)).v;
 }
 
-inline void Write(const std::wstring& path, const std::vector<unsigned char>& bytes) {
-    lwtest::WriteFileBytes(path, bytes);
-}
-inline std::vector<unsigned char> ReadBytes(const std::wstring& path) { return lwtest::ReadFileBytes(path); }
-inline bool Exists(const std::wstring& path) { return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
+using doctest::ReadBytes;
+inline void Write(const std::wstring& path, const std::vector<unsigned char>& bytes) { doctest::WriteBytes(path, bytes); }
+inline bool Exists(const std::wstring& path) { return doctest::FileExists(path); }
 
 // Empties (or makes) a scratch folder under the templates test root.
 inline std::wstring ScratchFolder(const std::wstring& name) {
