@@ -112,3 +112,24 @@ private:
     HDC dc_;
     HGDIOBJ old_;
 };
+
+// A WM_PAINT handler's BeginPaint/EndPaint, with the client area filled
+// white first, as the program's forms are.
+class WhitePaint {
+public:
+    explicit WhitePaint(HWND hwnd) : hwnd_(hwnd), dc(BeginPaint(hwnd, &ps_)) {
+        GetClientRect(hwnd, &client);
+        FillRect(dc, &client, (HBRUSH)GetStockObject(WHITE_BRUSH));
+    }
+    ~WhitePaint() { EndPaint(hwnd_, &ps_); }
+    WhitePaint(const WhitePaint&) = delete;
+    WhitePaint& operator=(const WhitePaint&) = delete;
+
+private:
+    HWND hwnd_;
+    PAINTSTRUCT ps_;
+
+public:
+    HDC dc;
+    RECT client;
+};

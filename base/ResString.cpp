@@ -17,3 +17,14 @@ std::wstring ResText(UINT id) {
     return std::wstring(buffer, n > 0 ? n : 0);
 }
 
+std::wstring ResFormat(UINT id, std::initializer_list<std::wstring> values) {
+    std::wstring text = ResText(id);
+    size_t from = 0;
+    for (const std::wstring& value : values) {
+        size_t at = text.find(L"%s", from);
+        if (at == std::wstring::npos) break;
+        text.replace(at, 2, value);
+        from = at + value.size();
+    }
+    return text;
+}

@@ -2,6 +2,7 @@
 #pragma once
 #include <windows.h>
 
+#include <initializer_list>
 #include <string>
 
 #include "base/TextBuffer.h"
@@ -12,4 +13,8 @@ int LoadResString(HINSTANCE module, UINT id, TextBuffer& out);
 
 // String `id` of the language module.
 std::wstring ResText(UINT id);
+
+// String `id` of the language module with its "%s" placeholders replaced by
+// `values` in order; a value is never read as a format.
+std::wstring ResFormat(UINT id, std::initializer_list<std::wstring> values);
 

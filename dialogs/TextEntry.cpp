@@ -42,19 +42,13 @@ BOOL OnInitDialog(HWND hwnd, TextEntryRequest* request) {
 }
 
 BOOL OnPaint(HWND hwnd) {
-    PAINTSTRUCT ps;
-    HDC dc = BeginPaint(hwnd, &ps);
-    RECT client;
-    GetClientRect(hwnd, &client);
-    FillRect(dc, &client, (HBRUSH)GetStockObject(WHITE_BRUSH));
-    RECT band = {ScaleX(5), ScaleY(5), client.right, ScaleY(20)};
-    HGDIOBJ old = SelectObject(dc, g_textEntry.listFont);
-    SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
+    WhitePaint paint(hwnd);
+    RECT band = {ScaleX(5), ScaleY(5), paint.client.right, ScaleY(20)};
+    SelectedObject font(paint.dc, g_textEntry.listFont.Get());
+    SetBkMode(paint.dc, TRANSPARENT);
+    SetTextColor(paint.dc, GetSysColor(COLOR_WINDOWTEXT));
     const CeString& prompt = g_textEntry.request->prompt;
-    DrawTextW(dc, prompt, prompt.Length(), &band, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
-    SelectObject(dc, old);
-    EndPaint(hwnd, &ps);
+    DrawTextW(paint.dc, prompt, prompt.Length(), &band, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
     return TRUE;
 }
 

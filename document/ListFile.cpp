@@ -188,16 +188,9 @@ FileStatus parseListBytes(const void* bytes, size_t size, ListDocument& doc, con
     return items.whole ? FileStatus::Ok : FileStatus::PartlyRead;
 }
 
-// "2 of 3" in the words of the language module: its two "%s" take the
-// counts in order.
+// "2 of 3" in the words of the language module.
 static std::wstring CountOfTotal(long long part, long long whole) {
-    std::wstring text = ResText(IDS_COUNT_OF_TOTAL);
-    for (long long n : {part, whole}) {
-        size_t at = text.find(L"%s");
-        if (at == std::wstring::npos) break;
-        text.replace(at, 2, std::to_wstring(n));
-    }
-    return text;
+    return ResFormat(IDS_COUNT_OF_TOTAL, {std::to_wstring(part), std::to_wstring(whole)});
 }
 
 DocMessage listReadMessage(FileStatus status, const ListReadReport& report) {

@@ -57,12 +57,6 @@ HWND AddText(HWND hwnd, const TextPlace& place, const std::wstring& text, HFONT 
     return label;
 }
 
-std::wstring Formatted(UINT formatId, const wchar_t* value) {
-    wchar_t text[256];
-    wsprintfW(text, ResText(formatId).substr(0, 200).c_str(), value);
-    return text;
-}
-
 // A folder as the registry gives it, or a word saying there is none.
 std::wstring FolderText(const wchar_t* folder) { return folder[0] ? folder : ResText(IDS_ABOUT_NOT_SET); }
 
@@ -70,8 +64,8 @@ std::wstring TextFor(int id) {
     wchar_t folder[260] = {};
     switch (id) {
     case kAboutName: return ResText(IDS_ABOUT_NAME);
-    case kAboutVersion: return Formatted(IDS_ABOUT_VERSION, kProgramVersion);
-    case kAboutBuilt: return Formatted(IDS_ABOUT_BUILT, kBuildDate);
+    case kAboutVersion: return ResFormat(IDS_ABOUT_VERSION, {kProgramVersion});
+    case kAboutBuilt: return ResFormat(IDS_ABOUT_BUILT, {kBuildDate});
     case kAboutDescription: return ResText(IDS_ABOUT_PRODUCT);
     case kAboutListsLabel: return ResText(IDS_ABOUT_LISTS_FOLDER);
     case kAboutTemplatesLabel: return ResText(IDS_ABOUT_TEMPLATES_FOLDER);

@@ -327,22 +327,17 @@ BOOL OnHScroll(HWND dlg, HWND from) {
 }
 
 BOOL OnPaint(HWND dlg) {
-    PAINTSTRUCT ps;
-    HDC dc = BeginPaint(dlg, &ps);
-    RECT client;
-    GetClientRect(dlg, &client);
-    FillRect(dc, &client, (HBRUSH)GetStockObject(WHITE_BRUSH));
-    SelectedObject font(dc, g_fieldEdit.font.Get());
-    SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
+    WhitePaint paint(dlg);
+    SelectedObject font(paint.dc, g_fieldEdit.font.Get());
+    SetBkMode(paint.dc, TRANSPARENT);
+    SetTextColor(paint.dc, GetSysColor(COLOR_WINDOWTEXT));
     const struct { UINT id; int top; } labels[] = {
         {IDS_FIELD_TYPE_LABEL, 0}, {IDS_FIELD_NAME_LABEL, 40}, {IDS_FIELD_DEFAULT_LABEL, 80}};
     for (const auto& label : labels) {
-        RECT band = {ScaleX(10), ScaleY(label.top), client.right - ScaleX(10), ScaleY(label.top + 20)};
+        RECT band = {ScaleX(10), ScaleY(label.top), paint.client.right - ScaleX(10), ScaleY(label.top + 20)};
         std::wstring text = ResText(label.id);
-        DrawTextW(dc, text.c_str(), (int)text.size(), &band, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
+        DrawTextW(paint.dc, text.c_str(), (int)text.size(), &band, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
     }
-    EndPaint(dlg, &ps);
     return TRUE;
 }
 

@@ -205,13 +205,8 @@ BOOL OnInitDialog(HWND dlg) {
 
 // The template's icon beside the caption, so a chosen icon shows at once.
 BOOL OnPaint(HWND dlg) {
-    PAINTSTRUCT ps;
-    HDC dc = BeginPaint(dlg, &ps);
-    RECT client;
-    GetClientRect(dlg, &client);
-    FillRect(dc, &client, (HBRUSH)GetStockObject(WHITE_BRUSH));
-    if (S().icon.IsDrawable()) DrawImage(S().icon, dc, ScaleX(2), ScaleY(2));
-    EndPaint(dlg, &ps);
+    WhitePaint paint(dlg);
+    if (S().icon.IsDrawable()) DrawImage(S().icon, paint.dc, ScaleX(2), ScaleY(2));
     return TRUE;
 }
 

@@ -181,18 +181,13 @@ bool TemplateList::Draw(const DRAWITEMSTRUCT& dis) {
 }
 
 void TemplateList::PaintHeading(HWND dialog, UINT stringId) const {
-    PAINTSTRUCT ps;
-    HDC dc = BeginPaint(dialog, &ps);
-    RECT client;
-    GetClientRect(dialog, &client);
-    FillRect(dc, &client, (HBRUSH)GetStockObject(WHITE_BRUSH));
-    SelectedObject selected(dc, font.Get());
-    SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
-    RECT band = {ScaleX(5), 0, client.right, ScaleY(20)};
+    WhitePaint paint(dialog);
+    SelectedObject selected(paint.dc, font.Get());
+    SetBkMode(paint.dc, TRANSPARENT);
+    SetTextColor(paint.dc, GetSysColor(COLOR_WINDOWTEXT));
+    RECT band = {ScaleX(5), 0, paint.client.right, ScaleY(20)};
     std::wstring heading = ResText(stringId);
-    DrawTextW(dc, heading.c_str(), (int)heading.size(), &band, DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
-    EndPaint(dialog, &ps);
+    DrawTextW(paint.dc, heading.c_str(), (int)heading.size(), &band, DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
 }
 
 void TemplateList::Release() {

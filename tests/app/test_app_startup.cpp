@@ -122,32 +122,23 @@ TEST_CASE(App_Startup_DottedDateLanguages) {
 TEST_CASE(App_Startup_SampleFiles) {
     std::wstring folder = TempFolder();
     std::wstring plain = folder + L"Goals.zvt";
-    DeleteFileW(plain.c_str());
-    WriteText(plain + L"_vga", "vga");
-    WriteText(plain + L"_qvga", "qvga");
-
-    // First start on a low-density screen: the "_qvga" copy becomes the file.
-    PlaceSampleFile(folder.c_str(), L"Goals.zvt", true);
-    CHECK_EQ(ReadText(plain), std::string("qvga"));
-    CHECK(!Exists(plain + L"_vga"));
-    CHECK(!Exists(plain + L"_qvga"));
-
-    // The user edits it; a reinstall brings both copies back; the edit survives.
-    WriteText(plain, "edited");
-    WriteText(plain + L"_vga", "vga");
-    WriteText(plain + L"_qvga", "qvga");
-    PlaceSampleFile(folder.c_str(), L"Goals.zvt", false);
-    CHECK_EQ(ReadText(plain), std::string("edited"));
-    CHECK(!Exists(plain + L"_vga"));
-    CHECK(!Exists(plain + L"_qvga"));
-
-    // A high-density start without the file takes the "_vga" copy.
-    DeleteFileW(plain.c_str());
-    WriteText(plain + L"_vga", "vga");
-    WriteText(plain + L"_qvga", "qvga");
-    PlaceSampleFile(folder.c_str(), L"Goals.zvt", false);
-    CHECK_EQ(ReadText(plain), std::string("vga"));
-    CHECK(!Exists(plain + L"_qvga"));
+    // Each start finds both copies (a first install or a reinstall) and keeps
+    // the one that fits the screen, unless the user already has the file.
+    const struct { const char* existing; bool lowDensity; const char* kept; } starts[] = {
+        {nullptr, true, "qvga"},
+        {"edited", false, "edited"},
+        {nullptr, false, "vga"},
+    };
+    for (const auto& start : starts) {
+        DeleteFileW(plain.c_str());
+        if (start.existing) WriteText(plain, start.existing);
+        WriteText(plain + L"_vga", "vga");
+        WriteText(plain + L"_qvga", "qvga");
+        PlaceSampleFile(folder.c_str(), L"Goals.zvt", start.lowDensity);
+        CHECK_EQ(ReadText(plain), std::string(start.kept));
+        CHECK(!Exists(plain + L"_vga"));
+        CHECK(!Exists(plain + L"_qvga"));
+    }
 
     // A missing folder is not reported and creates nothing.
     PlaceSampleFile((folder + L"missing\\").c_str(), L"Goals.zvt", true);

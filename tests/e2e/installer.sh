@@ -5,27 +5,11 @@
 # uninstall that removes the program and keeps every list and every template
 # the user made or changed.
 #   tests/e2e/installer.sh BUILD_DIR INSTALLER.exe
-set -u
-build=$(cd "$1" && pwd)
-installer=$2
-source_dir=$(cd "$(dirname "$0")/../.." && pwd)
-run() { "$source_dir/tools/wine-run.sh" --prefix wine-test "$build" "$@"; }
-[ -f "$installer" ] || { echo "FAIL no installer at $installer: cmake --build build --target package"; exit 1; }
-unset DISPLAY
-
-drive_c="$build/wine-test/drive_c"
+source "$(dirname "$0")/common.sh"
 program="$drive_c/Program Files/Quenta/Zorvel"
-lists="$drive_c/users/$(id -un)/Documents/Zorvel Lists"
-failed=0
 check() {
   local what="$1"; shift
   if "$@"; then echo "ok   $what"; else echo "FAIL $what"; failed=1; fi
-}
-# Waits up to fifteen seconds for a condition.
-expect() {
-  local what="$1"; shift
-  for _ in $(seq 75); do "$@" >/dev/null && { echo "ok   $what"; return 0; }; sleep 0.2; done
-  echo "FAIL $what"; failed=1
 }
 # A string value of a key; no name: its default value.
 value() {

@@ -4,15 +4,8 @@
 # make a category, make a list in it from a template, add an item, save,
 # leave, rename the list, delete it. The files on disk follow each step.
 #   tests/e2e/main_view_keys.sh BUILD_DIR INSTALLER.exe
-set -u
-build=$(cd "$1" && pwd)
-installer=$2
-source_dir=$(cd "$(dirname "$0")/../.." && pwd)
-run() { "$source_dir/tools/wine-run.sh" --prefix wine-test "$build" "$@"; }
-unset DISPLAY
-[ -f "$installer" ] || { echo "FAIL no installer at $installer: cmake --build build --target package"; exit 1; }
+source "$(dirname "$0")/common.sh"
 run "$installer" /S >/dev/null 2>&1 || { echo "FAIL install"; exit 1; }
-lists="$build/wine-test/drive_c/users/$(id -un)/Documents/Zorvel Lists"
 rm -rf "$lists/E2E" "$lists/New Category"*
 export DISPLAY=":$(cat "$build/xvfb-wine-test.display")"
 
@@ -27,15 +20,8 @@ done
 [ -n "$window" ] || { echo "FAIL the main window did not appear"; exit 1; }
 sleep 1
 
-failed=0
 key() { xdotool key --delay 150 "$@"; sleep 1; }
 type_text() { xdotool type --delay 120 "$1"; sleep 0.5; }
-# Waits up to ten seconds for a condition on the files.
-expect() {
-  local what="$1"; shift
-  for _ in $(seq 50); do "$@" && { echo "ok   $what"; return 0; }; sleep 0.2; done
-  echo "FAIL $what"; failed=1
-}
 holds() { python3 -c "import sys; sys.exit(0 if sys.argv[2].encode('utf-16-le') in open(sys.argv[1],'rb').read() else 1)" "$1" "$2" 2>/dev/null; }
 
 key F2 2                      # New Category: the label edit opens on the default name
