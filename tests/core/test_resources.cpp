@@ -7,6 +7,7 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <cwchar>
@@ -19,6 +20,9 @@
 #include "resources/ImageIds.h"
 #include "resources/LangIds.h"
 #include "resources/program/ProgramIds.h"
+#include "tests/core/test_doc_util.h"
+
+using doctest::ByteVec;
 
 namespace {
 
@@ -45,18 +49,10 @@ std::vector<StringId> HeaderStringIds() {
 }
 
 // Texts handed to a printf-style formatter, with the conversions the code
-// passes arguments for.
-struct FormatText {
-    UINT id;
-    const char* conversions;  // one letter per conversion, in order
-};
-const FormatText kFormatTexts[] = {
-    {IDS_LIST_EXISTS_TEXT, "s"},
-    {IDS_ABOUT_VERSION, "s"},
-    {IDS_ABOUT_BUILT, "s"},
-    {IDS_LIST_PARTLY_READ, "s"},
-    {IDS_TEMPLATE_PARTLY_READ, "s"},
-    {IDS_COUNT_OF_TOTAL, "ss"},
+// passes arguments for (one letter per conversion, in order).
+const std::map<UINT, std::string> kFormatTexts = {
+    {IDS_LIST_EXISTS_TEXT, "s"},     {IDS_ABOUT_VERSION, "s"}, {IDS_ABOUT_BUILT, "s"}, {IDS_LIST_PARTLY_READ, "s"},
+    {IDS_TEMPLATE_PARTLY_READ, "s"}, {IDS_COUNT_OF_TOTAL, "ss"},
 };
 
 std::wstring Text(HINSTANCE module, UINT id) {
@@ -82,46 +78,33 @@ std::string Conversions(const std::wstring& text) {
     return out;
 }
 
-bool IsFormatText(UINT id) {
-    for (const FormatText& f : kFormatTexts)
-        if (f.id == id) return true;
-    return false;
+std::vector<UINT> SelectionIds() {
+    std::vector<UINT> ids = {IDS_SELECTION_EMPTY, IDS_SELECTION_12, IDS_SELECTION_13};
+    for (UINT id = IDS_SELECTION_BASE; id <= IDS_SELECTION_LAST_LOW; ++id) ids.push_back(id);
+    return ids;
 }
 
-bool IsSelectionText(UINT id) {
-    return (id >= IDS_SELECTION_BASE && id <= IDS_SELECTION_LAST_LOW) || id == IDS_SELECTION_12 ||
-           id == IDS_SELECTION_13;
+std::wstring BuildFolder() {
+    wchar_t path[MAX_PATH];
+    DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
+    while (n > 0 && path[n - 1] != L'\\') --n;
+    return std::wstring(path, n);
 }
 
 // A module of the build, by its path from the program's folder, as data.
 HINSTANCE BuildModule(const wchar_t* relative) {
-    wchar_t path[MAX_PATH];
-    DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
-    while (n > 0 && path[n - 1] != L'\\') --n;
-    path[n] = 0;
-    return LoadLibraryExW((std::wstring(path) + relative).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    return LoadLibraryExW((BuildFolder() + relative).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
 }
 
-HINSTANCE GermanModule() {
-    static HINSTANCE module = BuildModule(L"LangGer.dll");
-    return module;
-}
+const HINSTANCE kGermanModule = BuildModule(L"LangGer.dll");
+const HINSTANCE kHighDpiModule = BuildModule(L"ZVHighDpiRes.dll");
+// The program's resources: linked into the UI test program and Zorvel.exe;
+// the console tests read the build's data-only copy of them.
+const HINSTANCE kProgramModule = BuildModule(L"..\\resources\\ZvProgramRes.dll");
 
 // The language modules the build ships; texts that code reads back or lays
 // out are checked in each.
-std::vector<HINSTANCE> LanguageModules() { return {hLangModule, GermanModule()}; }
-
-HINSTANCE HighDpiModule() {
-    static HINSTANCE module = BuildModule(L"ZVHighDpiRes.dll");
-    return module;
-}
-
-// The program's resources: linked into the UI test program and Zorvel.exe;
-// the console tests read the build's data-only copy of them.
-HINSTANCE ProgramModule() {
-    static HINSTANCE module = BuildModule(L"..\\resources\\ZvProgramRes.dll");
-    return module;
-}
+std::vector<HINSTANCE> LanguageModules() { return {hLangModule, kGermanModule}; }
 
 // Whether a command is in a menu or any of its popups.
 bool Contains(HMENU menu, UINT id) {
@@ -140,175 +123,125 @@ UINT KeyId(HMENU menu, int pos) {
     return GetMenuItemInfoW(menu, pos, TRUE, &mii) ? mii.wID : 0;
 }
 
+// A null menu lacks every command.
 void CheckCommands(HMENU menu, const std::vector<UINT>& ids, const char* file, int line) {
     for (UINT id : ids)
         if (!Contains(menu, id)) zvtest::Fail(file, line, "menu lacks command " + std::to_string(id));
 }
 
-struct TgaHeader {
-    int idLength, mapType, type, width, height, bits, descriptor;
-    DWORD size;
-    const unsigned char* data;
-};
-
-bool ParseTga(const unsigned char* p, DWORD size, TgaHeader& out) {
-    out.size = size;
-    if (!p || size < 18) return false;
-    out.idLength = p[0];
-    out.mapType = p[1];
-    out.type = p[2];
-    out.width = p[12] | p[13] << 8;
-    out.height = p[14] | p[15] << 8;
-    out.bits = p[16];
-    out.descriptor = p[17];
-    out.data = p + 18 + p[0];
-    return true;
-}
-
-bool ReadTga(HINSTANCE module, UINT id, TgaHeader& out) {
+ByteVec TgaResource(HINSTANCE module, UINT id) {
     HRSRC res = FindResourceW(module, MAKEINTRESOURCEW(id), ZV_RT_TARGA);
-    HGLOBAL mem = res ? LoadResource(module, res) : nullptr;
-    return mem && ParseTga((const unsigned char*)LockResource(mem), SizeofResource(module, res), out);
+    const unsigned char* p = res ? (const unsigned char*)LockResource(LoadResource(module, res)) : nullptr;
+    return p ? ByteVec(p, p + SizeofResource(module, res)) : ByteVec();
 }
 
 // A TGA the program's decoder reads upright: uncompressed true colour, 32 bits
 // with alpha, rows top first (bit 4 of the descriptor; bit 5 is not used).
-void CheckTga(const TgaHeader& h, int size, const char* file, int line) {
-    CHECK_EQ_AT(h.mapType, 0, file, line);
-    CHECK_EQ_AT(h.type, 2, file, line);
-    CHECK_EQ_AT(h.bits, 32, file, line);
-    CHECK_AT((h.descriptor & 0x10) != 0, file, line);
-    CHECK_AT((h.descriptor & 0x20) == 0, file, line);
-    CHECK_EQ_AT(h.width, size, file, line);
-    CHECK_EQ_AT(h.height, size, file, line);
-    CHECK_EQ_AT(h.size, (DWORD)(18 + h.idLength + size * size * 4), file, line);
+void CheckTga(const ByteVec& tga, int size, const char* file, int line) {
+    if (tga.size() < 18) return zvtest::Fail(file, line, "no TGA");
+    doctest::Bytes header = doctest::Bytes().tgaHeader(2, size, size, 32, 0x10 | (tga[17] & 0x0F), tga[0]);
+    zvtest::CheckBytes(ByteVec(tga.begin(), tga.begin() + 18), header.v, file, line);
+    CHECK_EQ_AT(tga.size(), size_t(18 + tga[0] + size * size * 4), file, line);
 }
 
-int OpaqueInRow(const TgaHeader& h, int row) {
-    int n = 0;
-    for (int x = 0; x < h.width; ++x) n += h.data[(row * h.width + x) * 4 + 3] != 0;
+// Pixel (x, y) of a TGA stored top first: blue, green, red, alpha.
+const unsigned char* TgaPixel(const ByteVec& tga, int x, int y) {
+    return &tga[18 + tga[0] + (y * (tga[12] | tga[13] << 8) + x) * 4];
+}
+
+// The side of a square TGA whose pixels are all there, else 0.
+int TgaSide(const ByteVec& tga) {
+    int side = tga.size() >= 18 ? tga[12] | tga[13] << 8 : 0;
+    return side && tga.size() >= size_t(18 + tga[0] + side * side * 4) ? side : 0;
+}
+
+int OpaqueInRow(const ByteVec& tga, int row) {
+    int n = 0, width = tga[12] | tga[13] << 8;
+    for (int x = 0; x < width; ++x) n += TgaPixel(tga, x, row)[3] != 0;
     return n;
 }
 
-SIZE BitmapSize(HINSTANCE module, UINT id) {
-    SIZE size = {0, 0};
+// A bitmap's size and, unless CLR_INVALID is asked for, its top-left pixel.
+void CheckBitmap(HINSTANCE module, UINT id, int width, int height, COLORREF corner, const char* file, int line) {
     HBITMAP bitmap = LoadBitmapW(module, MAKEINTRESOURCEW(id));
-    if (!bitmap) return size;
-    BITMAP info;
-    if (GetObjectW(bitmap, sizeof info, &info)) size = {info.bmWidth, info.bmHeight};
-    DeleteObject(bitmap);
-    return size;
-}
-
-COLORREF BitmapPixel(HINSTANCE module, UINT id, int x, int y) {
-    HBITMAP bitmap = LoadBitmapW(module, MAKEINTRESOURCEW(id));
-    if (!bitmap) return CLR_INVALID;
+    BITMAP info = {};
+    GetObjectW(bitmap, sizeof info, &info);
+    CHECK_EQ_AT(info.bmWidth, (LONG)width, file, line);
+    CHECK_EQ_AT(info.bmHeight, (LONG)height, file, line);
     HDC dc = CreateCompatibleDC(nullptr);
     HGDIOBJ old = SelectObject(dc, bitmap);
-    COLORREF c = GetPixel(dc, x, y);
+    if (corner != CLR_INVALID) CHECK_EQ_AT(GetPixel(dc, 0, 0), corner, file, line);
     SelectObject(dc, old);
     DeleteDC(dc);
     DeleteObject(bitmap);
-    return c;
-}
-
-void CheckBitmapSize(HINSTANCE module, UINT id, int width, int height, const char* file, int line) {
-    SIZE size = BitmapSize(module, id);
-    CHECK_EQ_AT(size.cx, (LONG)width, file, line);
-    CHECK_EQ_AT(size.cy, (LONG)height, file, line);
 }
 
 }  // namespace
 
+// Every ID of the header has a text that callers' buffers of 255 characters
+// hold. Texts handed to a formatter have their conversions; every other text
+// is shown as it stands or has text appended with "%s \"%s\"", so a stray
+// "%" would be read as a conversion (selection texts are never formatted).
 TEST_CASE(Res_EveryHeaderStringLoads) {
-    CHECK(hLangModule != nullptr);
     std::vector<StringId> ids = HeaderStringIds();
+    std::vector<UINT> selection = SelectionIds();
     CHECK(ids.size() > 100);  // the header was read, not just opened
     for (const StringId& s : ids) {
         std::wstring text = Text(hLangModule, s.id);
         // The empty selection is stored as choice 11 exactly because its text is empty.
-        if (s.id == IDS_SELECTION_EMPTY) CHECK_EQ(text, std::wstring());
-        else if (text.empty()) zvtest::Fail(ZV_HERE, s.name + " has no text");
-        // Most callers load texts into buffers of 255 characters.
+        if (text.empty() != (s.id == IDS_SELECTION_EMPTY)) zvtest::Fail(ZV_HERE, s.name + ": empty or not");
         if (text.size() >= 255) zvtest::Fail(ZV_HERE, s.name + " is too long");
+        auto format = kFormatTexts.find(s.id);
+        bool stray = std::count(selection.begin(), selection.end(), s.id) == 0 && text.find(L'%') != std::wstring::npos;
+        if (format != kFormatTexts.end() ? Conversions(text) != format->second : stray)
+            zvtest::Fail(ZV_HERE, s.name + ": placeholders");
     }
 }
 
-TEST_CASE(Res_FormatTextsHaveTheirPlaceholders) {
-    for (const FormatText& f : kFormatTexts) CHECK_EQ(Conversions(Text(hLangModule, f.id)), std::string(f.conversions));
-    // Every other text is shown as it stands or has text appended with
-    // "%s \"%s\"": a stray "%" would be read as a conversion.
-    for (const StringId& s : HeaderStringIds()) {
-        if (IsFormatText(s.id) || IsSelectionText(s.id)) continue;
-        if (Text(hLangModule, s.id).find(L'%') != std::wstring::npos) zvtest::Fail(ZV_HERE, s.name + " holds a %");
-    }
-}
-
-TEST_CASE(Res_ChoiceTextsTellChoicesApart) {
+// Import maps a cell's text back to its choice and a header's type name back
+// to its type: the texts of one kind differ and hold nothing that ends them
+// early (a cell ends at TAB or ","; the export header writes "(" + type name
+// + ")", and import reads the name up to ")", TAB, ",", CR or LF).
+TEST_CASE(Res_ChoiceAndTypeTextsTellThemselvesApart) {
+    std::vector<UINT> types;
+    for (UINT type = 0; type < 9; ++type) types.push_back(IDS_TYPE_BASE + type);
+    const struct {
+        std::vector<UINT> ids;
+        const wchar_t* ends;
+    } kinds[] = {{{IDS_PRIORITY_NORMAL, IDS_PRIORITY_HIGH, IDS_PRIORITY_LOW}, L",\t"}, {{IDS_NO, IDS_YES}, L",\t"},
+                 {{IDS_CHECK_CLEAR, IDS_CHECK_SET}, L",\t"}, {SelectionIds(), L",\t"}, {types, L"),\t\r\n"}};
     for (HINSTANCE lang : LanguageModules()) {
-        // Import maps a cell's text back to its choice: texts of one type
-        // must differ, and a cell ends at TAB or ",".
-        auto distinct = [lang](std::vector<UINT> ids, const char* file, int line) {
-            for (size_t i = 0; i < ids.size(); ++i) {
-                CHECK_EQ_AT(Text(lang, ids[i]).find_first_of(L",\t"), std::wstring::npos, file, line);
-                for (size_t j = i + 1; j < ids.size(); ++j) CHECK_AT(Text(lang, ids[i]) != Text(lang, ids[j]), file, line);
+        for (const auto& kind : kinds)
+            for (size_t i = 0; i < kind.ids.size(); ++i) {
+                std::wstring text = Text(lang, kind.ids[i]);
+                if (text.find_first_of(kind.ends) != std::wstring::npos) zvtest::Fail(ZV_HERE, zvtest::Show(text));
+                for (size_t j = i + 1; j < kind.ids.size(); ++j)
+                    if (text == Text(lang, kind.ids[j])) zvtest::Fail(ZV_HERE, zvtest::Show(text) + " twice");
             }
-        };
-        distinct({IDS_PRIORITY_NORMAL, IDS_PRIORITY_HIGH, IDS_PRIORITY_LOW}, ZV_HERE);
-        distinct({IDS_NO, IDS_YES}, ZV_HERE);
-        distinct({IDS_CHECK_CLEAR, IDS_CHECK_SET}, ZV_HERE);
-        std::vector<UINT> selection;
-        for (UINT id = IDS_SELECTION_BASE; id <= IDS_SELECTION_LAST_LOW; ++id) selection.push_back(id);
-        selection.insert(selection.end(), {IDS_SELECTION_EMPTY, IDS_SELECTION_12, IDS_SELECTION_13});
-        distinct(selection, ZV_HERE);
         // Check all / uncheck all write texts that import reads back as check choices.
         CHECK_EQ(Text(lang, IDS_CHECKED), Text(lang, IDS_CHECK_SET));
         CHECK_EQ(Text(lang, IDS_UNCHECKED), Text(lang, IDS_CHECK_CLEAR));
     }
 }
 
-TEST_CASE(Res_TypeNamesSurviveTheExportHeader) {
-    // The export header writes "(" + type name + ")"; import reads the name
-    // up to ")", TAB, ",", CR or LF and compares it with all nine.
-    for (HINSTANCE lang : LanguageModules()) {
-        std::vector<std::wstring> names;
-        for (UINT type = 0; type < 9; ++type) {
-            std::wstring name = Text(lang, IDS_TYPE_BASE + type);
-            CHECK(!name.empty());
-            CHECK_EQ(name.find_first_of(L"),\t\r\n"), std::wstring::npos);
-            for (const std::wstring& earlier : names) CHECK(earlier != name);
-            names.push_back(name);
-        }
-    }
-}
-
 TEST_CASE(Res_ContextMenusByPosition) {
     HMENU menu = LoadMenuW(hLangModule, MAKEINTRESOURCEW(IDM_CONTEXT_MENUS));
-    CHECK(menu != nullptr);
-    if (!menu) return;
     CHECK_EQ(GetMenuItemCount(menu), 5);
-    for (int pos : {CTX_TREE_TOP_LEVEL, CTX_TREE_IN_CATEGORY}) {
-        HMENU tree = GetSubMenu(menu, pos);
-        CHECK(tree != nullptr);
-        if (tree) CheckCommands(tree, {IDM_OPEN, IDM_NEW_LIST, IDM_IMPORT, IDM_DELETE_CTX, IDM_RENAME_CTX}, ZV_HERE);
-    }
+    for (int pos : {CTX_TREE_TOP_LEVEL, CTX_TREE_IN_CATEGORY})
+        CheckCommands(GetSubMenu(menu, pos), {IDM_OPEN, IDM_NEW_LIST, IDM_IMPORT, IDM_DELETE_CTX, IDM_RENAME_CTX}, ZV_HERE);
     CheckCommands(GetSubMenu(menu, CTX_TEMPLATES), {IDM_NEW_TEMPLATE_CTX, IDM_EDIT_TEMPLATE_CTX, IDM_DELETE_TEMPLATE_CTX},
                   ZV_HERE);
     // (The item entries' places: the list window's context-menu test.)
-    HMENU colours = GetSubMenu(GetSubMenu(menu, CTX_LIST_ITEMS), LISTWIN_POS_ROW_COLOR_POPUP);
-    CHECK(colours != nullptr);
-    if (colours)
-        CheckCommands(colours, {IDM_ROW_YELLOW, IDM_ROW_RED, IDM_ROW_GREEN, IDM_ROW_BLUE, IDM_ROW_NONE, IDM_ITEM_COLOR},
-                      ZV_HERE);
+    CheckCommands(GetSubMenu(GetSubMenu(menu, CTX_LIST_ITEMS), LISTWIN_POS_ROW_COLOR_POPUP),
+                  {IDM_ROW_YELLOW, IDM_ROW_RED, IDM_ROW_GREEN, IDM_ROW_BLUE, IDM_ROW_NONE, IDM_ITEM_COLOR}, ZV_HERE);
     DestroyMenu(menu);
 }
 
-// Every soft-key bar: two keys with short labels, each a command or a
-// popup with entries; the key IDs the code finds the keys by (0: any), and
-// the commands the popups offer.
+// Every soft-key bar, in English and German: two keys (the about screen has
+// one) with short labels, each a command or a popup with entries; the key IDs
+// the code finds the keys by (0: any), and the commands the popups offer.
 TEST_CASE(Res_SoftKeyBars) {
-    HINSTANCE lang = hLangModule, program = ProgramModule();
-    CHECK(program != nullptr);
+    HINSTANCE lang = hLangModule, program = kProgramModule;
     const struct {
         HINSTANCE module;
         UINT menu, left, right;
@@ -331,6 +264,7 @@ TEST_CASE(Res_SoftKeyBars) {
         {lang, IDM_TEMPLATES_MANAGER_MENUBAR, IDC_OK, 0,
          {IDM_NEW_TEMPLATE, IDM_EDIT_TEMPLATE, IDM_DELETE_TEMPLATE, IDM_TEMPLATES_FOLDER}},
         {lang, IDM_SETTINGS_MENUBAR, 0, 0, {IDC_OK, IDM_SETTINGS_ABOUT}},
+        {lang, IDM_ABOUT_MENUBAR, IDOK, 0, {}},
         // The colour picker addresses its keys as 1 and 2 and refills popup 2.
         {lang, IDM_COLOR_PICKER_MENUBAR, IDOK, IDM_COLOR_MENU_POPUP,
          {IDM_COLOR_CANCEL, IDM_COLOR_DEFAULT, IDM_COLOR_SLIDERS, IDM_COLOR_HTML, IDM_COLOR_PALETTE}},
@@ -340,24 +274,26 @@ TEST_CASE(Res_SoftKeyBars) {
         {program, IDM_PROGRAM_PAGE_ONE_TAB, IDM_SAVE, IDM_PAGE_MENU_POPUP, {}},
         {program, IDM_PROGRAM_PAGE_TABS, IDM_SAVE, IDM_PAGE_MENU_POPUP, {}},
     };
-    for (const auto& bar : bars) {
-        HMENU m = LoadMenuW(bar.module, MAKEINTRESOURCEW(bar.menu));
-        std::string what = "menu " + std::to_string(bar.menu);
-        if (!m || GetMenuItemCount(m) != 2) zvtest::Fail(ZV_HERE, what + ": not two keys");
-        for (int i = 0; m && i < GetMenuItemCount(m); ++i) {
-            wchar_t label[64] = L"";
-            GetMenuStringW(m, i, label, 64, MF_BYPOSITION);
-            // Each key gets half of a 240-pixel bar.
-            if (!label[0] || std::wcslen(label) > 10) zvtest::Fail(ZV_HERE, what + ": label " + zvtest::Show(label));
-            HMENU sub = GetSubMenu(m, i);
-            if (sub ? GetMenuItemCount(sub) == 0 : GetMenuItemID(m, i) == 0 || GetMenuItemID(m, i) == (UINT)-1)
-                zvtest::Fail(ZV_HERE, what + ": key " + std::to_string(i) + " does nothing");
+    for (const auto& bar : bars)
+        for (HINSTANCE module : {bar.module, bar.module == lang ? kGermanModule : nullptr}) {
+            if (!module) continue;
+            HMENU m = LoadMenuW(module, MAKEINTRESOURCEW(bar.menu));
+            std::string what = "menu " + std::to_string(bar.menu) + (module == kGermanModule ? " (German)" : "");
+            if (GetMenuItemCount(m) != (bar.menu == IDM_ABOUT_MENUBAR ? 1 : 2)) zvtest::Fail(ZV_HERE, what + ": keys");
+            for (int i = 0; i < GetMenuItemCount(m); ++i) {
+                wchar_t label[64] = L"";
+                GetMenuStringW(m, i, label, 64, MF_BYPOSITION);
+                // Each key gets half of a 240-pixel bar.
+                if (!label[0] || std::wcslen(label) > 10) zvtest::Fail(ZV_HERE, what + ": label " + zvtest::Show(label));
+                HMENU sub = GetSubMenu(m, i);
+                if (sub ? GetMenuItemCount(sub) == 0 : GetMenuItemID(m, i) == 0 || GetMenuItemID(m, i) == (UINT)-1)
+                    zvtest::Fail(ZV_HERE, what + ": key " + std::to_string(i) + " does nothing");
+            }
+            if (bar.left && KeyId(m, 0) != bar.left) zvtest::Fail(ZV_HERE, what + ": left key");
+            if (bar.right && KeyId(m, 1) != bar.right) zvtest::Fail(ZV_HERE, what + ": right key");
+            CheckCommands(m, bar.commands, ZV_HERE);
+            DestroyMenu(m);
         }
-        if (bar.left && KeyId(m, 0) != bar.left) zvtest::Fail(ZV_HERE, what + ": left key");
-        if (bar.right && KeyId(m, 1) != bar.right) zvtest::Fail(ZV_HERE, what + ": right key");
-        CheckCommands(m, bar.commands, ZV_HERE);
-        DestroyMenu(m);
-    }
 }
 
 // The German module beside the English one.
@@ -413,11 +349,11 @@ std::string MenuShape(HMENU menu) {
 
 // A text or a menu entry added to one module and forgotten in the other
 // fails here: the same resources, the same string IDs with the same
-// placeholders in the same order, and menus of the same shape.
+// placeholders in the same order, and menus of the same shape (their
+// soft-key labels: Res_SoftKeyBars).
 TEST_CASE(Res_GermanModuleMatchesEnglish) {
-    HINSTANCE english = hLangModule, german = GermanModule();
+    HINSTANCE english = hLangModule, german = kGermanModule;
     CHECK(german != nullptr);
-    if (!german) return;
     for (LPCWSTR type : {RT_STRING, RT_MENU, RT_DIALOG})
         CHECK(ResourceNames(english, type) == ResourceNames(german, type));
     std::map<UINT, std::wstring> englishTexts = AllStrings(english), germanTexts = AllStrings(german);
@@ -435,48 +371,16 @@ TEST_CASE(Res_GermanModuleMatchesEnglish) {
         HMENU a = LoadMenuW(english, MAKEINTRESOURCEW(id)), b = LoadMenuW(german, MAKEINTRESOURCEW(id));
         CHECK(a != nullptr);
         if (MenuShape(a) != MenuShape(b)) zvtest::Fail(ZV_HERE, "menu " + std::to_string(id) + ": " + MenuShape(b));
-        // Every top-level entry but those of the context row is a soft key:
-        // half of a 240-pixel bar.
-        for (int i = 0; b && id != IDM_CONTEXT_MENUS && i < GetMenuItemCount(b); ++i) {
-            wchar_t label[64] = L"";
-            GetMenuStringW(b, i, label, 64, MF_BYPOSITION);
-            if (std::wcslen(label) > 10) zvtest::Fail(ZV_HERE, "German soft key " + zvtest::Show(label));
-        }
-        if (a) DestroyMenu(a);
-        if (b) DestroyMenu(b);
+        DestroyMenu(a);
+        DestroyMenu(b);
     }
 }
 
-TEST_CASE(Res_TargaRowsTopFirstPixelsBlueGreenRedAlpha) {
-    // The house narrows to the roof's tip at the top and stands on a wide
-    // wall: read in stored order, the first drawn row must be the narrow one.
-    for (HINSTANCE module : {hImageModule, HighDpiModule()}) {
-        TgaHeader h = {};
-        CHECK(ReadTga(module, IDT_ROOT, h));
-        if (!h.width) continue;
-        int first = 0, last = h.height - 1;
-        while (first < h.height && OpaqueInRow(h, first) == 0) ++first;
-        while (last > 0 && OpaqueInRow(h, last) == 0) --last;
-        CHECK(first < last);
-        CHECK(OpaqueInRow(h, first) < h.width / 4);
-        CHECK(OpaqueInRow(h, last) > h.width / 2);
-    }
-    // The low-density folder: row 3 starts with its outline colour #8A5A0B,
-    // the top-left pixel is clear.
-    TgaHeader h = {};
-    if (!ReadTga(hImageModule, IDT_CATEGORY, h)) return zvtest::Fail(ZV_HERE, "no folder image");
-    const unsigned char* outline = h.data + (3 * h.width + 0) * 4;
-    CHECK_BYTES(std::vector<unsigned char>(outline, outline + 4), (std::vector<unsigned char>{0x0B, 0x5A, 0x8A, 0xFF}));
-    CHECK_EQ((int)h.data[3], 0);
-}
-
-// Every image by module: TGAs (square, of one size) and bitmaps (their size
-// and, where a mask or a 3-D face colour is keyed on it, the corner pixel).
+// Every image by module: TGAs (square, of one size), the installer's icons,
+// bitmaps (their size and, where a mask or a 3-D face colour is keyed on it,
+// the corner pixel) and the icons every dialog and the file associations show.
 TEST_CASE(Res_ImagesOfEveryModule) {
-    HINSTANCE low = hImageModule, high = HighDpiModule(), program = ProgramModule();
-    CHECK(low != nullptr);
-    CHECK(high != nullptr);
-    CHECK(program != nullptr);
+    HINSTANCE low = hImageModule, high = kHighDpiModule, program = kProgramModule;
     const struct {
         HINSTANCE module;
         UINT id;
@@ -488,11 +392,16 @@ TEST_CASE(Res_ImagesOfEveryModule) {
         {high, IDT_PRIORITY_LOW, 24}, {program, IDT_PROGRAM_PRIORITY_HIGH, 12},
         {program, IDT_PROGRAM_PRIORITY_LOW, 12}, {program, IDT_PROGRAM_DEFAULT_LIST, 16},
     };
-    for (const auto& t : tgas) {
-        TgaHeader h;
-        if (ReadTga(t.module, t.id, h)) CheckTga(h, t.size, ZV_HERE);
-        else zvtest::Fail(ZV_HERE, "no TARGA resource " + std::to_string(t.id));
-    }
+    for (const auto& t : tgas) CheckTga(TgaResource(t.module, t.id), t.size, ZV_HERE);
+    std::wstring icons = BuildFolder() + L"Icons\\";
+    WIN32_FIND_DATAW fd;
+    HANDLE find = FindFirstFileW((icons + L"*.tga").c_str(), &fd);
+    int count = 0;
+    for (bool more = find != INVALID_HANDLE_VALUE; more; more = FindNextFileW(find, &fd), ++count)
+        CheckTga(doctest::ReadBytes(icons + fd.cFileName), 16, ZV_HERE);
+    if (find != INVALID_HANDLE_VALUE) FindClose(find);
+    CHECK(count >= 12);
+
     const COLORREF kAny = CLR_INVALID, kWhite = RGB(255, 255, 255), kGreen = RGB(0, 255, 0),
                    kFace = RGB(192, 192, 192);
     const struct {
@@ -514,48 +423,33 @@ TEST_CASE(Res_ImagesOfEveryModule) {
         {program, IDB_SMALL_SORT_MARKS, 16, 8, kGreen}, {program, IDB_SMALL_PRIORITY, 16, 8, kGreen},
         {program, IDB_SORT_DOWN, 8, 8, kFace},         {program, IDB_SORT_UP, 8, 8, kFace},
     };
-    for (const auto& b : bitmaps) {
-        CheckBitmapSize(b.module, b.id, b.width, b.height, ZV_HERE);
-        if (b.corner != kAny) CHECK_EQ(BitmapPixel(b.module, b.id, 0, 0), b.corner);
-    }
+    for (const auto& b : bitmaps) CheckBitmap(b.module, b.id, b.width, b.height, b.corner, ZV_HERE);
     // Loaded the way the tree loads it: 16 wide, white as the mask.
     HIMAGELIST list = ImageList_LoadImageW(low, MAKEINTRESOURCEW(IDB_IMAGE_STRIP), 16, 0, kWhite, IMAGE_BITMAP, 0);
-    CHECK(list != nullptr);
-    if (list) {
-        CHECK_EQ(ImageList_GetImageCount(list), IMAGE_STRIP_COUNT);
-        ImageList_Destroy(list);
-    }
-}
-
-// Every dialog and the file associations show these; nothing else fails without them.
-TEST_CASE(Res_ProgramIcons) {
+    CHECK_EQ(ImageList_GetImageCount(list), IMAGE_STRIP_COUNT);
+    ImageList_Destroy(list);
     for (UINT id : {IDI_ZORVEL, IDI_MAIN_WINDOW}) {
-        HICON icon = (HICON)LoadImageW(ProgramModule(), MAKEINTRESOURCEW(id), IMAGE_ICON, 32, 32, 0);
+        HICON icon = (HICON)LoadImageW(program, MAKEINTRESOURCEW(id), IMAGE_ICON, 32, 32, 0);
         CHECK(icon != nullptr);
-        if (icon) DestroyIcon(icon);
+        DestroyIcon(icon);
     }
 }
 
-TEST_CASE(Res_InstallerIconsAreSmallTgas) {
-    wchar_t path[MAX_PATH];
-    DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
-    while (n > 0 && path[n - 1] != L'\\') --n;
-    path[n] = 0;
-    std::wstring folder = std::wstring(path) + L"Icons\\";
-    WIN32_FIND_DATAW fd;
-    HANDLE find = FindFirstFileW((folder + L"*.tga").c_str(), &fd);
-    int count = 0;
-    for (bool more = find != INVALID_HANDLE_VALUE; more; more = FindNextFileW(find, &fd), ++count) {
-        std::vector<unsigned char> bytes(fd.nFileSizeLow);
-        HANDLE f = CreateFileW((folder + fd.cFileName).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                               0, nullptr);
-        DWORD got = 0;
-        ReadFile(f, bytes.data(), (DWORD)bytes.size(), &got, nullptr);
-        CloseHandle(f);
-        TgaHeader h;
-        CHECK(ParseTga(bytes.data(), got, h));
-        CheckTga(h, 16, ZV_HERE);
+TEST_CASE(Res_TargaRowsTopFirstPixelsBlueGreenRedAlpha) {
+    // The house narrows to the roof's tip at the top and stands on a wide
+    // wall: read in stored order, the first drawn row must be the narrow one.
+    for (HINSTANCE module : {hImageModule, kHighDpiModule}) {
+        ByteVec tga = TgaResource(module, IDT_ROOT);
+        int size = TgaSide(tga), first = 0, last = size - 1;
+        while (first < size && OpaqueInRow(tga, first) == 0) ++first;
+        while (last > 0 && OpaqueInRow(tga, last) == 0) --last;
+        CHECK(first < last);
+        if (first < last) CHECK(OpaqueInRow(tga, first) < size / 4 && OpaqueInRow(tga, last) > size / 2);
     }
-    if (find != INVALID_HANDLE_VALUE) FindClose(find);
-    CHECK(count >= 12);
+    // The low-density folder: row 3 starts with its outline colour #8A5A0B,
+    // the top-left pixel is clear.
+    ByteVec folder = TgaResource(hImageModule, IDT_CATEGORY);
+    if (TgaSide(folder) != 16) return zvtest::Fail(ZV_HERE, "no folder image");
+    CHECK_BYTES(ByteVec(TgaPixel(folder, 0, 3), TgaPixel(folder, 0, 3) + 4), (ByteVec{0x0B, 0x5A, 0x8A, 0xFF}));
+    CHECK_EQ((int)TgaPixel(folder, 0, 0)[3], 0);
 }
