@@ -11,23 +11,32 @@ using namespace doctest;
 
 namespace {
 
-Bytes TgaHeader(int type, int width, int height, int bits, int descriptor, int idLength = 0, int colourMap = 0) {
-    return Bytes().tgaHeader(type, width, height, bits, descriptor, idLength, colourMap);
+Bytes Tga(int type, int width, int height, int bits, int descriptor, const ByteVec& data, int idLength = 0,
+          int colourMap = 0) {
+    return Bytes().tgaHeader(type, width, height, bits, descriptor, idLength, colourMap).raw(data);
 }
 
-struct Rgba {
-    int r, g, b, a;
-};
-
-void CheckPixel(const PlanarImage& img, int x, int y, Rgba want, const char* file, int line) {
-    int i = y * img.width + x;
-    CHECK_EQ_AT((int)img.red[i], want.r, file, line);
-    CHECK_EQ_AT((int)img.green[i], want.g, file, line);
-    CHECK_EQ_AT((int)img.blue[i], want.b, file, line);
-    CHECK_EQ_AT((int)img.alpha[i], want.a, file, line);
+// Every pixel as "red,green,blue,alpha", rows top first and split by "/".
+std::string Pixels(const PlanarImage& img) {
+    std::string out;
+    for (int i = 0; !img.IsEmpty() && i < img.width * img.height; ++i) {
+        if (i) out += i % img.width ? " " : "/";
+        out += std::to_string(img.red[i]) + "," + std::to_string(img.green[i]) + "," + std::to_string(img.blue[i]) +
+               "," + std::to_string(img.alpha[i]);
+    }
+    return out;
 }
 
-HRESULT Decode(PlanarImage& img, const Bytes& b) { return DecodeTga(img, b.v.data(), b.v.size()); }
+// The pixels of a decoded file, or "refused" when decoding fails and leaves
+// the image that was there before empty.
+std::string Decoded(const Bytes& file) {
+    PlanarImage img;
+    Bytes good = Tga(2, 1, 1, 24, 0, {1, 2, 3});
+    DecodeTga(img, good.v.data(), good.v.size());
+    HRESULT hr = DecodeTga(img, file.v.data(), file.v.size());
+    if (hr == S_OK) return Pixels(img);
+    return hr == E_FAIL && img.IsEmpty() ? "refused" : "refused, but image kept or wrong result";
+}
 
 // A 32-bit top-down DIB selected into a memory DC, for drawing tests.
 struct Canvas {
@@ -63,101 +72,49 @@ struct Canvas {
 
 // The blend spelled out: dst*(255-a) + src*a, divided by 255, rounded.
 int Rounded(int dst, int src, int a) { return (dst * (255 - a) + src * a + 127) / 255; }
-unsigned Mix(unsigned dst, Rgba src) {
-    int r = Rounded((dst >> 16) & 0xFF, src.r, src.a);
-    int g = Rounded((dst >> 8) & 0xFF, src.g, src.a);
-    int b = Rounded(dst & 0xFF, src.b, src.a);
-    return unsigned(r << 16 | g << 8 | b);
+unsigned Mix(unsigned dst, int r, int g, int b, int a) {
+    return unsigned(Rounded((dst >> 16) & 0xFF, r, a) << 16 | Rounded((dst >> 8) & 0xFF, g, a) << 8 |
+                    Rounded(dst & 0xFF, b, a));
 }
 
 }  // namespace
 
-TEST_CASE(Tga_Uncompressed24And32Bit) {
-    Bytes t24 = TgaHeader(2, 2, 1, 24, 0x10);
-    t24.u8(1).u8(2).u8(3).u8(4).u8(5).u8(6);  // blue, green, red
-    PlanarImage img;
-    CHECK_EQ(Decode(img, t24), S_OK);
-    CHECK_EQ(img.width, 2);
-    CHECK_EQ(img.height, 1);
-    CheckPixel(img, 0, 0, {3, 2, 1, 255}, ZV_HERE);
-    CheckPixel(img, 1, 0, {6, 5, 4, 255}, ZV_HERE);
-
-    Bytes t32 = TgaHeader(2, 1, 1, 32, 0x10, 3);
-    t32.u8(0xAA).u8(0xBB).u8(0xCC);  // image ID, skipped
-    t32.u8(10).u8(20).u8(30).u8(0);
-    CHECK_EQ(Decode(img, t32), S_OK);
-    CheckPixel(img, 0, 0, {30, 20, 10, 0}, ZV_HERE);
-}
-
-TEST_CASE(Tga_RowOrderFollowsBit4) {
-    // Two rows: the file's first row is red, the second blue.
-    auto make = [](int descriptor) {
-        Bytes b = TgaHeader(2, 1, 2, 24, descriptor);
-        b.u8(0).u8(0).u8(255).u8(255).u8(0).u8(0);
-        return b;
-    };
-    PlanarImage img;
-    CHECK_EQ(Decode(img, make(0x10)), S_OK);  // stored top row first
-    CheckPixel(img, 0, 0, {255, 0, 0, 255}, ZV_HERE);
-    CheckPixel(img, 0, 1, {0, 0, 255, 255}, ZV_HERE);
-    CHECK_EQ(Decode(img, make(0x20)), S_OK);  // the usual top-left flag is not looked at
-    CheckPixel(img, 0, 0, {0, 0, 255, 255}, ZV_HERE);
-    CheckPixel(img, 0, 1, {255, 0, 0, 255}, ZV_HERE);
-}
-
-TEST_CASE(Tga_RunLengthPackets) {
-    Bytes b = TgaHeader(10, 4, 2, 32, 0x10);
-    b.u8(0x83).u8(1).u8(2).u8(3).u8(4);                          // run of 4
-    b.u8(0x01).u8(5).u8(6).u8(7).u8(8).u8(9).u8(10).u8(11).u8(12);  // 2 raw
-    b.u8(0x81).u8(13).u8(14).u8(15).u8(16);                      // run of 2
-    PlanarImage img;
-    CHECK_EQ(Decode(img, b), S_OK);
-    for (int x = 0; x < 4; ++x) CheckPixel(img, x, 0, {3, 2, 1, 4}, ZV_HERE);
-    CheckPixel(img, 0, 1, {7, 6, 5, 8}, ZV_HERE);
-    CheckPixel(img, 1, 1, {11, 10, 9, 12}, ZV_HERE);
-    CheckPixel(img, 3, 1, {15, 14, 13, 16}, ZV_HERE);
-
-    // A packet running past its row writes on into the memory that follows:
-    // bottom-first, that is the row decoded before.
-    Bytes cross = TgaHeader(10, 3, 2, 24, 0);
-    cross.u8(0x02).u8(1).u8(1).u8(1).u8(2).u8(2).u8(2).u8(3).u8(3).u8(3);  // bottom row: 3 raw
-    cross.u8(0x84).u8(9).u8(9).u8(9);                                    // top row: run of 5
-    CHECK_EQ(Decode(img, cross), S_OK);
-    CheckPixel(img, 0, 0, {9, 9, 9, 255}, ZV_HERE);
-    CheckPixel(img, 2, 0, {9, 9, 9, 255}, ZV_HERE);
-    CheckPixel(img, 0, 1, {9, 9, 9, 255}, ZV_HERE);
-    CheckPixel(img, 1, 1, {9, 9, 9, 255}, ZV_HERE);
-    CheckPixel(img, 2, 1, {3, 3, 3, 255}, ZV_HERE);
-}
-
-TEST_CASE(Tga_RefusedHeadersLeaveImageEmpty) {
-    Bytes good = TgaHeader(2, 1, 1, 24, 0).u8(1).u8(2).u8(3);
+TEST_CASE(Tga_DecodedPixels) {
     const struct {
         Bytes file;
+        const char* pixels;
         int line;
-    } kRefused[] = {
-        {TgaHeader(1, 1, 1, 8, 0).u8(0).u8(0).u8(0), __LINE__},               // colour-mapped
-        {TgaHeader(3, 1, 1, 8, 0).u8(0).u8(0).u8(0), __LINE__},               // grey
-        {TgaHeader(2, 1, 1, 24, 0, 0, 1).u8(0).u8(0).u8(0), __LINE__},        // with a colour map
-        {TgaHeader(2, 2, 2, 24, 0).u8(1).u8(2).u8(3), __LINE__},              // data too short
-        {TgaHeader(10, 2, 2, 24, 0).u8(0x81).u8(1).u8(2).u8(3), __LINE__},    // packets too short
-        {TgaHeader(10, 65535, 65535, 32, 0).u8(0xFF).u32(0x04030201), __LINE__},  // too large
-        {TgaHeader(2, 0, 5, 24, 0), __LINE__},                                // no width
-        {Bytes().raw(ByteVec(good.v.begin(), good.v.begin() + 17)), __LINE__},   // header cut
+    } kRows[] = {
+        // Stored blue, green, red (and alpha); an image ID is skipped.
+        {Tga(2, 2, 1, 24, 0x10, {1, 2, 3, 4, 5, 6}), "3,2,1,255 6,5,4,255", __LINE__},
+        {Tga(2, 1, 1, 32, 0x10, {0xAA, 0xBB, 0xCC, 10, 20, 30, 0}, 3), "30,20,10,0", __LINE__},
+        // Bit 4 set: the file's first row is the top one; the usual top-left
+        // flag (bit 5) is not looked at.
+        {Tga(2, 1, 2, 24, 0x10, {0, 0, 255, 255, 0, 0}), "255,0,0,255/0,0,255,255", __LINE__},
+        {Tga(2, 1, 2, 24, 0x20, {0, 0, 255, 255, 0, 0}), "0,0,255,255/255,0,0,255", __LINE__},
+        // Run-length packets: a run of 4, 2 raw, a run of 2.
+        {Tga(10, 4, 2, 32, 0x10, {0x83, 1, 2, 3, 4, 0x01, 5, 6, 7, 8, 9, 10, 11, 12, 0x81, 13, 14, 15, 16}),
+         "3,2,1,4 3,2,1,4 3,2,1,4 3,2,1,4/7,6,5,8 11,10,9,12 15,14,13,16 15,14,13,16", __LINE__},
+        // A packet running past its row writes on into the memory that
+        // follows: bottom-first, that is the row decoded before.
+        {Tga(10, 3, 2, 24, 0, {0x02, 1, 1, 1, 2, 2, 2, 3, 3, 3, 0x84, 9, 9, 9}),
+         "9,9,9,255 9,9,9,255 9,9,9,255/9,9,9,255 9,9,9,255 3,3,3,255", __LINE__},
+        {Tga(1, 1, 1, 8, 0, {0, 0, 0}), "refused", __LINE__},         // colour-mapped
+        {Tga(3, 1, 1, 8, 0, {0, 0, 0}), "refused", __LINE__},         // grey
+        {Tga(2, 1, 1, 24, 0, {0, 0, 0}, 0, 1), "refused", __LINE__},  // with a colour map
+        {Tga(2, 2, 2, 24, 0, {1, 2, 3}), "refused", __LINE__},        // data too short
+        {Tga(10, 2, 2, 24, 0, {0x81, 1, 2, 3}), "refused", __LINE__},  // packets too short
+        {Tga(10, 65535, 65535, 32, 0, {0xFF, 1, 2, 3, 4}), "refused", __LINE__},  // too large
+        {Tga(2, 0, 5, 24, 0, {}), "refused", __LINE__},                          // no width
+        {Bytes().raw({0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 1, 0, 24}), "refused", __LINE__},  // header cut
     };
-    for (const auto& row : kRefused) {
-        PlanarImage img;
-        CHECK_EQ(Decode(img, good), S_OK);
-        CHECK_EQ_AT(Decode(img, row.file), E_FAIL, __FILE__, row.line);
-        CHECK_AT(img.IsEmpty(), __FILE__, row.line);
-    }
+    for (const auto& row : kRows) CHECK_EQ_AT(Decoded(row.file), std::string(row.pixels), __FILE__, row.line);
 }
 
 TEST_CASE(Tga_FilesAndResources) {
     std::wstring dir = ScratchDir(L"tga");
-    Bytes b = TgaHeader(2, 3, 2, 32, 0x10);
-    for (int i = 0; i < 6; ++i) b.u8(i).u8(i).u8(i).u8(255);
-    WriteBytes(dir + L"\\a.tga", b.v);
+    WriteBytes(dir + L"\\a.tga", Tga(2, 3, 2, 32, 0x10, {0, 0, 0, 255, 1, 1, 1, 255, 2, 2, 2, 255, 3, 3, 3, 255, 4, 4,
+                                                        4, 255, 5, 5, 5, 255}).v);
     SIZE size = ReadTgaSize((dir + L"\\a.tga").c_str());
     CHECK_EQ((int)size.cx, 3);
     CHECK_EQ((int)size.cy, 2);
@@ -165,7 +122,7 @@ TEST_CASE(Tga_FilesAndResources) {
     CHECK_EQ((int)(size.cx + size.cy), 0);
     PlanarImage img;
     CHECK_EQ(LoadTgaFile(img, (dir + L"\\a.tga").c_str()), S_OK);
-    CheckPixel(img, 2, 1, {5, 5, 5, 255}, ZV_HERE);
+    CHECK_EQ(Pixels(img), std::string("0,0,0,255 1,1,1,255 2,2,2,255/3,3,3,255 4,4,4,255 5,5,5,255"));
     CHECK_EQ(LoadTgaFile(img, (dir + L"\\none.tga").c_str()), E_FAIL);
     CHECK(img.IsEmpty());
     CHECK_EQ(LoadTgaResource(img, hImageModule, IDT_DEFAULT_LIST), S_OK);
@@ -176,22 +133,16 @@ TEST_CASE(Tga_FilesAndResources) {
 
 TEST_CASE(Tga_DrawImageExactBlend) {
     const unsigned background = 0x3C64C8;  // red 60, green 100, blue 200
-    Rgba px[4] = {{255, 0, 0, 0}, {10, 20, 30, 255}, {255, 255, 255, 128}, {100, 200, 50, 64}};
-    unsigned char r[4], g[4], b[4], a[4];
-    for (int i = 0; i < 4; ++i) {
-        r[i] = (unsigned char)px[i].r;
-        g[i] = (unsigned char)px[i].g;
-        b[i] = (unsigned char)px[i].b;
-        a[i] = (unsigned char)px[i].a;
-    }
+    // Pixels by alpha: 0 leaves the background, 255 is the source, 128 and 64 blend.
     PlanarImage img;
-    SetPlanes(img, r, g, b, a, 2, 2);
+    Bytes file = Tga(2, 2, 2, 32, 0x10, {0, 0, 255, 0, 30, 20, 10, 255, 255, 255, 255, 128, 50, 200, 100, 64});
+    CHECK_EQ(DecodeTga(img, file.v.data(), file.v.size()), S_OK);
     Canvas canvas(5, 4, background);
     CHECK_EQ(DrawImage(img, canvas.dc, 1, 1), 1);
-    CHECK_EQ(canvas.At(1, 1), background);  // alpha 0 leaves the background
-    CHECK_EQ(canvas.At(2, 1), 0x0A141Eu);    // alpha 255 is the source
-    CHECK_EQ(canvas.At(1, 2), Mix(background, px[2]));
-    CHECK_EQ(canvas.At(2, 2), Mix(background, px[3]));
+    CHECK_EQ(canvas.At(1, 1), background);
+    CHECK_EQ(canvas.At(2, 1), 0x0A141Eu);
+    CHECK_EQ(canvas.At(1, 2), Mix(background, 255, 255, 255, 128));
+    CHECK_EQ(canvas.At(2, 2), Mix(background, 100, 200, 50, 64));
     // One value worked by hand: green 100 under 200 at alpha 64 -> 125.
     CHECK_EQ((int)((canvas.At(2, 2) >> 8) & 0xFF), 125);
     CHECK_EQ(canvas.At(0, 0), background);
@@ -201,7 +152,7 @@ TEST_CASE(Tga_DrawImageExactBlend) {
     Canvas second(3, 2, 0);
     CHECK_EQ(DrawImage(img, second.dc, 0, 0, -1, -1, 1, 0, 1, -1), 1);
     CHECK_EQ(second.At(0, 0), 0x0A141Eu);
-    CHECK_EQ(second.At(0, 1), Mix(0, px[3]));
+    CHECK_EQ(second.At(0, 1), Mix(0, 100, 200, 50, 64));
     CHECK_EQ(second.At(1, 0), 0u);
     PlanarImage empty;
     CHECK_EQ(DrawImage(empty, second.dc, 0, 0), 0);
@@ -246,8 +197,7 @@ TEST_CASE(Tga_ListIconByScreenDensity) {
     late.templateHeader(0).viewState(-1, 0).chunk(1007, Bytes().i32(1).i32(1));
     WriteBytes(dir + L"\\late.zvt", late.v);
     CHECK_EQ(LoadTemplateIcon(img, (dir + L"\\t.zvt").c_str(), false), 1);
-    CHECK_EQ((int)img.red[0], 7);
-    CHECK_EQ((int)img.alpha[0], 10);
+    CHECK_EQ(Pixels(img), std::string("7,8,9,10"));
     CHECK_EQ(LoadTemplateIcon(img, (dir + L"\\late.zvt").c_str(), false), 0);
     CHECK(img.IsEmpty());
 }
