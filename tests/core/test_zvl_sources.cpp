@@ -1,5 +1,6 @@
 // zvl's readable sources: sample lists and templates, and icons drawn as text.
 #include <string>
+#include <vector>
 
 #include "tests/framework/ZvTest.h"
 #include "tools/zvl/IconText.h"
@@ -8,18 +9,23 @@
 
 namespace {
 
-const ListItem& ItemAt(const ListDocument& doc, int index) {
-    auto it = doc.items.begin();
-    std::advance(it, index);
-    return *it;
-}
-
-void CheckDate(const SYSTEMTIME& t, int year, int month, int day, int hour, int minute, const char* file, int line) {
-    CHECK_EQ_AT((int)t.wYear, year, file, line);
-    CHECK_EQ_AT((int)t.wMonth, month, file, line);
-    CHECK_EQ_AT((int)t.wDay, day, file, line);
-    CHECK_EQ_AT((int)t.wHour, hour, file, line);
-    CHECK_EQ_AT((int)t.wMinute, minute, file, line);
+// A row as its cells read: dates and times "y-m-d h:m", choices their number,
+// other values their text; then the row colour.
+std::wstring Row(const ListDocument& doc, int index) {
+    auto item = doc.items.begin();
+    std::advance(item, index);
+    std::wstring out;
+    for (const FieldValue& v : item->values) {
+        const SYSTEMTIME& t = v.time;
+        if (v.storedType == FieldType::Date || v.storedType == FieldType::Time || v.storedType == FieldType::DateTime)
+            out += std::to_wstring(t.wYear) + L"-" + std::to_wstring(t.wMonth) + L"-" + std::to_wstring(t.wDay) + L" " +
+                   std::to_wstring(t.wHour) + L":" + std::to_wstring(t.wMinute);
+        else out += IsChoiceType(v.storedType) ? std::to_wstring(v.choice) : std::wstring(v.text.c_str());
+        out += L"; ";
+    }
+    wchar_t colour[16];
+    swprintf(colour, 16, L"%06X", (unsigned)item->backColor);
+    return out + colour;
 }
 
 // Parses `text` and expects it refused with a message holding `part`.
@@ -54,6 +60,9 @@ const char kEveryType[] =
 
 }  // namespace
 
+// Per field: type, date mode, time mode (08:30 is the 18th half hour of the
+// day), default choice (the field editor lists "No" first and stores that row
+// as choice 1) and width, from the source's columns.
 TEST_CASE(Zvl_SampleSource_FieldsAndDefaults) {
     SampleSource source;
     std::wstring error;
@@ -62,31 +71,28 @@ TEST_CASE(Zvl_SampleSource_FieldsAndDefaults) {
     const ListDocument& doc = source.doc;
     CHECK(!source.isTemplate);
     CHECK_EQ(source.icon, std::wstring(L"plane"));
+    const wchar_t* kFields[] = {L"0 3 0 0 60", L"1 0 18 0 30", L"2 0 0 1 20", L"3 0 0 0 0",   L"4 0 0 1 30",
+                                L"5 0 0 0 30", L"6 0 0 1 24",  L"7 1 48 0 90", L"8 0 0 11 40"};
     CHECK_EQ(doc.fieldCount(), 9);
+    auto n = [](int v) { return std::to_wstring(v); };
+    for (int i = 0; i < doc.fieldCount() && i < 9; ++i) {
+        const FieldDef& f = doc.fields[i];
+        CHECK_EQ(n((int)f.type) + L" " + n(f.dateDefaultMode) + L" " + n(f.timeDefaultMode) + L" " +
+                     n(f.defaultChoice) + L" " + n(f.columnWidth), std::wstring(kFields[i]));
+    }
     if (doc.fieldCount() != 9) return;
-    const FieldDef* f = doc.fields.data();
-    CHECK_EQ((int)f[0].type, (int)FieldType::Date);
-    CHECK_EQ(f[0].dateDefaultMode, 3);
-    CHECK_EQ(f[0].columnWidth, 60);
-    CHECK_EQ((const wchar_t*)f[0].defaultText, dateDefaultModeText(3).c_str());
-    CHECK_EQ(f[1].timeDefaultMode, 18);  // 08:30 is the 18th half hour of the day
-    CHECK_EQ(f[2].defaultChoice, 1);
-    CHECK_EQ((const wchar_t*)f[3].defaultText, L"something");
-    CHECK_EQ(f[3].columnWidth, 0);
-    // The field editor lists "No" first and stores that row as choice 1.
-    CHECK_EQ(f[4].defaultChoice, 1);
-    CHECK_EQ((const wchar_t*)f[4].defaultText, choiceText(FieldType::YesNo, 0).c_str());
-    CHECK_EQ(DefaultDescription(f[4]), std::wstring(choiceText(FieldType::YesNo, 0).c_str()));
-    CHECK_EQ((const wchar_t*)f[5].defaultText, L"-1.5");
-    CHECK_EQ(f[6].defaultChoice, 1);
-    CHECK_EQ(f[7].dateDefaultMode, 1);
-    CHECK_EQ(f[7].timeDefaultMode, 48);
-    CHECK_EQ(f[8].defaultChoice, kEmptySelection);
+    CHECK_EQ((const wchar_t*)doc.fields[0].defaultText, dateDefaultModeText(3).c_str());
+    CHECK_EQ((const wchar_t*)doc.fields[3].defaultText, L"something");
+    CHECK_EQ((const wchar_t*)doc.fields[4].defaultText, choiceText(FieldType::YesNo, 0).c_str());
+    CHECK_EQ(DefaultDescription(doc.fields[4]), std::wstring(choiceText(FieldType::YesNo, 0).c_str()));
+    CHECK_EQ((const wchar_t*)doc.fields[5].defaultText, L"-1.5");
     // A date column sorted descending stores flag 1.
     CHECK_EQ(doc.sortColumn, 0);
     CHECK(doc.sortDescending);
 }
 
+// Rows in the order given; a time alone is on 30 December 1899; missing
+// cells are empty text, choice 0, and for a Selection the empty choice 11.
 TEST_CASE(Zvl_SampleSource_Values) {
     SampleSource source;
     std::wstring error;
@@ -94,37 +100,13 @@ TEST_CASE(Zvl_SampleSource_Values) {
     const ListDocument& doc = source.doc;
     CHECK_EQ(doc.itemCount(), 3);
     if (doc.itemCount() != 3) return;
-    const ListItem& first = ItemAt(doc, 0);
-    CHECK_EQ((int)first.values.size(), 9);
-    CheckDate(first.values[0].time, 2007, 3, 1, 0, 0, ZV_HERE);
-    CHECK_EQ((int)first.values[0].time.wDayOfWeek, 4);  // a Thursday
-    CheckDate(first.values[1].time, 1899, 12, 30, 9, 5, ZV_HERE);
-    CHECK_EQ(first.values[2].choice, 2);
-    CHECK_EQ(first.values[3].text.c_str(), L"a | b");
-    CHECK_EQ(first.values[4].choice, 1);
-    CHECK_EQ(first.values[5].text.c_str(), L"12.50");
-    CHECK_EQ(first.values[6].choice, 1);
-    CheckDate(first.values[7].time, 2008, 2, 29, 23, 59, ZV_HERE);
-    CHECK_EQ(first.values[8].choice, 5);
-    CHECK_EQ((unsigned)first.backColor, 0xC9CEFFu);
-    for (int i = 0; i < 9; ++i) CHECK_EQ((int)first.values[i].storedType, (int)doc.fields[i].type);
-
-    const ListItem& second = ItemAt(doc, 1);
-    CHECK_EQ(second.values[3].text.c_str(), L"caf\x00e9");
-    CHECK_EQ(second.values[4].choice, 0);
-    CHECK_EQ(second.values[6].choice, 0);
-    CHECK_EQ(second.values[8].choice, 13);
-    CHECK_EQ((unsigned)second.backColor, 0x123456u);
-    CHECK_EQ(second.ordinal, 1);
-
-    // Empty and missing cells: empty text, choice 0, and for a Selection the
-    // empty choice 11.
-    const ListItem& third = ItemAt(doc, 2);
-    CHECK_EQ(third.values[3].text.c_str(), L"short row");
-    CHECK_EQ(third.values[4].choice, 0);
-    CHECK_EQ(third.values[5].text.c_str(), L"");
-    CHECK_EQ(third.values[8].choice, kEmptySelection);
-    CHECK_EQ((unsigned)third.backColor, (unsigned)kNoBackColor);
+    CHECK_EQ(Row(doc, 0), L"2007-3-1 0:0; 1899-12-30 9:5; 2; a | b; 1; 12.50; 1; 2008-2-29 23:59; 5; C9CEFF");
+    CHECK_EQ(Row(doc, 1), L"2007-12-25 0:0; 1899-12-30 0:0; 0; caf\x00e9; 0; 3; 0; 2007-1-1 0:0; 13; 123456");
+    CHECK_EQ(Row(doc, 2), L"2007-1-2 0:0; 1899-12-30 12:0; 1; short row; 0; ; 0; 2007-1-2 12:0; 11; FFFFFFFF");
+    CHECK_EQ((int)doc.items.front().values[0].time.wDayOfWeek, 4);  // a Thursday
+    CHECK_EQ(doc.items.back().ordinal, 2);
+    for (const ListItem& item : doc.items)
+        for (int i = 0; i < 9; ++i) CHECK_EQ((int)item.values[i].storedType, (int)doc.fields[i].type);
 }
 
 TEST_CASE(Zvl_SampleSource_SortFlagFollowsColumnType) {
@@ -185,13 +167,11 @@ TEST_CASE(Zvl_IconText_RendersPlanes) {
     CHECK_EQ(image.width, 2);
     CHECK_EQ(image.height, 2);
     if (image.IsEmpty()) return;
-    const unsigned char red[] = {255, 0, 0, 0}, blue[] = {0, 0, 255, 255}, alpha[] = {255, 0, 128, 128};
-    for (int i = 0; i < 4; ++i) {
-        CHECK_EQ((int)image.red[i], (int)red[i]);
-        CHECK_EQ((int)image.blue[i], (int)blue[i]);
-        CHECK_EQ((int)image.alpha[i], (int)alpha[i]);
-        CHECK_EQ((int)image.green[i], 0);
-    }
+    using Plane = std::vector<unsigned char>;
+    CHECK_BYTES(Plane(image.red, image.red + 4), (Plane{255, 0, 0, 0}));
+    CHECK_BYTES(Plane(image.green, image.green + 4), (Plane{0, 0, 0, 0}));
+    CHECK_BYTES(Plane(image.blue, image.blue + 4), (Plane{0, 0, 255, 255}));
+    CHECK_BYTES(Plane(image.alpha, image.alpha + 4), (Plane{255, 0, 128, 128}));
 }
 
 TEST_CASE(Zvl_IconText_DoublesWithScale2x) {
