@@ -17,44 +17,66 @@ Bytes Utf16(const std::wstring& s) { return Bytes().wchars(s); }
 
 std::wstring TypeName(int type) { return ResText(IDS_TYPE_BASE + type); }
 
+// One item of `fields.size()` values, each of its field's type, with the texts given.
+ListItem Item(const ListDocument& doc, std::initializer_list<std::wstring> texts) {
+    ListItem item;
+    item.fieldCount = doc.fieldCount();
+    item.values.resize(doc.fields.size());
+    auto text = texts.begin();
+    for (int i = 0; i < doc.fieldCount(); ++i) {
+        item.values[i].storedType = doc.fields[i].type;
+        if (text != texts.end()) item.values[i].text = (text++)->c_str();
+    }
+    return item;
+}
+
 ListDocument SampleList() {
     ListDocument doc;
-    doc.fields.push_back(MakeField(L"Name", 3));
-    doc.fields.push_back(MakeField(L"When", 0));
-    doc.fields.push_back(MakeField(L"", 6));
-    for (int i = 0; i < 2; ++i) {
-        ListItem item;
-        item.fieldCount = 3;
-        item.values.resize(3);
-        item.values[0].storedType = FieldType::Text;
-        item.values[0].text = i ? L"b\tc" : L"abc";  // a TAB inside goes out as it is
-        item.values[1].storedType = FieldType::Date;
-        item.values[1].text = L"03/01/2007";
-        item.values[2].storedType = FieldType::Check;
-        item.values[2].text = ResText(8145).c_str();
-        doc.items.push_back(item);
-    }
+    doc.fields = {MakeField(L"Name", 3), MakeField(L"When", 0), MakeField(L"", 6)};
+    for (const wchar_t* name : {L"abc", L"b\tc"})  // a TAB inside goes out as it is
+        doc.items.push_back(Item(doc, {name, L"03/01/2007", ResText(8145)}));
     return doc;
 }
 
-std::wstring SampleHeader() {
-    return L"(" + TypeName(3) + L")Name\t(" + TypeName(0) + L")When\t(" + TypeName(6) + L")";
+// The fields of a parsed table as "type name", split by "|".
+std::wstring Fields(const CsvTable& table) {
+    std::wstring out;
+    for (const FieldDef& f : table.fields)
+        out += (out.empty() ? L"" : L"|") + std::to_wstring((int)f.type) + L" " + (const wchar_t*)f.name;
+    return out;
+}
+
+// The rows of a parsed table, cells split by "," and rows by "|".
+std::wstring Rows(const CsvTable& table) {
+    std::wstring out;
+    for (size_t r = 0; r < table.rows.size(); ++r)
+        for (size_t c = 0; c < table.rows[r].size(); ++c) out += (c ? L"," : r ? L"|" : L"") + table.rows[r][c];
+    return out;
 }
 
 }  // namespace
 
 // The mark, the header, then each row after CR LF with a TAB after every
-// cell; an empty list is the mark and the header alone.
+// cell; an empty list is the mark and the header alone. Exported to a file,
+// the bytes replace an older, longer file.
 TEST_CASE(Csv_ExportLayout) {
     ListDocument doc = SampleList();
     const std::wstring check = ResText(8145);
     auto want = [](std::initializer_list<std::wstring> rows) {
         Bytes b;
-        b.u8(0xFF).u8(0xFE).append(Utf16(SampleHeader()));
+        b.u8(0xFF).u8(0xFE).append(Utf16(L"(" + TypeName(3) + L")Name\t(" + TypeName(0) + L")When\t(" + TypeName(6) + L")"));
         for (const std::wstring& row : rows) b.append(Utf16(L"\r\n" + row));
         return b.v;
     };
-    CHECK_BYTES(buildCsvBytes(doc), want({L"abc\t03/01/2007\t" + check + L"\t", L"b\tc\t03/01/2007\t" + check + L"\t"}));
+    std::wstring dir = ScratchDir(L"export"), path = dir + L"\\out.CSV";
+    WriteBytes(path, ByteVec(5000, 'x'));
+    CsvResult done = exportCsvToFile(doc, path.c_str());
+    CHECK(done == CsvStatus::Ok);
+    CheckMessage(done.message, IDS_EXPORT_DONE_TEXT, IDS_EXPORT_DONE_CAPTION, MB_ICONEXCLAMATION, ZV_HERE);
+    CHECK_BYTES(ReadBytes(path), want({L"abc\t03/01/2007\t" + check + L"\t", L"b\tc\t03/01/2007\t" + check + L"\t"}));
+    CsvResult failed = exportCsvToFile(doc, (dir + L"\\no folder\\x.CSV").c_str());
+    CHECK(failed == CsvStatus::CannotCreate);
+    CheckMessage(failed.message, IDS_EXPORT_CREATE_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, ZV_HERE);
     // A value of an unknown stored type is left out of its row.
     doc.items.front().values[1].storedType = FieldType(31);
     CHECK_BYTES(buildCsvBytes(doc), want({L"abc\t" + check + L"\t", L"b\tc\t03/01/2007\t" + check + L"\t"}));
@@ -62,59 +84,24 @@ TEST_CASE(Csv_ExportLayout) {
     CHECK_BYTES(buildCsvBytes(doc), want({}));
 }
 
-TEST_CASE(Csv_ExportToFileMessages) {
-    std::wstring dir = ScratchDir(L"export");
-    std::wstring path = dir + L"\\out.CSV";
-    WriteBytes(path, ByteVec(5000, 'x'));  // an older, longer file is replaced
-    ListDocument doc = SampleList();
-    CsvResult done = exportCsvToFile(doc, path.c_str());
-    CHECK(done == CsvStatus::Ok);
-    CheckMessage(done.message, IDS_EXPORT_DONE_TEXT, IDS_EXPORT_DONE_CAPTION, MB_ICONEXCLAMATION, ZV_HERE);
-    CHECK_BYTES(ReadBytes(path), buildCsvBytes(doc));
-    CsvResult failed = exportCsvToFile(doc, (dir + L"\\no folder\\x.CSV").c_str());
-    CHECK(failed == CsvStatus::CannotCreate);
-    CheckMessage(failed.message, IDS_EXPORT_CREATE_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, ZV_HERE);
-}
-
-// "(type)name" tokens; (Unknown) and no type give Text; "(" + name without ")"
-// ends at the TAB with an empty name; a comma separates cells too.
-TEST_CASE(Csv_HeaderTokens) {
+// Header: "(type)name" tokens; (Unknown) and no type give Text; "(" + name
+// without ")" ends at the TAB with an empty name; a comma separates cells
+// too. Rows: a trailing TAB ends the row, and an empty line is one empty cell.
+TEST_CASE(Csv_HeaderAndRowTokens) {
     std::wstring text = L"(Unknown)Price\tPlain name\t(" + TypeName(0) + L")When\t(" + TypeName(8) + L"\t(" +
-                        TypeName(5) + L")a,b\r\n";
+                        TypeName(5) + L")a,b\r\n1\t2\t3\t\r\nx,y\r\n\r\nlast\t";
     CsvTable table;
     parseCsvText(text.data(), text.size(), table);
-    const struct {
-        FieldType type;
-        const wchar_t* name;
-    } kWant[] = {{FieldType::Text, L"Price"}, {FieldType::Text, L"Plain name"}, {FieldType::Date, L"When"},
-                 {FieldType::Selection, L""}, {FieldType::Number, L"a"},       {FieldType::Text, L"b"}};
-    CHECK_EQ((int)table.fields.size(), 6);
-    for (size_t i = 0; i < table.fields.size() && i < 6; ++i) {
-        CHECK_EQ((const wchar_t*)table.fields[i].name, kWant[i].name);
-        CHECK_EQ(std::wstring(kWant[i].name) + L" " + std::to_wstring((int)table.fields[i].type),
-                 std::wstring(kWant[i].name) + L" " + std::to_wstring((int)kWant[i].type));
-    }
+    CHECK_EQ(Fields(table), L"3 Price|3 Plain name|0 When|8 |5 a|3 b");
     if (table.fields.size() == 6) {
         CHECK_EQ(std::wstring(table.fields[2].defaultText), ResText(IDS_DATE_MODE_TODAY));
         CHECK_EQ(table.fields[3].defaultText, L"");
     }
-    CHECK_EQ((int)table.rows.size(), 0);
-}
-
-TEST_CASE(Csv_RowTokens) {
-    std::wstring text = L"A\tB\tC\r\n1\t2\t3\t\r\nx,y\r\n\r\nlast\t";
-    CsvTable table;
-    parseCsvText(text.data(), text.size(), table);
+    CHECK_EQ(Rows(table), L"1,2,3|x,y||last");
     CHECK_EQ((int)table.rows.size(), 4);
-    if (table.rows.size() != 4) return;
-    CHECK_EQ((int)table.rows[0].size(), 3);  // the trailing TAB ends the row
-    CHECK(table.rows[0][2] == L"3");
-    CHECK_EQ((int)table.rows[1].size(), 2);
-    CHECK(table.rows[1][1] == L"y");
-    CHECK_EQ((int)table.rows[2].size(), 1);  // an empty line is one empty cell
-    CHECK(table.rows[2][0].empty());
-    CHECK_EQ((int)table.rows[3].size(), 1);
-    CHECK(table.rows[3][0] == L"last");
+    text = L"A\r\n";  // the header alone has no rows
+    parseCsvText(text.data(), text.size(), table);
+    CHECK_EQ((int)table.rows.size(), 0);
 }
 
 TEST_CASE(Csv_CellsConvertedByFieldType) {
@@ -126,17 +113,16 @@ TEST_CASE(Csv_CellsConvertedByFieldType) {
     CHECK_EQ(doc.fields[0].columnWidth, 60);
     CHECK_EQ(doc.itemCount(), 2);
     if (doc.itemCount() != 2) return;
+    auto ymd = [](const SYSTEMTIME& t) { return std::to_wstring(t.wYear) + L"-" + std::to_wstring(t.wMonth) + L"-" +
+                                                std::to_wstring(t.wDay); };
     const ListItem& a = doc.items.front();
-    CHECK_EQ(a.values[0].time.wYear, 2007);
-    CHECK_EQ(a.values[0].time.wMonth, 12);
-    CHECK_EQ(a.values[0].time.wDay, 25);
+    CHECK_EQ(ymd(a.values[0].time), L"2007-12-25");
     CHECK_EQ(a.values[1].choice, 11);  // an empty Selection
     CHECK_EQ(a.values[2].choice, 1);
     CHECK_EQ(a.values[3].time.wHour, 0);  // the time of day is not read back
     CHECK_EQ(a.backColor, kNoBackColor);
     const ListItem& b = doc.items.back();
-    CHECK_EQ(b.values[0].time.wMonth, 25);
-    CHECK_EQ(b.values[0].time.wDay, 12);
+    CHECK_EQ(ymd(b.values[0].time), L"2007-25-12");
     CHECK_EQ(b.values[1].choice, 0);  // unknown text
     // Missing cells are empty: YesNo 0, Selection would be 11.
     CHECK_EQ(b.values[2].choice, 0);
@@ -144,16 +130,12 @@ TEST_CASE(Csv_CellsConvertedByFieldType) {
 }
 
 TEST_CASE(Csv_ImportWithoutMarkReadsBytes) {
-    std::wstring dir = ScratchDir(L"bytes");
-    std::wstring path = dir + L"\\plain.txt";
-    ByteVec bytes = {'N', 'a', 'm', 'e', '\r', '\n', 'c', 'a', 'f', 0xE9, '\t', '\r', '\n'};
-    WriteBytes(path, bytes);
+    std::wstring path = ScratchDir(L"bytes") + L"\\plain.txt";
+    WriteBytes(path, {'N', 'a', 'm', 'e', '\r', '\n', 'c', 'a', 'f', 0xE9, '\t', '\r', '\n'});
     std::wstring text;
     CHECK(readCsvFileText(path.c_str(), text));
-    CHECK_EQ((int)text.size(), 13);
-    CHECK(text[9] == 0xE9);
-    ByteVec marked = {0xFF, 0xFE, 'A', 0, 0x42, 0x26};
-    WriteBytes(path, marked);
+    CHECK(text == std::wstring(L"Name\r\ncaf\x00e9\t\r\n"));
+    WriteBytes(path, {0xFF, 0xFE, 'A', 0, 0x42, 0x26});
     CHECK(readCsvFileText(path.c_str(), text));
     CHECK(text == std::wstring(L"A\x2642"));
 }
@@ -198,32 +180,23 @@ TEST_CASE(Csv_ImportWritesListAndAsksBeforeReplacing) {
     replace = true;
     CHECK(importCsvFile(source.c_str(), dir.c_str(), 241, askReplace) == CsvStatus::Ok);
     CHECK_BYTES(ReadBytes(expectedPath), want.v);
-}
 
-TEST_CASE(Csv_ImportFailures) {
-    std::wstring dir = ScratchDir(L"importfail");
     CsvResult missing = importCsvFile((dir + L"\\missing.CSV").c_str(), dir.c_str(), 240);
     CHECK(missing == CsvStatus::CannotOpen);
     CheckMessage(missing.message, IDS_IMPORT_OPEN_FAILED, IDS_ERROR_CAPTION, MB_OK, ZV_HERE);
-    WriteBytes(dir + L"\\a.CSV", Bytes().wchars(L"x").v);
-    CsvResult unwritten = importCsvFile((dir + L"\\a.CSV").c_str(), (dir + L"\\no such folder").c_str(), 240);
+    CsvResult unwritten = importCsvFile(source.c_str(), (dir + L"\\no such folder").c_str(), 240);
     CHECK(unwritten == CsvStatus::ListNotWritten);
     CheckMessage(unwritten.message, IDS_SAVE_FAILED, IDS_ERROR_CAPTION, MB_OK, ZV_HERE);
 }
 
 TEST_CASE(Csv_RoundTripLosesTimeOfDay) {
     ListDocument doc;
-    doc.fields.push_back(MakeField(L"At", 7));
-    doc.fields.push_back(MakeField(L"Level", 2));
-    ListItem item;
-    item.fieldCount = 2;
-    item.values.resize(2);
-    item.values[0].storedType = FieldType::DateTime;
+    doc.fields = {MakeField(L"At", 7), MakeField(L"Level", 2)};
+    ListItem item = Item(doc, {});
     item.values[0].time = MakeTime(2007, 3, 1, 9, 5);
-    item.values[1].storedType = FieldType::Priority;
     item.values[1].choice = 2;
     TextLayout mdy;
-    for (int i = 0; i < 2; ++i) buildDisplayText(item.values[i], item.values[i].storedType, mdy);
+    for (FieldValue& v : item.values) buildDisplayText(v, v.storedType, mdy);
     doc.items.push_back(item);
     std::wstring text = Utf16Text(buildCsvBytes(doc), 2);
     ListDocument back;

@@ -99,28 +99,9 @@ TEST_CASE(Doc_ParseDateReadsMonthDayYearAlways) {
     }
 }
 
-TEST_CASE(Doc_ChoiceTextsByTable) {
-    const struct {
-        FieldType type;
-        int choice;
-        UINT id;
-        int line;
-    } kRows[] = {{FieldType::YesNo, 1, IDS_YES, __LINE__},      {FieldType::YesNo, 0, IDS_NO, __LINE__},
-                 {FieldType::Selection, 11, 8187, __LINE__},   {FieldType::Selection, 14, 0, __LINE__},
-                 {FieldType::Priority, 3, 0, __LINE__},        {FieldType::Text, 0, 0, __LINE__}};
-    for (const auto& row : kRows) CHECK_EQ_AT(choiceTextId(row.type, row.choice), row.id, __FILE__, row.line);
-    // Out of range: empty, never a neighbouring text.
-    CHECK(choiceText(FieldType::Selection, -1).IsEmpty());
-    CHECK(fieldTypeName(FieldType(9)).IsEmpty());
-    CHECK(fieldTypeName(FieldType(-1)).IsEmpty());
-    CHECK(dateDefaultModeText(5).IsEmpty());
-    CHECK(timeDefaultModeText(1).IsEmpty());
-    CHECK(timeDefaultModeListText(49).IsEmpty());
-}
-
-// Choices by table (YesNo: any non-zero is yes, so 5 reads as yes; outside
-// the table: empty); texts kept for numbers and unknown types; dates in the
-// layout given.
+// Choices by their type's table (YesNo: any non-zero is yes, so 5 reads as
+// yes; outside the table: empty, never a neighbouring text); texts kept for
+// numbers and unknown types; dates in the layout given.
 TEST_CASE(Doc_DisplayTextOfChoices) {
     TextLayout dmy;
     dmy.order = DateOrder::DayMonthYear;
@@ -132,6 +113,9 @@ TEST_CASE(Doc_DisplayTextOfChoices) {
     } kRows[] = {{FieldType::YesNo, 5, ResText(IDS_YES)},
                  {FieldType::YesNo, -3, ResText(IDS_NO)},
                  {FieldType::Priority, 0, ResText(IDS_PRIORITY_NORMAL)},
+                 {FieldType::Priority, 3, L""},
+                 {FieldType::Selection, 13, ResText(IDS_SELECTION_13)},
+                 {FieldType::Selection, 14, L""},
                  {FieldType::Selection, 99, L""},
                  {FieldType::Number, 0, L"kept"},
                  {FieldType(12), 0, L"kept"},
@@ -145,6 +129,12 @@ TEST_CASE(Doc_DisplayTextOfChoices) {
         buildDisplayText(v, row.type, dmy);
         CHECK_EQ(std::to_wstring((int)row.type) + L": " + v.text.c_str(), std::to_wstring((int)row.type) + L": " + row.want);
     }
+    CHECK(choiceText(FieldType::Selection, -1).IsEmpty());
+    CHECK(fieldTypeName(FieldType(9)).IsEmpty());
+    CHECK(fieldTypeName(FieldType(-1)).IsEmpty());
+    CHECK(dateDefaultModeText(5).IsEmpty());
+    CHECK(timeDefaultModeText(1).IsEmpty());
+    CHECK(timeDefaultModeListText(49).IsEmpty());
 }
 
 // An empty Selection is 11; unknown text is 0; the comparison is exact.
@@ -195,16 +185,8 @@ TEST_CASE(Doc_NewItemTimeAndDateModes) {
 }
 
 TEST_CASE(Doc_NewItemDefaults) {
-    FieldDef fields[4];
-    fields[0].type = FieldType::DateTime;
-    fields[0].dateDefaultMode = 1;
-    fields[0].timeDefaultMode = 4;
-    fields[1].type = FieldType::Selection;
-    fields[1].defaultChoice = 3;
-    fields[2].type = FieldType::Text;
-    fields[2].SetDefaultText(L"x");
-    fields[3].type = FieldType::Date;
-    fields[3].dateDefaultMode = 2;
+    FieldDef fields[4] = {doctest::MakeField(L"", 7, L"", 0, 0, 1, 4), doctest::MakeField(L"", 8, L"", 3),
+                          doctest::MakeField(L"", 3, L"x"), doctest::MakeField(L"", 0, L"", 0, 0, 2)};
     ListItem item;
     item.backColor = 5;
     initNewItem(item, fields, 4, MakeTime(2007, 12, 31, 18, 20));
