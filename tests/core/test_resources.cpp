@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "base/AppGlobals.h"
+#include "images/PlanarImage.h"
 #include "resources/ImageIds.h"
 #include "resources/LangIds.h"
 #include "resources/program/ProgramIds.h"
@@ -142,23 +143,6 @@ void CheckTga(const ByteVec& tga, int size, const char* file, int line) {
     doctest::Bytes header = doctest::Bytes().tgaHeader(2, size, size, 32, 0x10 | (tga[17] & 0x0F), tga[0]);
     zvtest::CheckBytes(ByteVec(tga.begin(), tga.begin() + 18), header.v, file, line);
     CHECK_EQ_AT(tga.size(), size_t(18 + tga[0] + size * size * 4), file, line);
-}
-
-// Pixel (x, y) of a TGA stored top first: blue, green, red, alpha.
-const unsigned char* TgaPixel(const ByteVec& tga, int x, int y) {
-    return &tga[18 + tga[0] + (y * (tga[12] | tga[13] << 8) + x) * 4];
-}
-
-// The side of a square TGA whose pixels are all there, else 0.
-int TgaSide(const ByteVec& tga) {
-    int side = tga.size() >= 18 ? tga[12] | tga[13] << 8 : 0;
-    return side && tga.size() >= size_t(18 + tga[0] + side * side * 4) ? side : 0;
-}
-
-int OpaqueInRow(const ByteVec& tga, int row) {
-    int n = 0, width = tga[12] | tga[13] << 8;
-    for (int x = 0; x < width; ++x) n += TgaPixel(tga, x, row)[3] != 0;
-    return n;
 }
 
 // A bitmap's size and, unless CLR_INVALID is asked for, its top-left pixel.
@@ -435,21 +419,28 @@ TEST_CASE(Res_ImagesOfEveryModule) {
     }
 }
 
-TEST_CASE(Res_TargaRowsTopFirstPixelsBlueGreenRedAlpha) {
+// Decoded as the program decodes them (rows top first, pixels blue, green,
+// red, alpha), the images stand upright and keep their colours.
+TEST_CASE(Res_TargaImagesUprightInTheirColours) {
     // The house narrows to the roof's tip at the top and stands on a wide
-    // wall: read in stored order, the first drawn row must be the narrow one.
+    // wall: the first drawn row must be the narrow one.
     for (HINSTANCE module : {hImageModule, kHighDpiModule}) {
-        ByteVec tga = TgaResource(module, IDT_ROOT);
-        int size = TgaSide(tga), first = 0, last = size - 1;
-        while (first < size && OpaqueInRow(tga, first) == 0) ++first;
-        while (last > 0 && OpaqueInRow(tga, last) == 0) --last;
+        PlanarImage img;
+        CHECK_EQ(LoadTgaResource(img, module, IDT_ROOT), S_OK);
+        auto opaque = [&img](int row) { return img.width - (int)std::count(img.alpha + row * img.width,
+                                                                             img.alpha + (row + 1) * img.width, 0); };
+        int first = 0, last = img.height - 1;
+        while (first < img.height && opaque(first) == 0) ++first;
+        while (last > 0 && opaque(last) == 0) --last;
         CHECK(first < last);
-        if (first < last) CHECK(OpaqueInRow(tga, first) < size / 4 && OpaqueInRow(tga, last) > size / 2);
+        if (first < last) CHECK(opaque(first) < img.width / 4 && opaque(last) > img.width / 2);
     }
     // The low-density folder: row 3 starts with its outline colour #8A5A0B,
     // the top-left pixel is clear.
-    ByteVec folder = TgaResource(hImageModule, IDT_CATEGORY);
-    if (TgaSide(folder) != 16) return zvtest::Fail(ZV_HERE, "no folder image");
-    CHECK_BYTES(ByteVec(TgaPixel(folder, 0, 3), TgaPixel(folder, 0, 3) + 4), (ByteVec{0x0B, 0x5A, 0x8A, 0xFF}));
-    CHECK_EQ((int)TgaPixel(folder, 0, 0)[3], 0);
+    PlanarImage folder;
+    if (LoadTgaResource(folder, hImageModule, IDT_CATEGORY) != S_OK) return zvtest::Fail(ZV_HERE, "no folder image");
+    int at = 3 * folder.width;
+    CHECK_BYTES((ByteVec{folder.red[at], folder.green[at], folder.blue[at], folder.alpha[at]}),
+                (ByteVec{0x8A, 0x5A, 0x0B, 0xFF}));
+    CHECK_EQ((int)folder.alpha[0], 0);
 }
