@@ -27,15 +27,10 @@ using doctest::ByteVec;
 
 namespace {
 
-// Every string ID of LangIds.h, read from the header itself, so that an ID
-// an engineer adds is checked before any table here learns of it.
-struct StringId {
-    std::string name;
-    UINT id;
-};
-
-std::vector<StringId> HeaderStringIds() {
-    std::vector<StringId> ids;
+// Every string ID of LangIds.h with its name, read from the header itself, so
+// that an ID an engineer adds is checked before any table here learns of it.
+std::vector<std::pair<std::string, UINT>> HeaderStringIds() {
+    std::vector<std::pair<std::string, UINT>> ids;
     FILE* f = std::fopen("Z:" ZV_SOURCE_DIR "/resources/LangIds.h", "r");
     if (!f) return ids;
     char line[512];
@@ -68,12 +63,8 @@ std::string Conversions(const std::wstring& text) {
     for (size_t i = 0; i < text.size(); ++i) {
         if (text[i] != L'%') continue;
         size_t j = i + 1;
-        if (j < text.size() && text[j] == L'%') {
-            i = j;
-            continue;
-        }
         while (j < text.size() && std::wcschr(L"-+ #0123456789.lhL", text[j])) ++j;
-        out += j < text.size() ? (char)text[j] : '?';
+        if (j == text.size() || text[j] != L'%') out += j < text.size() ? (char)text[j] : '?';
         i = j;
     }
     return out;
@@ -167,18 +158,18 @@ void CheckBitmap(HINSTANCE module, UINT id, int width, int height, COLORREF corn
 // is shown as it stands or has text appended with "%s \"%s\"", so a stray
 // "%" would be read as a conversion (selection texts are never formatted).
 TEST_CASE(Res_EveryHeaderStringLoads) {
-    std::vector<StringId> ids = HeaderStringIds();
+    std::vector<std::pair<std::string, UINT>> ids = HeaderStringIds();
     std::vector<UINT> selection = SelectionIds();
     CHECK(ids.size() > 100);  // the header was read, not just opened
-    for (const StringId& s : ids) {
-        std::wstring text = Text(hLangModule, s.id);
+    for (const auto& [name, id] : ids) {
+        std::wstring text = Text(hLangModule, id);
         // The empty selection is stored as choice 11 exactly because its text is empty.
-        if (text.empty() != (s.id == IDS_SELECTION_EMPTY)) zvtest::Fail(ZV_HERE, s.name + ": empty or not");
-        if (text.size() >= 255) zvtest::Fail(ZV_HERE, s.name + " is too long");
-        auto format = kFormatTexts.find(s.id);
-        bool stray = std::count(selection.begin(), selection.end(), s.id) == 0 && text.find(L'%') != std::wstring::npos;
+        if (text.empty() != (id == IDS_SELECTION_EMPTY)) zvtest::Fail(ZV_HERE, name + ": empty or not");
+        if (text.size() >= 255) zvtest::Fail(ZV_HERE, name + " is too long");
+        auto format = kFormatTexts.find(id);
+        bool stray = std::count(selection.begin(), selection.end(), id) == 0 && text.find(L'%') != std::wstring::npos;
         if (format != kFormatTexts.end() ? Conversions(text) != format->second : stray)
-            zvtest::Fail(ZV_HERE, s.name + ": placeholders");
+            zvtest::Fail(ZV_HERE, name + ": placeholders");
     }
 }
 
