@@ -17,7 +17,8 @@ Bytes Utf16(const std::wstring& s) { return Bytes().wchars(s); }
 
 std::wstring TypeName(int type) { return ResText(IDS_TYPE_BASE + type); }
 
-// One item of `fields.size()` values, each of its field's type, with the texts given.
+// An item of the document's fields, each value of its field's type, with the
+// texts given.
 ListItem Item(const ListDocument& doc, std::initializer_list<std::wstring> texts) {
     ListItem item;
     item.fieldCount = doc.fieldCount();
@@ -64,7 +65,8 @@ TEST_CASE(Csv_ExportLayout) {
     const std::wstring check = ResText(8145);
     auto want = [](std::initializer_list<std::wstring> rows) {
         Bytes b;
-        b.u8(0xFF).u8(0xFE).append(Utf16(L"(" + TypeName(3) + L")Name\t(" + TypeName(0) + L")When\t(" + TypeName(6) + L")"));
+        b.u8(0xFF).u8(0xFE);
+        b.append(Utf16(L"(" + TypeName(3) + L")Name\t(" + TypeName(0) + L")When\t(" + TypeName(6) + L")"));
         for (const std::wstring& row : rows) b.append(Utf16(L"\r\n" + row));
         return b.v;
     };

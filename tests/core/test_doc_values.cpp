@@ -127,7 +127,8 @@ TEST_CASE(Doc_DisplayTextOfChoices) {
         v.text = L"kept";
         v.time = MakeTime(2007, 3, 1, 9, 5);
         buildDisplayText(v, row.type, dmy);
-        CHECK_EQ(std::to_wstring((int)row.type) + L": " + v.text.c_str(), std::to_wstring((int)row.type) + L": " + row.want);
+        CHECK_EQ(std::to_wstring((int)row.type) + L": " + v.text.c_str(),
+                 std::to_wstring((int)row.type) + L": " + row.want);
     }
     CHECK(choiceText(FieldType::Selection, -1).IsEmpty());
     CHECK(fieldTypeName(FieldType(9)).IsEmpty());
@@ -162,25 +163,24 @@ TEST_CASE(Doc_ParseChoice) {
 // Time mode 0 is now, then half hours from midnight; date modes move from
 // today, and the year moves alone (29 February stays, even in a common year).
 TEST_CASE(Doc_NewItemTimeAndDateModes) {
-    const SYSTEMTIME now = MakeTime(2007, 3, 1, 14, 47);
+    const SYSTEMTIME now = MakeTime(2007, 3, 1, 14, 47), feb28 = MakeTime(2007, 2, 28, 10, 15);
     const struct {
-        int mode, hour, minute;
-    } kTimes[] = {{0, 14, 47}, {1, 0, 0}, {4, 1, 30}, {19, 9, 0}, {48, 23, 30}};
-    for (const auto& row : kTimes) {
-        SYSTEMTIME t = newItemTime(row.mode, now);
-        CHECK_EQ(std::to_wstring(row.mode) + L": " + HM(t), std::to_wstring(row.mode) + L": " + HM(MakeTime(0, 0, 0, row.hour, row.minute)));
-    }
+        int mode;
+        const wchar_t* time;
+    } kTimes[] = {{0, L"14:47"}, {1, L"0:0"}, {4, L"1:30"}, {19, L"9:0"}, {48, L"23:30"}};
+    // Each result named by its mode, so that a failing row shows itself.
+    auto mode = [](int m, const std::wstring& s) { return std::to_wstring(m) + L": " + s; };
+    for (const auto& row : kTimes) CHECK_EQ(mode(row.mode, HM(newItemTime(row.mode, now))), mode(row.mode, row.time));
     const struct {
         int mode;
         SYSTEMTIME from;
-        int year, month, day;
-    } kDates[] = {{0, MakeTime(2007, 2, 28, 10, 15), 2007, 2, 28}, {1, MakeTime(2007, 2, 28, 10, 15), 2007, 3, 1},
-                  {2, MakeTime(2007, 2, 28, 10, 15), 2007, 3, 7},  {3, MakeTime(2007, 2, 28, 10, 15), 2007, 3, 28},
-                  {77, MakeTime(2007, 2, 28, 10, 15), 2007, 2, 28}, {4, MakeTime(2008, 2, 29), 2009, 2, 29}};
+        const wchar_t* date;
+    } kDates[] = {{0, feb28, L"2007-2-28 10:15"}, {1, feb28, L"2007-3-1 10:15"},   {2, feb28, L"2007-3-7 10:15"},
+                  {3, feb28, L"2007-3-28 10:15"}, {77, feb28, L"2007-2-28 10:15"},
+                  {4, MakeTime(2008, 2, 29), L"2009-2-29 0:0"}};
     for (const auto& row : kDates) {
         SYSTEMTIME d = newItemDate(row.mode, row.from);
-        CHECK_EQ(std::to_wstring(row.mode) + L": " + YMD(d) + L" " + HM(d),
-                 std::to_wstring(row.mode) + L": " + YMD(MakeTime(row.year, row.month, row.day)) + L" " + HM(row.from));
+        CHECK_EQ(mode(row.mode, YMD(d) + L" " + HM(d)), mode(row.mode, row.date));
     }
 }
 

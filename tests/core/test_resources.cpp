@@ -202,8 +202,8 @@ TEST_CASE(Res_ChoiceAndTypeTextsTellThemselvesApart) {
 TEST_CASE(Res_ContextMenusByPosition) {
     HMENU menu = LoadMenuW(hLangModule, MAKEINTRESOURCEW(IDM_CONTEXT_MENUS));
     CHECK_EQ(GetMenuItemCount(menu), 5);
-    for (int pos : {CTX_TREE_TOP_LEVEL, CTX_TREE_IN_CATEGORY})
-        CheckCommands(GetSubMenu(menu, pos), {IDM_OPEN, IDM_NEW_LIST, IDM_IMPORT, IDM_DELETE_CTX, IDM_RENAME_CTX}, ZV_HERE);
+    const std::vector<UINT> tree = {IDM_OPEN, IDM_NEW_LIST, IDM_IMPORT, IDM_DELETE_CTX, IDM_RENAME_CTX};
+    for (int pos : {CTX_TREE_TOP_LEVEL, CTX_TREE_IN_CATEGORY}) CheckCommands(GetSubMenu(menu, pos), tree, ZV_HERE);
     CheckCommands(GetSubMenu(menu, CTX_TEMPLATES), {IDM_NEW_TEMPLATE_CTX, IDM_EDIT_TEMPLATE_CTX, IDM_DELETE_TEMPLATE_CTX},
                   ZV_HERE);
     // (The item entries' places: the list window's context-menu test.)
@@ -259,7 +259,8 @@ TEST_CASE(Res_SoftKeyBars) {
                 wchar_t label[64] = L"";
                 GetMenuStringW(m, i, label, 64, MF_BYPOSITION);
                 // Each key gets half of a 240-pixel bar.
-                if (!label[0] || std::wcslen(label) > 10) zvtest::Fail(ZV_HERE, what + ": label " + zvtest::Show(label));
+                if (!label[0] || std::wcslen(label) > 10)
+                    zvtest::Fail(ZV_HERE, what + ": label " + zvtest::Show(label));
                 HMENU sub = GetSubMenu(m, i);
                 if (sub ? GetMenuItemCount(sub) == 0 : GetMenuItemID(m, i) == 0 || GetMenuItemID(m, i) == (UINT)-1)
                     zvtest::Fail(ZV_HERE, what + ": key " + std::to_string(i) + " does nothing");
@@ -340,8 +341,8 @@ TEST_CASE(Res_GermanModuleMatchesEnglish) {
         else if (Conversions(other->second) != Conversions(text)) zvtest::Fail(ZV_HERE, what + ": placeholders differ");
         else if (other->second.size() >= 255) zvtest::Fail(ZV_HERE, what + " is too long in German");
     }
-    for (const auto& entry : germanTexts)
-        if (!englishTexts.count(entry.first)) zvtest::Fail(ZV_HERE, "string " + std::to_string(entry.first) + " is only in German");
+    for (const auto& [id, text] : germanTexts)
+        if (!englishTexts.count(id)) zvtest::Fail(ZV_HERE, "string " + std::to_string(id) + " is only in German");
     for (UINT id : ResourceNames(english, RT_MENU)) {
         HMENU a = LoadMenuW(english, MAKEINTRESOURCEW(id)), b = LoadMenuW(german, MAKEINTRESOURCEW(id));
         CHECK(a != nullptr);
