@@ -94,9 +94,16 @@ const HINSTANCE kHighDpiModule = BuildModule(L"ZVHighDpiRes.dll");
 // the console tests read the build's data-only copy of them.
 const HINSTANCE kProgramModule = BuildModule(L"..\\resources\\ZvProgramRes.dll");
 
-// The language modules the build ships; texts that code reads back or lays
-// out are checked in each.
-std::vector<HINSTANCE> LanguageModules() { return {hLangModule, kGermanModule}; }
+BOOL CALLBACK AddName(HMODULE, LPCWSTR, LPWSTR name, LONG_PTR names) {
+    ((std::set<UINT>*)names)->insert(IS_INTRESOURCE(name) ? (UINT)(ULONG_PTR)name : 0);
+    return TRUE;
+}
+
+std::set<UINT> ResourceNames(HINSTANCE module, LPCWSTR type) {
+    std::set<UINT> names;
+    EnumResourceNamesW(module, type, AddName, (LONG_PTR)&names);
+    return names;
+}
 
 // Whether a command is in a menu or any of its popups.
 bool Contains(HMENU menu, UINT id) {
@@ -185,7 +192,7 @@ TEST_CASE(Res_ChoiceAndTypeTextsTellThemselvesApart) {
         const wchar_t* ends;
     } kinds[] = {{{IDS_PRIORITY_NORMAL, IDS_PRIORITY_HIGH, IDS_PRIORITY_LOW}, L",\t"}, {{IDS_NO, IDS_YES}, L",\t"},
                  {{IDS_CHECK_CLEAR, IDS_CHECK_SET}, L",\t"}, {SelectionIds(), L",\t"}, {types, L"),\t\r\n"}};
-    for (HINSTANCE lang : LanguageModules()) {
+    for (HINSTANCE lang : {hLangModule, kGermanModule}) {
         for (const auto& kind : kinds)
             for (size_t i = 0; i < kind.ids.size(); ++i) {
                 std::wstring text = Text(lang, kind.ids[i]);
@@ -249,6 +256,10 @@ TEST_CASE(Res_SoftKeyBars) {
         {program, IDM_PROGRAM_PAGE_ONE_TAB, IDM_SAVE, IDM_PAGE_MENU_POPUP, {}},
         {program, IDM_PROGRAM_PAGE_TABS, IDM_SAVE, IDM_PAGE_MENU_POPUP, {}},
     };
+    // A menu added to the module is listed here, or its labels go unchecked.
+    std::set<UINT> listed = {IDM_CONTEXT_MENUS};
+    for (const auto& bar : bars) listed.insert(bar.menu);
+    for (UINT id : ResourceNames(lang, RT_MENU)) CHECK(listed.count(id));
     for (const auto& bar : bars)
         for (HINSTANCE module : {bar.module, bar.module == lang ? kGermanModule : nullptr}) {
             if (!module) continue;
@@ -274,17 +285,6 @@ TEST_CASE(Res_SoftKeyBars) {
 
 // The German module beside the English one.
 namespace {
-
-BOOL CALLBACK AddName(HMODULE, LPCWSTR, LPWSTR name, LONG_PTR names) {
-    ((std::set<UINT>*)names)->insert(IS_INTRESOURCE(name) ? (UINT)(ULONG_PTR)name : 0);
-    return TRUE;
-}
-
-std::set<UINT> ResourceNames(HINSTANCE module, LPCWSTR type) {
-    std::set<UINT> names;
-    EnumResourceNamesW(module, type, AddName, (LONG_PTR)&names);
-    return names;
-}
 
 // Every text of the module's string blocks, by ID (16 IDs to a block).
 std::map<UINT, std::wstring> AllStrings(HINSTANCE module) {
