@@ -105,6 +105,41 @@ std::set<UINT> ResourceNames(HINSTANCE module, LPCWSTR type) {
     return names;
 }
 
+// Every text of the module's string blocks, by ID (16 IDs to a block).
+std::map<UINT, std::wstring> AllStrings(HINSTANCE module) {
+    std::map<UINT, std::wstring> texts;
+    for (UINT block : ResourceNames(module, RT_STRING))
+        for (UINT id = (block - 1) * 16; id < block * 16; ++id)
+            if (!Text(module, id).empty()) texts[id] = Text(module, id);
+    return texts;
+}
+
+// A menu without its words: per entry its ID, state and kind, popups nested.
+std::string MenuShape(HMENU menu) {
+    std::string shape;
+    for (int i = 0; menu && i < GetMenuItemCount(menu); ++i) {
+        wchar_t label[128] = L"";
+        MENUITEMINFOW mii = {};
+        mii.cbSize = sizeof mii;
+        mii.fMask = MIIM_FTYPE | MIIM_ID | MIIM_STATE | MIIM_SUBMENU | MIIM_STRING;
+        mii.dwTypeData = label;
+        mii.cch = 128;
+        GetMenuItemInfoW(menu, i, TRUE, &mii);
+        if (mii.fType & MFT_SEPARATOR) {
+            shape += "-";
+        } else {
+            // A MENU popup has no ID of its own (it reads back as its handle);
+            // a MENUEX popup has one.
+            if (!mii.hSubMenu || mii.wID != (UINT)(UINT_PTR)mii.hSubMenu) shape += std::to_string(mii.wID);
+            if (!label[0]) shape += "(no label)";
+            if (mii.fState & MFS_GRAYED) shape += "g";
+        }
+        if (mii.hSubMenu) shape += "{" + MenuShape(mii.hSubMenu) + "}";
+        shape += " ";
+    }
+    return shape;
+}
+
 // Whether a command is in a menu or any of its popups.
 bool Contains(HMENU menu, UINT id) {
     for (int i = 0; i < GetMenuItemCount(menu); ++i) {
@@ -282,46 +317,6 @@ TEST_CASE(Res_SoftKeyBars) {
             DestroyMenu(m);
         }
 }
-
-// The German module beside the English one.
-namespace {
-
-// Every text of the module's string blocks, by ID (16 IDs to a block).
-std::map<UINT, std::wstring> AllStrings(HINSTANCE module) {
-    std::map<UINT, std::wstring> texts;
-    for (UINT block : ResourceNames(module, RT_STRING))
-        for (UINT id = (block - 1) * 16; id < block * 16; ++id)
-            if (!Text(module, id).empty()) texts[id] = Text(module, id);
-    return texts;
-}
-
-// A menu without its words: per entry its ID, state and kind, popups nested.
-std::string MenuShape(HMENU menu) {
-    std::string shape;
-    for (int i = 0; menu && i < GetMenuItemCount(menu); ++i) {
-        wchar_t label[128] = L"";
-        MENUITEMINFOW mii = {};
-        mii.cbSize = sizeof mii;
-        mii.fMask = MIIM_FTYPE | MIIM_ID | MIIM_STATE | MIIM_SUBMENU | MIIM_STRING;
-        mii.dwTypeData = label;
-        mii.cch = 128;
-        GetMenuItemInfoW(menu, i, TRUE, &mii);
-        if (mii.fType & MFT_SEPARATOR) {
-            shape += "-";
-        } else {
-            // A MENU popup has no ID of its own (it reads back as its handle);
-            // a MENUEX popup has one.
-            if (!mii.hSubMenu || mii.wID != (UINT)(UINT_PTR)mii.hSubMenu) shape += std::to_string(mii.wID);
-            if (!label[0]) shape += "(no label)";
-            if (mii.fState & MFS_GRAYED) shape += "g";
-        }
-        if (mii.hSubMenu) shape += "{" + MenuShape(mii.hSubMenu) + "}";
-        shape += " ";
-    }
-    return shape;
-}
-
-}  // namespace
 
 // A text or a menu entry added to one module and forgotten in the other
 // fails here: the same resources, the same string IDs with the same
