@@ -1,5 +1,9 @@
 // TGA decoding, the icon block of list and template files, and the blend.
+#include <algorithm>
+#include <cstdio>
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "ImageIds.h"
 #include "base/AppGlobals.h"
@@ -14,6 +18,17 @@ namespace {
 Bytes Tga(int type, int width, int height, int bits, int descriptor, const ByteVec& data, int idLength = 0,
           int colourMap = 0) {
     return Bytes().tgaHeader(type, width, height, bits, descriptor, idLength, colourMap).raw(data);
+}
+
+// 0xRRGGBB values in hex, `width` to a row, rows split by "/".
+std::string Hex(const std::vector<unsigned>& pixels, int width) {
+    std::string out;
+    char hex[8];
+    for (size_t i = 0; i < pixels.size(); ++i) {
+        std::snprintf(hex, sizeof hex, "%06X", pixels[i] & 0xFFFFFF);
+        out += (i == 0 ? "" : i % width ? " " : "/") + std::string(hex);
+    }
+    return out;
 }
 
 // Every pixel as "red,green,blue,alpha", rows top first and split by "/".
@@ -38,37 +53,28 @@ std::string Decoded(const Bytes& file) {
     return hr == E_FAIL && img.IsEmpty() ? "refused" : "refused, but image kept or wrong result";
 }
 
-// A 32-bit top-down DIB selected into a memory DC, for drawing tests.
-struct Canvas {
-    HDC dc = nullptr;
-    HBITMAP bitmap = nullptr;
-    HGDIOBJ old = nullptr;
-    unsigned* pixels = nullptr;
-    int width, height;
-    Canvas(int w, int h, unsigned fill) : width(w), height(h) {
-        BITMAPINFO info = {};
-        info.bmiHeader.biSize = sizeof info.bmiHeader;
-        info.bmiHeader.biWidth = w;
-        info.bmiHeader.biHeight = -h;
-        info.bmiHeader.biPlanes = 1;
-        info.bmiHeader.biBitCount = 32;
-        void* bits = nullptr;
-        dc = CreateCompatibleDC(nullptr);
-        bitmap = CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-        pixels = (unsigned*)bits;
-        old = SelectObject(dc, bitmap);
-        for (int i = 0; i < w * h; ++i) pixels[i] = fill;
-    }
-    ~Canvas() {
-        SelectObject(dc, old);
-        DeleteObject(bitmap);
-        DeleteDC(dc);
-    }
-    unsigned At(int x, int y) {
-        GdiFlush();
-        return pixels[y * width + x] & 0xFFFFFF;
-    }
-};
+// The pixels (0xRRGGBB, rows top first, split by "/") of a 32-bit top-down
+// DIB filled with `fill`, after `draw` has drawn on its memory DC.
+std::string Drawn(int w, int h, unsigned fill, const std::function<void(HDC)>& draw) {
+    BITMAPINFO info = {};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = w;
+    info.bmiHeader.biHeight = -h;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    unsigned* bits = nullptr;
+    HDC dc = CreateCompatibleDC(nullptr);
+    HBITMAP bitmap = CreateDIBSection(dc, &info, DIB_RGB_COLORS, (void**)&bits, nullptr, 0);
+    HGDIOBJ old = SelectObject(dc, bitmap);
+    std::fill(bits, bits + w * h, fill);
+    draw(dc);
+    GdiFlush();
+    std::vector<unsigned> pixels(bits, bits + w * h);
+    SelectObject(dc, old);
+    DeleteObject(bitmap);
+    DeleteDC(dc);
+    return Hex(pixels, w);
+}
 
 // The blend spelled out: dst*(255-a) + src*a, divided by 255, rounded.
 int Rounded(int dst, int src, int a) { return (dst * (255 - a) + src * a + 127) / 255; }
@@ -132,30 +138,23 @@ TEST_CASE(Tga_FilesAndResources) {
 }
 
 TEST_CASE(Tga_DrawImageExactBlend) {
-    const unsigned background = 0x3C64C8;  // red 60, green 100, blue 200
-    // Pixels by alpha: 0 leaves the background, 255 is the source, 128 and 64 blend.
-    PlanarImage img;
+    const unsigned bg = 0x3C64C8;  // red 60, green 100, blue 200
+    // By alpha: 0 leaves the background, 255 is the source, 128 and 64 blend.
+    PlanarImage img, empty;
     Bytes file = Tga(2, 2, 2, 32, 0x10, {0, 0, 255, 0, 30, 20, 10, 255, 255, 255, 255, 128, 50, 200, 100, 64});
     CHECK_EQ(DecodeTga(img, file.v.data(), file.v.size()), S_OK);
-    Canvas canvas(5, 4, background);
-    CHECK_EQ(DrawImage(img, canvas.dc, 1, 1), 1);
-    CHECK_EQ(canvas.At(1, 1), background);
-    CHECK_EQ(canvas.At(2, 1), 0x0A141Eu);
-    CHECK_EQ(canvas.At(1, 2), Mix(background, 255, 255, 255, 128));
-    CHECK_EQ(canvas.At(2, 2), Mix(background, 100, 200, 50, 64));
+    const unsigned half = Mix(bg, 255, 255, 255, 128), quarter = Mix(bg, 100, 200, 50, 64);
     // One value worked by hand: green 100 under 200 at alpha 64 -> 125.
-    CHECK_EQ((int)((canvas.At(2, 2) >> 8) & 0xFF), 125);
-    CHECK_EQ(canvas.At(0, 0), background);
-    CHECK_EQ(canvas.At(3, 3), background);
-
-    // Source offset and clip: one column taken from source column 1.
-    Canvas second(3, 2, 0);
-    CHECK_EQ(DrawImage(img, second.dc, 0, 0, -1, -1, 1, 0, 1, -1), 1);
-    CHECK_EQ(second.At(0, 0), 0x0A141Eu);
-    CHECK_EQ(second.At(0, 1), Mix(0, 100, 200, 50, 64));
-    CHECK_EQ(second.At(1, 0), 0u);
-    PlanarImage empty;
-    CHECK_EQ(DrawImage(empty, second.dc, 0, 0), 0);
+    CHECK_EQ((int)((quarter >> 8) & 0xFF), 125);
+    CHECK_EQ(Drawn(5, 4, bg, [&](HDC dc) { CHECK_EQ(DrawImage(img, dc, 1, 1), 1); }),
+             Hex({bg, bg, bg, bg, bg, bg, bg, 0x0A141E, bg, bg, bg, half, quarter, bg, bg, bg, bg, bg, bg, bg}, 5));
+    // Source offset and clip: one column taken from source column 1. An
+    // empty image draws nothing.
+    std::string drawn = Drawn(3, 2, 0, [&](HDC dc) {
+        CHECK_EQ(DrawImage(img, dc, 0, 0, -1, -1, 1, 0, 1, -1), 1);
+        CHECK_EQ(DrawImage(empty, dc, 0, 0), 0);
+    });
+    CHECK_EQ(drawn, Hex({0x0A141E, 0, 0, Mix(0, 100, 200, 50, 64), 0, 0}, 3));
 }
 
 TEST_CASE(Tga_ListIconByScreenDensity) {
