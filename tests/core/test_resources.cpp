@@ -5,7 +5,6 @@
 #include "tests/framework/ZvTest.h"
 
 #include <windows.h>
-#include <commctrl.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -395,10 +394,6 @@ TEST_CASE(Res_ImagesOfEveryModule) {
         {program, IDB_SORT_DOWN, 8, 8, kFace},         {program, IDB_SORT_UP, 8, 8, kFace},
     };
     for (const auto& b : bitmaps) CheckBitmap(b.module, b.id, b.width, b.height, b.corner, ZV_HERE);
-    // Loaded the way the tree loads it: 16 wide, white as the mask.
-    HIMAGELIST list = ImageList_LoadImageW(low, MAKEINTRESOURCEW(IDB_IMAGE_STRIP), 16, 0, kWhite, IMAGE_BITMAP, 0);
-    CHECK_EQ(ImageList_GetImageCount(list), IMAGE_STRIP_COUNT);
-    ImageList_Destroy(list);
     for (UINT id : {IDI_ZORVEL, IDI_MAIN_WINDOW}) {
         HICON icon = (HICON)LoadImageW(program, MAKEINTRESOURCEW(id), IMAGE_ICON, 32, 32, 0);
         CHECK(icon != nullptr);
