@@ -62,8 +62,10 @@ const char kEveryType[] =
 
 // Per field: type, date mode, time mode (08:30 is the 18th half hour of the
 // day), default choice (the field editor lists "No" first and stores that row
-// as choice 1) and width, from the source's columns.
-TEST_CASE(Zvl_SampleSource_FieldsAndDefaults) {
+// as choice 1) and width, from the source's columns. Rows in the order given;
+// a time alone is on 30 December 1899; missing cells are empty text, choice
+// 0, and for a Selection the empty choice 11.
+TEST_CASE(Zvl_SampleSource_FieldsAndValues) {
     SampleSource source;
     std::wstring error;
     CHECK(ParseSampleSource(kEveryType, source, error));
@@ -74,13 +76,14 @@ TEST_CASE(Zvl_SampleSource_FieldsAndDefaults) {
     const wchar_t* kFields[] = {L"0 3 0 0 60", L"1 0 18 0 30", L"2 0 0 1 20", L"3 0 0 0 0",   L"4 0 0 1 30",
                                 L"5 0 0 0 30", L"6 0 0 1 24",  L"7 1 48 0 90", L"8 0 0 11 40"};
     CHECK_EQ(doc.fieldCount(), 9);
+    CHECK_EQ(doc.itemCount(), 3);
+    if (doc.fieldCount() != 9 || doc.itemCount() != 3) return;
     auto n = [](int v) { return std::to_wstring(v); };
-    for (int i = 0; i < doc.fieldCount() && i < 9; ++i) {
+    for (int i = 0; i < 9; ++i) {
         const FieldDef& f = doc.fields[i];
         CHECK_EQ(n((int)f.type) + L" " + n(f.dateDefaultMode) + L" " + n(f.timeDefaultMode) + L" " +
                      n(f.defaultChoice) + L" " + n(f.columnWidth), std::wstring(kFields[i]));
     }
-    if (doc.fieldCount() != 9) return;
     CHECK_EQ((const wchar_t*)doc.fields[0].defaultText, dateDefaultModeText(3).c_str());
     CHECK_EQ((const wchar_t*)doc.fields[3].defaultText, L"something");
     CHECK_EQ((const wchar_t*)doc.fields[4].defaultText, choiceText(FieldType::YesNo, 0).c_str());
@@ -89,17 +92,6 @@ TEST_CASE(Zvl_SampleSource_FieldsAndDefaults) {
     // A date column sorted descending stores flag 1.
     CHECK_EQ(doc.sortColumn, 0);
     CHECK(doc.sortDescending);
-}
-
-// Rows in the order given; a time alone is on 30 December 1899; missing
-// cells are empty text, choice 0, and for a Selection the empty choice 11.
-TEST_CASE(Zvl_SampleSource_Values) {
-    SampleSource source;
-    std::wstring error;
-    CHECK(ParseSampleSource(kEveryType, source, error));
-    const ListDocument& doc = source.doc;
-    CHECK_EQ(doc.itemCount(), 3);
-    if (doc.itemCount() != 3) return;
     CHECK_EQ(Row(doc, 0), L"2007-3-1 0:0; 1899-12-30 9:5; 2; a | b; 1; 12.50; 1; 2008-2-29 23:59; 5; C9CEFF");
     CHECK_EQ(Row(doc, 1), L"2007-12-25 0:0; 1899-12-30 0:0; 0; caf\x00e9; 0; 3; 0; 2007-1-1 0:0; 13; 123456");
     CHECK_EQ(Row(doc, 2), L"2007-1-2 0:0; 1899-12-30 12:0; 1; short row; 0; ; 0; 2007-1-2 12:0; 11; FFFFFFFF");
