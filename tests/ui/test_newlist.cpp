@@ -46,13 +46,13 @@ std::wstring TemplatePathSetting() {
     return value;
 }
 
-const std::vector<TField> kShopFields = {TField(L"Got", FieldType::Check), TField(L"Item", FieldType::Text)};
+const std::vector<TField> kShopFields = {TField{L"Got", FieldType::Check}, TField{L"Item", FieldType::Text}};
 
 // Shop (with an icon) and Goals (without) in a fresh templates folder.
 std::wstring ShopAndGoals() {
     std::wstring folder = TemplatesTestFolder();
     Write(folder + L"Shop.zvt", TemplateBytes(kShopFields, true));
-    Write(folder + L"Goals.zvt", TemplateBytes({TField(L"Goal", FieldType::Text)}));
+    Write(folder + L"Goals.zvt", TemplateBytes({TField{L"Goal", FieldType::Text}}));
     return folder;
 }
 
@@ -235,9 +235,7 @@ TEST_CASE(Ui_NewList_MakesATemplateFirst) {
     s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
     CHECK_EQ(RUN_NEW_LIST(s, req), (INT_PTR)1);
     CHECK_EQ((int)req.created, 1);
-    TField due(L"", FieldType::Date);
-    due.text = ResText(IDS_DATE_MODE_TODAY);
-    CHECK_BYTES(ReadBytes(folder + L"Quick.zvt"), TemplateBytes({due}));
+    CHECK_BYTES(ReadBytes(folder + L"Quick.zvt"), TemplateBytes({{L"", FieldType::Date, ResText(IDS_DATE_MODE_TODAY)}}));
     CHECK(Exists(category + L"Today.zvl"));
 }
 

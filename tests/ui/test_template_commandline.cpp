@@ -67,7 +67,7 @@ TEST_CASE(Ui_Templates_CommandLineTemplateEditedWithKeysAndSaved) {
     std::vector<unsigned char> after = ReadBytes(path);
     CHECK_EQ(FieldCountOf(after), before + 1);
     // The new field is the last one written: its chunks end the file.
-    std::vector<unsigned char> field = ChunkBytes({TField(L"Note", FieldType::Text)}, false).v;
+    std::vector<unsigned char> field = ChunkBytes({TField{L"Note", FieldType::Text}}, false).v;
     field.erase(field.begin(), field.begin() + 16);  // without the view state chunk
     CHECK(after.size() > field.size());
     if (after.size() > field.size())

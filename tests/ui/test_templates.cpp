@@ -31,9 +31,7 @@ int ListCount(ui::Dlg& d, int id) { return (int)SendMessageW(d.Item(id), LB_GETC
 int ListSel(ui::Dlg& d, int id) { return (int)SendMessageW(d.Item(id), LB_GETCURSEL, 0, 0); }
 
 std::wstring HalfHour(int index) {
-    SYSTEMTIME t = {};
-    t.wYear = 2000, t.wMonth = 1, t.wDay = 1;
-    t.wHour = (WORD)(index / 2), t.wMinute = (WORD)(index % 2 * 30);
+    SYSTEMTIME t = doctest::MakeTime(2000, 1, 1, index / 2, index % 2 * 30);
     wchar_t text[64] = {};
     GetTimeFormatW(LOCALE_USER_DEFAULT, TIME_NOSECONDS, &t, nullptr, text, 64);
     return text;
@@ -41,7 +39,8 @@ std::wstring HalfHour(int index) {
 
 // Typing as steps: '>' and '<' turn a spinner, 'v' and '^' move to the next
 // or previous control and end the step (keys go to the control focused when
-// they are posted), '!' is the left soft key, '#' Enter; anything else is typed.
+// they are posted), '|' ends a step, '!' is the left soft key, '~' Back, '#'
+// Enter; anything else is typed.
 void Keys(ui::Script& s, const std::wstring& keys) {
     std::wstring step;
     auto flush = [&](wchar_t move) {
@@ -50,29 +49,29 @@ void Keys(ui::Script& s, const std::wstring& keys) {
                 if (c == L'>') d.Key(VK_RIGHT);
                 else if (c == L'<') d.Key(VK_LEFT);
                 else if (c == L'!') d.SoftKey(ui::Left);
+                else if (c == L'~') d.Back();
                 else if (c == L'#') d.Enter();
                 else d.Char(c);
             }
-            if (move) d.Key(move == L'v' ? VK_DOWN : VK_UP);
+            if (move != L'|') d.Key(move == L'v' ? VK_DOWN : VK_UP);
         });
         step.clear();
     };
     for (wchar_t c : keys) {
-        if (c == L'v' || c == L'^') flush(c);
+        if (c == L'v' || c == L'^' || c == L'|') flush(c);
         else step += c;
     }
-    if (!step.empty()) flush(0);
+    if (!step.empty()) flush(L'|');
 }
 
-INT_PTR RunField(ui::Script& s, FieldDef& field, const char* file, int line) {
+INT_PTR RunField(ui::Script& s, FieldDef& field, const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
     return ui::RunModal(s, [&] { return (INT_PTR)editField(nullptr, field); }, file, line);
 }
-#define RUN_FIELD(s, field) RunField(s, field, __FILE__, __LINE__)
 
-INT_PTR RunEditor(ui::Script& s, TemplateEditRequest& req, const char* file, int line) {
+INT_PTR RunEditor(ui::Script& s, TemplateEditRequest& req, const char* file = __builtin_FILE(),
+                  int line = __builtin_LINE()) {
     return ui::RunModal(s, [&] { return RunTemplateEditor(nullptr, req); }, file, line);
 }
-#define RUN_EDITOR(s, req) RunEditor(s, req, __FILE__, __LINE__)
 
 TemplateEditRequest OpenRequest(const std::wstring& folder, const std::wstring& name) {
     TemplateEditRequest req = {};
@@ -90,8 +89,7 @@ TEST_CASE(Ui_FieldEdit_DefaultsFollowTheType) {
     struct Row {
         FieldType type;
         std::vector<std::wstring> first;  // leading entries of the default list; empty: the text box
-        int count;
-        int selected;
+        int count, selected;
     } rows[] = {
         {FieldType::Date, {ResText(IDS_DATE_MODE_TODAY), ResText(IDS_DATE_MODE_TOMORROW)}, 5, 0},
         {FieldType::Time, {ResText(IDS_TIME_MODE_NOW), HalfHour(0), HalfHour(1)}, 49, 0},
@@ -105,8 +103,6 @@ TEST_CASE(Ui_FieldEdit_DefaultsFollowTheType) {
         {FieldType::Selection, {ResText(IDS_SELECTION_BASE), ResText(IDS_SELECTION_BASE + 1)}, 14, 0},
     };
     FieldDef field;
-    // (The title, the focus on the type list and the left key: every keyed
-    // field test below; the nine types: this walk, which wraps to the first.)
     ui::Script s;
     for (const Row& row : rows) {
         s.Step([&](ui::Dlg& d) {
@@ -134,13 +130,15 @@ TEST_CASE(Ui_FieldEdit_DefaultsFollowTheType) {
         CHECK_EQ(ListSel(d, kFieldTypeListId), 0);  // the spinner wraps
         d.SoftKey(ui::Right);
     });
-    CHECK_EQ(RUN_FIELD(s, field), 0);
+    CHECK_EQ(RunField(s, field), 0);
     CHECK_EQ(field.name[0], L'\0');
 }
 
-// Saving stores each type's default as the field editor maps it, typed with keys alone.
-TEST_CASE(Ui_FieldEdit_SavesTypeNameAndDefault) {
-    struct Row {
+// Saving stores each type's default as the field editor maps it, typed with
+// keys alone. A bad number names the field and leaves the editor open, where
+// Back erases a character.
+TEST_CASE(Ui_FieldEdit_SavesTypeAndDefault) {
+    const struct Row {
         const wchar_t* keys;  // from the type list, see Keys
         FieldType type;
         int choice, dateMode, timeMode;
@@ -155,12 +153,17 @@ TEST_CASE(Ui_FieldEdit_SavesTypeNameAndDefault) {
         // Text with a default typed, then Check: the box goes, the check texts come.
         {L">>>vvx^^>>>!", FieldType::Check, 0, 0, 0, ResText(IDS_CHECK_CLEAR)},
         {L">>>>>>>>vv<#", FieldType::Selection, 13, 0, 0, ResText(IDS_SELECTION_13)},
+        {L">>>>>vQtyv1a!|~|#", FieldType::Number, 0, 0, 0, L"1"},
     };
-    for (Row& row : rows) {
+    for (const Row& row : rows) {
         FieldDef field;
         ui::Script s;
         Keys(s, row.keys);
-        CHECK_EQ(RUN_FIELD(s, field), 1);
+        CHECK_EQ(RunField(s, field), 1);
+        std::vector<uitest::BoxWant> boxes;
+        if (wcschr(row.keys, L'~'))
+            boxes.push_back({ResText(IDS_NUMBER_INVALID) + L" \"Qty\"", ResText(IDS_ERROR_CAPTION), MB_ICONEXCLAMATION});
+        uitest::CheckBoxes(boxes, ZV_HERE);
         CHECK_EQ((int)field.type, (int)row.type);
         CHECK_EQ(field.defaultChoice, row.choice);
         CHECK_EQ(field.dateDefaultMode, row.dateMode);
@@ -169,25 +172,21 @@ TEST_CASE(Ui_FieldEdit_SavesTypeNameAndDefault) {
     }
 }
 
-TEST_CASE(Ui_FieldEdit_BadNumberNamesTheFieldAndStaysOpen) {
-    FieldDef field;
-    ui::Script s;
-    Keys(s, L">>>>>vQtyv1a!");
-    s.Step([](ui::Dlg& d) { d.Back(); });  // still open: erases the "a"
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.Text(kFieldDefaultEditId), std::wstring(L"1"));
-        d.Enter();
-    });
-    CHECK_EQ(RUN_FIELD(s, field), 1);
-    uitest::CheckBoxes({{ResText(IDS_NUMBER_INVALID) + L" \"Qty\"", ResText(IDS_ERROR_CAPTION), MB_ICONEXCLAMATION}},
-                       ZV_HERE);
-    CHECK_EQ(std::wstring(field.defaultText), std::wstring(L"1"));
-    CHECK_EQ(std::wstring(field.name), std::wstring(L"Qty"));
-}
-
-// A new template made with keys alone: the soft-key menu, the field editor,
-// the name prompt. The file is the layout's bytes.
+// A new template made with keys alone: the icon picker, the soft-key menu,
+// the field editor, the name prompt. The file is the layout's bytes, the
+// icon's chunks first with the planes in the order red, green, blue, alpha.
 TEST_CASE(Ui_TemplateEditor_NewTemplateWithKeysAlone) {
+    // The picker's cache lives as long as the program: when no earlier test
+    // filled it, one 16 x 16 icon of our own goes in.
+    doctest::Bytes tga;
+    tga.tgaHeader(2, 16, 16, 32, 0x28);
+    for (int i = 0; i < 256; ++i) tga.u8(i).u8(90).u8(200).u8(255);
+    std::wstring icons = ScratchFolder(L"Icons");
+    Write(icons + L"dot.tga", tga.v);
+    IconPicker::FillIconCache(icons.c_str());
+    CHECK(IconPicker::CachedIconCount() > 0);
+    if (IconPicker::CachedIconCount() == 0) return;
+
     std::wstring folder = TemplatesTestFolder();
     TemplateEditRequest req = {};
     lstrcpyW(req.folder, folder.c_str());
@@ -203,7 +202,12 @@ TEST_CASE(Ui_TemplateEditor_NewTemplateWithKeysAlone) {
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(d.Text(kTemplateCaptionId), ResText(IDS_TEMPLATE_FIELDS_HEADING));
         CHECK_EQ(d.ListCount(kTemplateFieldListId), 0);
+        d.Command(IDM_TEMPLATE_ICON);
     });
+    s.WaitFor(L"#32770", ResText(IDS_ICON_PICKER_TITLE).c_str());
+    s.Step([](ui::Dlg& d) { d.Key(VK_HOME); });
+    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    s.WaitFor(L"#32770", L"Edit Template");
     addField(L">>>>>>vDone!");    // a Check field
     addField(L">>>vItemvsocks#");  // a Text field with a default
     s.Step([](ui::Dlg& d) {
@@ -217,22 +221,23 @@ TEST_CASE(Ui_TemplateEditor_NewTemplateWithKeysAlone) {
         d.Type(L"Packing");
         d.SoftKey(ui::Left);
     });
-    CHECK_EQ(RUN_EDITOR(s, req), 1);
+    CHECK_EQ(RunEditor(s, req), 1);
     CHECK_EQ((int)req.saved, 1);
     CHECK_EQ(std::wstring(req.name), std::wstring(L"Packing"));
-    TField done(L"Done", FieldType::Check);
-    done.text = L"";
-    TField item(L"Item", FieldType::Text);
-    item.text = L"socks";
-    CHECK_BYTES(ReadBytes(folder + L"Packing.zvt"), TemplateBytes({done, item}));
+    const PlanarImage& icon = IconPicker::CachedIcon(0);
+    doctest::Bytes want;
+    want.templateHeader(2).chunk(1007, doctest::Bytes().u32((uint32_t)icon.width).u32((uint32_t)icon.height));
+    for (const unsigned char* plane : {icon.red, icon.green, icon.blue, icon.alpha})
+        want.chunk(1008, doctest::Bytes().raw(doctest::ByteVec(plane, plane + icon.PixelCount())));
+    want.append(ChunkBytes({{L"Done", FieldType::Check}, {L"Item", FieldType::Text, L"socks"}}, false));
+    CHECK_BYTES(ReadBytes(folder + L"Packing.zvt"), want.v);
 }
 
 // Moving and deleting rows; the first field up and the last down change
 // nothing. Closing saves nothing.
 TEST_CASE(Ui_TemplateEditor_MoveAndDeleteFields) {
     std::wstring folder = TemplatesTestFolder();
-    std::vector<TField> abc = {TField(L"A", FieldType::Text), TField(L"B", FieldType::Priority),
-                               TField(L"C", FieldType::Date)};
+    std::vector<TField> abc = {{L"A", FieldType::Text}, {L"B", FieldType::Priority}, {L"C", FieldType::Date}};
     Write(folder + L"Shop.zvt", TemplateBytes(abc));
     struct Row {
         int select;
@@ -252,63 +257,60 @@ TEST_CASE(Ui_TemplateEditor_MoveAndDeleteFields) {
     for (const Row& row : rows) {
         s.Step([&](ui::Dlg& d) { SelectListRow(d, kTemplateFieldListId, row.select); d.Command(row.command); });
         s.Step([&](ui::Dlg& d) {
-            std::vector<std::wstring> names;
-            for (int i = 0; i < d.ListCount(kTemplateFieldListId); ++i) names.push_back(d.ListText(kTemplateFieldListId, i));
-            CHECK(names == row.names);
-            CHECK_EQ((int)SendMessageW(d.Item(kTemplateFieldListId), LVM_GETNEXTITEM, (WPARAM)-1, LVNI_SELECTED),
-                     row.selectedAfter);
+            CHECK(Rows(d, kTemplateFieldListId) == row.names);
+            CHECK_EQ(ListView_GetNextItem(d.Item(kTemplateFieldListId), -1, LVNI_SELECTED), row.selectedAfter);
         });
     }
     s.Step([](ui::Dlg& d) { d.Back(); });
-    CHECK_EQ(RUN_EDITOR(s, req), 1);
+    CHECK_EQ(RunEditor(s, req), 1);
     CHECK_EQ((int)req.saved, 0);
     CHECK_BYTES(ReadBytes(folder + L"Shop.zvt"), TemplateBytes(abc));
 }
 
 // Saving: an empty name and a name the file system refuses keep the editor
-// open; a new name writes a new file and leaves the old one.
-TEST_CASE(Ui_TemplateEditor_SaveNamesAndFailures) {
+// open; a new name writes a new file and leaves the old one. A full template
+// takes no 51st field.
+TEST_CASE(Ui_TemplateEditor_SaveNamesFailuresAndTheFieldLimit) {
     std::wstring folder = TemplatesTestFolder();
-    std::vector<TField> fields = {TField(L"Due", FieldType::DateTime), TField(L"Paid", FieldType::YesNo)};
-    fields[1].choice = 1;
-    fields[1].text = ResText(IDS_NO);
-    fields[0].dateMode = 2;
-    fields[0].timeMode = 17;
+    std::vector<TField> fields = {{L"Due", FieldType::DateTime, L"", 0, 2, 17},
+                                  {L"Paid", FieldType::YesNo, ResText(IDS_NO), 1}};
+    fields.resize(kMaxFields, {L"Note", FieldType::Text});
     std::vector<unsigned char> original = TemplateBytes(fields, /*withIcon=*/true);
     Write(folder + L"Bills.zvt", original);
     TemplateEditRequest req = OpenRequest(folder, L"Bills");
-    const struct {
-        const wchar_t* name;
-        UINT message;
-    } tries[] = {{L"", IDS_TEMPLATE_NAME_EMPTY}, {L"no such folder\\Bills", IDS_TEMPLATE_CREATE_FAILED}};
     ui::Script s;
-    for (const auto& attempt : tries) {
+    s.Step([](ui::Dlg& d) { d.Command(IDM_ADD_FIELD); });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.Text(0), std::wstring(L"Edit Template"));  // no field editor came
+        CHECK_EQ(d.ListCount(kTemplateFieldListId), kMaxFields);
+    });
+    for (const wchar_t* name : {L"", L"no such folder\\Bills"}) {
         s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
-        s.Step([&](ui::Dlg& d) {
+        s.Step([name](ui::Dlg& d) {
             CHECK_EQ(d.Text(kTextEntryEditId), std::wstring(L"Bills"));
-            SetWindowTextW(d.Item(kTextEntryEditId), attempt.name);
+            SetWindowTextW(d.Item(kTextEntryEditId), name);
             d.SoftKey(ui::Left);
         });
         s.WaitFor(L"#32770", L"Edit Template");
-        s.Step([&](ui::Dlg& d) {
-            // A failed write names its cause after the message.
-            CHECK_EQ(ui::MessageBoxes().back().text.substr(0, ResText(attempt.message).size()), ResText(attempt.message));
-            CHECK_EQ(d.ListCount(kTemplateFieldListId), 2);
-        });
+        s.Step([](ui::Dlg& d) { CHECK_EQ(d.ListCount(kTemplateFieldListId), kMaxFields); });
     }
     s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
     s.Step([](ui::Dlg& d) { d.Type(L" 2"); d.SoftKey(ui::Left); });
-    CHECK_EQ(RUN_EDITOR(s, req), 1);
-    CHECK_EQ(ui::MessageBoxes().size(), 2u);
+    CHECK_EQ(RunEditor(s, req), 1);
+    // A failed write names its cause after the message.
+    uitest::CheckBoxes({{ResText(IDS_TOO_MANY_FIELDS), ResText(IDS_ERROR_CAPTION), MB_ICONEXCLAMATION},
+                        {ResText(IDS_TEMPLATE_NAME_EMPTY), ResText(IDS_ERROR_CAPTION), MB_ICONEXCLAMATION},
+                        {ResText(IDS_TEMPLATE_CREATE_FAILED), ResText(IDS_ERROR_CAPTION), MB_ICONEXCLAMATION}},
+                       ZV_HERE);
     CHECK_EQ(std::wstring(req.name), std::wstring(L"Bills 2"));
     CHECK_BYTES(ReadBytes(folder + L"Bills 2.zvt"), original);
     CHECK_BYTES(ReadBytes(folder + L"Bills.zvt"), original);
 }
 
-// Files the editor refuses, and the 51st field.
-TEST_CASE(Ui_TemplateEditor_RefusalsAndTheFieldLimit) {
+// Files the editor refuses.
+TEST_CASE(Ui_TemplateEditor_RefusedFiles) {
     std::wstring folder = TemplatesTestFolder();
-    std::vector<unsigned char> old = TemplateBytes({TField(L"A", FieldType::Text)});
+    std::vector<unsigned char> old = TemplateBytes({{L"A", FieldType::Text}});
     old[2] = '6';  // "1.6"
     Write(folder + L"Old.zvt", old);
     Write(folder + L"Short.zvt", {'1', 0, '.'});
@@ -320,56 +322,7 @@ TEST_CASE(Ui_TemplateEditor_RefusalsAndTheFieldLimit) {
     for (const auto& row : refused) {
         TemplateEditRequest req = OpenRequest(folder, row.name);
         ui::Script s;
-        CHECK_EQ(RUN_EDITOR(s, req), 0);
+        CHECK_EQ(RunEditor(s, req), 0);
         uitest::CheckBoxes({{ResText(row.message), ResText(IDS_ERROR_CAPTION), MB_ICONEXCLAMATION}}, ZV_HERE);
     }
-
-    std::vector<TField> fifty;
-    for (int i = 0; i < kMaxFields; ++i) fifty.push_back(TField(std::to_wstring(i), FieldType::Text));
-    Write(folder + L"Full.zvt", TemplateBytes(fifty));
-    TemplateEditRequest req = OpenRequest(folder, L"Full");
-    ui::Script s;
-    s.Step([](ui::Dlg& d) { d.Command(IDM_ADD_FIELD); });
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.Text(0), std::wstring(L"Edit Template"));  // no field editor came
-        CHECK_EQ(d.ListCount(kTemplateFieldListId), kMaxFields);
-        d.Back();
-    });
-    RUN_EDITOR(s, req);
-    uitest::CheckBoxes({{ResText(IDS_TOO_MANY_FIELDS), ResText(IDS_ERROR_CAPTION), MB_ICONEXCLAMATION}}, ZV_HERE);
-}
-
-// The icon chosen in the icon picker is saved with the template: the icon
-// chunks come first, planes in the order red, green, blue, alpha.
-TEST_CASE(Ui_TemplateEditor_IconFromThePickerIsSaved) {
-    std::wstring folder = TemplatesTestFolder();
-    // The picker's cache lives as long as the program: when no earlier test
-    // filled it, one 16 x 16 icon of our own goes in.
-    std::vector<unsigned char> tga = {0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 16, 0, 16, 0, 32, 0x28};
-    for (int i = 0; i < 256; ++i) tga.insert(tga.end(), {(unsigned char)i, 90, 200, 255});
-    std::wstring icons = ScratchFolder(L"Icons");
-    Write(icons + L"dot.tga", tga);
-    IconPicker::FillIconCache(icons.c_str());
-    CHECK(IconPicker::CachedIconCount() > 0);
-    if (IconPicker::CachedIconCount() == 0) return;
-
-    TemplateEditRequest req = {};
-    lstrcpyW(req.folder, folder.c_str());
-    ui::Script s;
-    s.Step([](ui::Dlg& d) { d.Command(IDM_TEMPLATE_ICON); });
-    s.WaitFor(L"#32770", ResText(IDS_ICON_PICKER_TITLE).c_str());
-    s.Step([](ui::Dlg& d) { d.Key(VK_HOME); });
-    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
-    s.WaitFor(L"#32770", L"Edit Template");
-    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
-    s.Step([](ui::Dlg& d) { d.Type(L"Dotted"); d.SoftKey(ui::Left); });
-    CHECK_EQ(RUN_EDITOR(s, req), 1);
-
-    const PlanarImage& icon = IconPicker::CachedIcon(0);
-    doctest::Bytes want;
-    want.templateHeader(0).chunk(1007, doctest::Bytes().u32((uint32_t)icon.width).u32((uint32_t)icon.height));
-    for (const unsigned char* plane : {icon.red, icon.green, icon.blue, icon.alpha})
-        want.chunk(1008, doctest::Bytes().raw(doctest::ByteVec(plane, plane + icon.PixelCount())));
-    want.viewState(-1, 0);
-    CHECK_BYTES(ReadBytes(folder + L"Dotted.zvt"), want.v);
 }

@@ -19,10 +19,8 @@ namespace tmpltest {
 struct TField {
     std::wstring name;
     FieldType type;
-    int choice = 0;
-    std::wstring text;
-    int dateMode = 0, timeMode = 0, width = 0;
-    TField(const std::wstring& n, FieldType t) : name(n), type(t) {}
+    std::wstring text = {};
+    int choice = 0, dateMode = 0, timeMode = 0, width = 0;
 };
 
 // The chunks after the header: an optional 2 x 2 icon, the view state
@@ -68,12 +66,15 @@ inline std::wstring TemplatesTestFolder() { return ScratchFolder(L"Templates"); 
 
 // Selects and focuses `row` as the arrow keys would.
 inline void SelectListRow(ui::Dlg& d, int listId, int row) {
-    HWND list = d.Item(listId);
-    LVITEMW state = {};
-    state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-    state.state = LVIS_SELECTED | LVIS_FOCUSED;
-    SendMessageW(list, LVM_SETITEMSTATE, row, (LPARAM)&state);
-    SendMessageW(list, LVM_SETSELECTIONMARK, 0, row);
+    ListView_SetItemState(d.Item(listId), row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    ListView_SetSelectionMark(d.Item(listId), row);
+}
+
+// The first column of every row of a list view, top to bottom.
+inline std::vector<std::wstring> Rows(ui::Dlg& d, int listId) {
+    std::vector<std::wstring> rows;
+    for (int i = 0; i < d.ListCount(listId); ++i) rows.push_back(d.ListText(listId, i));
+    return rows;
 }
 
 }  // namespace tmpltest
