@@ -16,6 +16,7 @@
 #include "dialogs/FileSelectDialog.h"
 #include "dialogs/TextEntry.h"
 #include "templates/Templates.h"
+#include "tests/app/RegistryTestUtil.h"
 #include "tests/framework/ZvTest.h"
 #include "tests/ui/UiTestUtil.h"
 #include "tests/ui/test_templates_support.h"
@@ -24,48 +25,30 @@ using namespace tmpltest;
 
 namespace {
 
-const wchar_t kKey[] = L"Software\\Quenta\\Zorvel";
 using Texts = std::vector<std::wstring>;
 
 // Points the TemplatePath setting at a scratch folder (without its trailing
 // "\", as a user may store it) for one test.
-class TemplatePathScope {
-public:
+struct TemplatePathScope {
     explicit TemplatePathScope(const std::wstring& folder) {
-        std::wstring value = folder.substr(0, folder.size() - 1);
-        RegSetKeyValueW(HKEY_CURRENT_USER, kKey, L"TemplatePath", REG_SZ, value.c_str(),
-                        DWORD((value.size() + 1) * sizeof(wchar_t)));
+        regtest::SetString(kProgramKey, L"TemplatePath", folder.substr(0, folder.size() - 1).c_str());
     }
-    ~TemplatePathScope() { RegDeleteKeyValueW(HKEY_CURRENT_USER, kKey, L"TemplatePath"); }
+    ~TemplatePathScope() { RegDeleteKeyValueW(HKEY_CURRENT_USER, kProgramKey, L"TemplatePath"); }
 };
 
-std::wstring TemplatePathSetting() {
-    wchar_t value[MAX_PATH] = {};
-    DWORD size = sizeof value;
-    RegGetValueW(HKEY_CURRENT_USER, kKey, L"TemplatePath", RRF_RT_REG_SZ, nullptr, value, &size);
-    return value;
-}
-
-const std::vector<TField> kShopFields = {TField{L"Got", FieldType::Check}, TField{L"Item", FieldType::Text}};
+const std::vector<TField> kShopFields = {{L"Got", FieldType::Check}, {L"Item", FieldType::Text}};
 
 // Shop (with an icon) and Goals (without) in a fresh templates folder.
 std::wstring ShopAndGoals() {
     std::wstring folder = TemplatesTestFolder();
     Write(folder + L"Shop.zvt", TemplateBytes(kShopFields, true));
-    Write(folder + L"Goals.zvt", TemplateBytes({TField{L"Goal", FieldType::Text}}));
+    Write(folder + L"Goals.zvt", TemplateBytes({{L"Goal", FieldType::Text}}));
     return folder;
 }
 
-Texts Rows(ui::Dlg& d) {
-    Texts rows;
-    for (int i = 0; i < d.ListCount(kTemplateListId); ++i) rows.push_back(d.ListText(kTemplateListId, i));
-    return rows;
-}
-
 int RowOf(ui::Dlg& d, const std::wstring& name) {
-    Texts rows = Rows(d);
-    auto at = std::find(rows.begin(), rows.end(), name);
-    return at == rows.end() ? -1 : int(at - rows.begin());
+    Texts rows = Rows(d, kTemplateListId);
+    return int(std::find(rows.begin(), rows.end(), name) - rows.begin());
 }
 
 NewListRequest Request(const std::wstring& category) {
@@ -74,16 +57,15 @@ NewListRequest Request(const std::wstring& category) {
     return req;
 }
 
-INT_PTR RunNewList(ui::Script& s, NewListRequest& req, const char* file, int line) {
+INT_PTR RunNewList(ui::Script& s, NewListRequest& req, const char* file = __builtin_FILE(),
+                   int line = __builtin_LINE()) {
     return ui::RunModal(s, [&] { return RunNewListDialog(nullptr, req); }, file, line);
 }
-#define RUN_NEW_LIST(s, req) RunNewList(s, req, __FILE__, __LINE__)
 
-INT_PTR RunManager(ui::Script& s, const char* file, int line) {
+INT_PTR RunManager(ui::Script& s, const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
     TemplatesManagerRequest req = {hLangModule, 1};
     return ui::RunModal(s, [&] { return RunTemplatesManager(nullptr, req); }, file, line);
 }
-#define RUN_MANAGER(s) RunManager(s, __FILE__, __LINE__)
 
 // Chooses a template row (or none for an empty name) and answers the name prompt.
 void ChooseAndName(ui::Script& s, const std::wstring& templateName, const std::wstring& listName) {
@@ -101,7 +83,8 @@ void ChooseAndName(ui::Script& s, const std::wstring& templateName, const std::w
 
 // Only names whose extension starts with the template letters are listed,
 // in any case; folders are not; a damaged template is listed and drawn
-// with the default icon. Both dialogs list alike.
+// with the default icon. Both dialogs list alike, and at 192 dpi the list
+// fits the screen and its rows hold the large icons.
 TEST_CASE(Ui_Templates_BothDialogsListTemplateFilesOnly) {
     std::wstring folder = ShopAndGoals();
     DeleteFileW((folder + L"Shop.zvt").c_str());
@@ -112,14 +95,19 @@ TEST_CASE(Ui_Templates_BothDialogsListTemplateFilesOnly) {
     Write(folder + L"Broken.zvt", {'1', 0});
     CreateDirectoryW((folder + L"Sub.zvt").c_str(), nullptr);
     TemplatePathScope path(folder);
+    uitest::DensityScope density(192);
     const Texts want = {L"Broken", L"Goals", L"Shop", L"Wide"};
     for (bool manager : {false, true}) {
         ui::Script s;
         s.Step([&](ui::Dlg& d) {
-            Texts rows = Rows(d);
+            Texts rows = Rows(d, kTemplateListId);
             std::sort(rows.begin(), rows.end());
             CHECK(rows == want);
             CHECK_EQ(d.FocusId(), kTemplateListId);
+            uitest::ControlsFit(d.hwnd, {kTemplateListId}, ZV_HERE);
+            RECT row = {LVIR_BOUNDS, 0, 0, 0};
+            SendMessageW(d.Item(kTemplateListId), LVM_GETITEMRECT, 0, (LPARAM)&row);
+            CHECK(row.bottom - row.top >= ScaleY(16));
             for (int row = 0; row < d.ListCount(kTemplateListId); ++row) SelectListRow(d, kTemplateListId, row);
         });
         s.Step([](ui::Dlg& d) {
@@ -127,7 +115,7 @@ TEST_CASE(Ui_Templates_BothDialogsListTemplateFilesOnly) {
             d.Back();
         });
         NewListRequest req = Request(folder);
-        CHECK_EQ(manager ? RUN_MANAGER(s) : RUN_NEW_LIST(s, req), (INT_PTR)1);
+        CHECK_EQ(manager ? RunManager(s) : RunNewList(s, req), (INT_PTR)1);
         CHECK_EQ(ui::MessageBoxes().size(), 0u);
     }
 }
@@ -151,7 +139,7 @@ TEST_CASE(Ui_NewList_WritesOpensAndKeepsOnlyASavedList) {
             if (save) d.SoftKey(ui::Left);
             else d.Back();
         });
-        CHECK_EQ(RUN_NEW_LIST(s, req), (INT_PTR)1);
+        CHECK_EQ(RunNewList(s, req), (INT_PTR)1);
         CHECK_EQ((int)req.created, save ? 1 : 0);
         CHECK_EQ(std::wstring(req.listName), name);
         CHECK_EQ(std::wstring(req.listPath), category + name + L".zvl");
@@ -197,7 +185,7 @@ TEST_CASE(Ui_NewList_RefusalsLeaveTheDialogOpen) {
             CHECK(d.ListCount(kTemplateListId) > 0);  // still the new list dialog
             d.Back();
         });
-        CHECK_EQ(RUN_NEW_LIST(s, req), (INT_PTR)1);
+        CHECK_EQ(RunNewList(s, req), (INT_PTR)1);
         CHECK_EQ((int)req.created, 0);
         if (row.after == Untouched) {
             wchar_t question[512];
@@ -233,50 +221,27 @@ TEST_CASE(Ui_NewList_MakesATemplateFirst) {
     s.Step([](ui::Dlg& d) { d.Type(L"Today"); d.SoftKey(ui::Left); });
     s.WaitFor(L"#32770", L"Zorvel");
     s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
-    CHECK_EQ(RUN_NEW_LIST(s, req), (INT_PTR)1);
+    CHECK_EQ(RunNewList(s, req), (INT_PTR)1);
     CHECK_EQ((int)req.created, 1);
     CHECK_BYTES(ReadBytes(folder + L"Quick.zvt"), TemplateBytes({{L"", FieldType::Date, ResText(IDS_DATE_MODE_TODAY)}}));
     CHECK(Exists(category + L"Today.zvl"));
 }
 
-// Delete asks with the name in quotes; No keeps the file, Yes removes it.
-// Edit and delete need a selected row.
-TEST_CASE(Ui_TemplatesManager_DeleteAndSelectionChecks) {
+// The manager's commands. Edit and Delete need a selected row. Saving under
+// the same name leaves the rows (and the selection) as they were; a new name
+// refreshes the list, where both names now stand. Delete asks with the name
+// in quotes: No keeps the file, Yes removes it. Another folder, chosen in the
+// folder dialog, is listed at once and stored.
+TEST_CASE(Ui_TemplatesManager_Commands) {
     std::wstring folder = ShopAndGoals();
+    CreateDirectoryW((folder + L"Other").c_str(), nullptr);
+    Write(folder + L"Other\\Far.zvt", TemplateBytes({}));
     TemplatePathScope path(folder);
     ui::Script s;
     s.Step([](ui::Dlg& d) {
         d.Command(IDM_EDIT_TEMPLATE);
         d.Command(IDM_DELETE_TEMPLATE_CTX);
     });
-    s.Step([](ui::Dlg& d) {
-        SelectListRow(d, kTemplateListId, RowOf(d, L"Shop"));
-        d.Command(IDM_DELETE_TEMPLATE);
-    });
-    s.Answer(IDOK).Answer(IDOK).Answer(IDNO).Answer(IDYES);  // boxes are answered in order
-    s.Step([&](ui::Dlg& d) {
-        CHECK(Exists(folder + L"Shop.zvt"));
-        d.Command(IDM_DELETE_TEMPLATE);
-    });
-    s.Step([&](ui::Dlg& d) {
-        CHECK(!Exists(folder + L"Shop.zvt"));
-        CHECK(Rows(d) == Texts({L"Goals"}));
-        CHECK_EQ(d.FocusId(), kTemplateListId);
-        d.SoftKey(ui::Left);
-    });
-    CHECK_EQ(RUN_MANAGER(s), (INT_PTR)1);
-    const uitest::BoxWant none = {ResText(IDS_NO_TEMPLATE_SELECTED), ResText(IDS_ERROR_CAPTION), MB_ICONEXCLAMATION},
-                          del = {ResText(IDS_DELETE_TEMPLATE_TEXT) + L" \"Shop\"", ResText(IDS_DELETE_TEMPLATE_CAPTION),
-                                 MB_YESNO | MB_ICONINFORMATION};
-    uitest::CheckBoxes({none, none, del, del}, ZV_HERE);
-}
-
-// Saving under the same name leaves the rows (and the selection) as they
-// were; a new name refreshes the list, where both names now stand.
-TEST_CASE(Ui_TemplatesManager_EditRefreshesOnlyOnANewName) {
-    std::wstring folder = ShopAndGoals();
-    TemplatePathScope path(folder);
-    ui::Script s;
     for (const wchar_t* name : {L"Shop", L"Shop 2"}) {
         s.Step([](ui::Dlg& d) {
             SelectListRow(d, kTemplateListId, RowOf(d, L"Shop"));
@@ -298,54 +263,39 @@ TEST_CASE(Ui_TemplatesManager_EditRefreshesOnlyOnANewName) {
             CHECK_EQ(d.ListSelectionMark(kTemplateListId) >= 0, !renamed);
         });
     }
-    s.Step([](ui::Dlg& d) { d.Back(); });
-    RUN_MANAGER(s);
-    CHECK_BYTES(ReadBytes(folder + L"Shop 2.zvt"), TemplateBytes(kShopFields, true));
-    CHECK_BYTES(ReadBytes(folder + L"Shop.zvt"), TemplateBytes(kShopFields, true));
-}
-
-// Another folder, chosen in the folder dialog, is listed at once and stored.
-TEST_CASE(Ui_TemplatesManager_ChoosesAnotherFolder) {
-    std::wstring folder = TemplatesTestFolder();
-    CreateDirectoryW((folder + L"Other").c_str(), nullptr);
-    Write(folder + L"Other\\Far.zvt", TemplateBytes({}));
-    TemplatePathScope path(folder);
-    ui::Script s;
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.ListCount(kTemplateListId), 0);
+    s.Step([&](ui::Dlg& d) {
+        CHECK_BYTES(ReadBytes(folder + L"Shop 2.zvt"), TemplateBytes(kShopFields, true));
+        CHECK_BYTES(ReadBytes(folder + L"Shop.zvt"), TemplateBytes(kShopFields, true));
+        SelectListRow(d, kTemplateListId, RowOf(d, L"Shop"));
+        d.Command(IDM_DELETE_TEMPLATE);
+    });
+    s.Answer(IDOK).Answer(IDOK).Answer(IDNO).Answer(IDYES);  // boxes are answered in order
+    s.Step([&](ui::Dlg& d) {
+        CHECK(Exists(folder + L"Shop.zvt"));
+        d.Command(IDM_DELETE_TEMPLATE);
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK(!Exists(folder + L"Shop.zvt"));
+        CHECK(Rows(d, kTemplateListId) == Texts({L"Goals", L"Shop 2"}));
+        CHECK_EQ(d.FocusId(), kTemplateListId);
         d.Command(IDM_TEMPLATES_FOLDER);
     });
     s.WaitFor(L"#32770", ResText(IDS_TEMPLATES_FOLDER_TITLE).c_str());
     s.Step([](ui::Dlg& d) {
         SelectListRow(d, kFileSelectList, 0);
         d.SetFocusTo(kFileSelectList);
-        d.Enter();  // into Other
+        d.Enter();  // into Other, the only folder
     });
     s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
     s.WaitFor(L"#32770", L"Templates");
     s.Step([](ui::Dlg& d) {
-        CHECK(Rows(d) == Texts({L"Far"}));
-        d.Back();
+        CHECK(Rows(d, kTemplateListId) == Texts({L"Far"}));
+        d.SoftKey(ui::Left);
     });
-    RUN_MANAGER(s);
-    CHECK_EQ(TemplatePathSetting(), folder + L"Other\\");
-}
-
-// At 192 dpi the template list fits the screen and its rows hold the large icons.
-TEST_CASE(Ui_Templates_ListLayoutAt192Dpi) {
-    std::wstring folder = ShopAndGoals();
-    TemplatePathScope path(folder);
-    uitest::DensityScope density(192);
-    for (bool manager : {false, true}) {
-        ui::Script s;
-        s.Step([&](ui::Dlg& d) {
-            uitest::ControlsFit(d.hwnd, {kTemplateListId}, ZV_HERE);
-            RECT row = {LVIR_BOUNDS, 0, 0, 0};
-            SendMessageW(d.Item(kTemplateListId), LVM_GETITEMRECT, 0, (LPARAM)&row);
-            CHECK(row.bottom - row.top >= ScaleY(16));
-            d.Back();
-        });
-        NewListRequest req = Request(folder);
-        manager ? RUN_MANAGER(s) : RUN_NEW_LIST(s, req);
-    }
+    CHECK_EQ(RunManager(s), (INT_PTR)1);
+    const uitest::BoxWant none = {ResText(IDS_NO_TEMPLATE_SELECTED), ResText(IDS_ERROR_CAPTION), MB_ICONEXCLAMATION},
+                          del = {ResText(IDS_DELETE_TEMPLATE_TEXT) + L" \"Shop\"", ResText(IDS_DELETE_TEMPLATE_CAPTION),
+                                 MB_YESNO | MB_ICONINFORMATION};
+    uitest::CheckBoxes({none, none, del, del}, ZV_HERE);
+    CHECK_EQ(regtest::GetString(kProgramKey, L"TemplatePath"), folder + L"Other\\");
 }
