@@ -231,7 +231,8 @@ TEST_CASE(Ui_Main_CommandLineFilesEditedAndSaved) {
             s.WaitUntil([](ui::Dlg& d) { return d.MenuOpen(); });
             s.Step([](ui::Dlg& d) { d.Char(L'1'); });  // Add Field
             s.WaitFor(L"#32770", L"Field Edit");
-            s.Step([](ui::Dlg& d) { for (int i = 0; i < 3; ++i) d.Key(VK_RIGHT); d.Key(VK_DOWN); });  // Text, to the name
+            // Text, then to the name.
+            s.Step([](ui::Dlg& d) { for (int i = 0; i < 3; ++i) d.Key(VK_RIGHT); d.Key(VK_DOWN); });
             s.Step([](ui::Dlg& d) { d.Type(L"Note"); d.SoftKey(ui::Left); });
             s.WaitFor(L"#32770", L"Edit Template");
             s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });  // Save

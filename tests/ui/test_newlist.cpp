@@ -223,7 +223,8 @@ TEST_CASE(Ui_NewList_MakesATemplateFirst) {
     s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
     CHECK_EQ(RunNewList(s, req), (INT_PTR)1);
     CHECK_EQ((int)req.created, 1);
-    CHECK_BYTES(ReadBytes(folder + L"Quick.zvt"), TemplateBytes({{L"", FieldType::Date, ResText(IDS_DATE_MODE_TODAY)}}));
+    const TField due = {L"", FieldType::Date, ResText(IDS_DATE_MODE_TODAY)};
+    CHECK_BYTES(ReadBytes(folder + L"Quick.zvt"), TemplateBytes({due}));
     CHECK(Exists(category + L"Today.zvl"));
 }
 

@@ -21,16 +21,18 @@
 
 namespace {
 
-const wchar_t kRootKey[] = L"Software\\Quenta\\Zorvel";
 const wchar_t kGeneralKey[] = L"Software\\Quenta\\Zorvel\\General";
 const wchar_t kColorsKey[] = L"Software\\Quenta\\Zorvel\\Colors";
 const DWORD kMissing = 0xDEADBEEF;
 
-// Every case starts with no stored settings and leaves memory as stored.
+// Every case starts with no stored settings, and leaves memory as stored and
+// no folders of its own in the registry.
 struct SettingsScope {
     SettingsScope() { RegDeleteTreeW(HKEY_CURRENT_USER, kGeneralKey); }
     ~SettingsScope() {
         RegDeleteTreeW(HKEY_CURRENT_USER, kGeneralKey);
+        for (const wchar_t* name : {L"TemplatePath", L"ListsPath"})
+            RegDeleteKeyValueW(HKEY_CURRENT_USER, kProgramKey, name);
         g_appSettings.LoadSettings();
     }
 };
@@ -67,33 +69,29 @@ std::wstring SelectedText(HWND list) {
 
 // Pixels inside a swatch, clear of its frame: the corner's colour and
 // whether anything black (the "Default" text) is drawn on it.
-COLORREF SwatchCorner(HWND swatch) {
-    HDC dc = GetDC(swatch);
-    COLORREF c = GetPixel(dc, ScaleX(3), ScaleY(3));
-    ReleaseDC(swatch, dc);
-    return c;
-}
-bool SwatchHasBlack(HWND swatch) {
+std::pair<COLORREF, bool> Swatch(HWND swatch) {
     RECT r;
     GetClientRect(swatch, &r);
     HDC dc = GetDC(swatch);
-    bool found = false;
-    for (int y = ScaleY(3); y < r.bottom - ScaleY(3) && !found; ++y)
-        for (int x = ScaleX(3); x < r.right - ScaleX(3) && !found; ++x) found = GetPixel(dc, x, y) == RGB(0, 0, 0);
+    bool black = false;
+    for (int y = ScaleY(3); y < r.bottom - ScaleY(3) && !black; ++y)
+        for (int x = ScaleX(3); x < r.right - ScaleX(3) && !black; ++x) black = GetPixel(dc, x, y) == RGB(0, 0, 0);
+    const COLORREF corner = GetPixel(dc, ScaleX(3), ScaleY(3));
     ReleaseDC(swatch, dc);
-    return found;
+    return {corner, black};
 }
 
 }  // namespace
 
 // Digits, their QWERTY letters, Enter on the mark and a tap each open
-// their row's page; "3" runs the templates manager, not a settings page.
+// their row's page; "3" runs the templates manager, not a settings page. At
+// 192 dpi the rows of the pages fit the screen.
 TEST_CASE(Ui_Settings_PageListOpensPages) {
     SettingsScope scope;
+    uitest::DensityScope density(192);
     struct Row {
         std::function<void(ui::Dlg&)> act;
-        const wchar_t* page;          // nullptr: no settings page opens
-        const wchar_t* titleWhileOpen;
+        const wchar_t *page, *titleWhileOpen;
     } rows[] = {
         {[](ui::Dlg& d) { d.Key('W'); }, L"General", L"Settings"},
         {[](ui::Dlg& d) { d.Key('1'); }, L"General", L"Settings"},
@@ -102,8 +100,8 @@ TEST_CASE(Ui_Settings_PageListOpensPages) {
         {[](ui::Dlg& d) { d.Enter(); }, L"General", L"1  General"},
         {[](ui::Dlg& d) { d.Key(VK_DOWN); d.Enter(); }, L"Colors", L"2  Colors"},
         {[](ui::Dlg& d) { d.TapCell(kSettingsPageList, 1, 0); }, L"Colors", L"Settings"},
-        {[](ui::Dlg& d) { d.Key('3'); }, nullptr, nullptr},
-        {[](ui::Dlg& d) { d.Key('R'); }, nullptr, nullptr},
+        {[](ui::Dlg& d) { d.Key('3'); }, L"Templates", L"Settings"},
+        {[](ui::Dlg& d) { d.Key('R'); }, L"Templates", L"Settings"},
     };
     for (Row& row : rows) {
         ui::Script s;
@@ -111,20 +109,15 @@ TEST_CASE(Ui_Settings_PageListOpensPages) {
             CHECK_EQ(d.FocusId(), kSettingsPageList);
             row.act(d);
         });
-        if (row.page) {
-            s.WaitFor(L"#32770", row.page);
-            s.Step([&](ui::Dlg& d) {
-                CHECK_EQ(Title(GetWindow(d.hwnd, GW_OWNER)), std::wstring(row.titleWhileOpen));
-                d.Back();
-            });
-        } else {
-            s.Step([](ui::Dlg& d) {
-                CHECK(Title(d.hwnd) != L"General" && Title(d.hwnd) != L"Colors");
-                if (Title(d.hwnd) != L"Settings") d.Back();  // the templates manager
-            });
-        }
-        s.WaitFor(L"#32770", L"Settings");
-        s.Step([](ui::Dlg& d) { CHECK_EQ(Title(d.hwnd), L"Settings"); });
+        s.WaitFor(L"#32770", row.page);
+        s.Step([&](ui::Dlg& d) {
+            CHECK_EQ(Title(GetWindow(d.hwnd, GW_OWNER)), std::wstring(row.titleWhileOpen));
+            if (row.page == std::wstring(L"Colors"))
+                uitest::ControlsFit(d.hwnd, {kSwatchListViewText + 1, 6 + 1}, ZV_HERE);
+            else if (row.page == std::wstring(L"General"))
+                uitest::ControlsFit(d.hwnd, {kGeneralTemplatesEdit + 1, kGeneralTemplatesBrowse + 1}, ZV_HERE);
+            d.Back();
+        });
         EndSettings(s, Done);
         CHECK_EQ(RunSettings(s), 1);
     }
@@ -175,7 +168,7 @@ TEST_CASE(Ui_Settings_FontSizeStoredOnlyWhenConfirmed) {
 TEST_CASE(Ui_Settings_FolderRowsClearAndBrowse) {
     SettingsScope scope;
     regtest::SetString(kGeneralKey, L"IconsFolder", L"\\Icons\\");
-    regtest::SetString(kRootKey, L"TemplatePath", L"\\Templates\\");
+    regtest::SetString(kProgramKey, L"TemplatePath", L"\\Templates\\");
     ui::Script s;
     s.Step([](ui::Dlg& d) { d.Key('W'); });
     s.WaitFor(L"#32770", L"General");
@@ -202,8 +195,7 @@ TEST_CASE(Ui_Settings_FolderRowsClearAndBrowse) {
     EndSettings(s, Done);
     CHECK_EQ(RunSettings(s), 1);
     CHECK_EQ(regtest::GetString(kGeneralKey, L"IconsFolder"), L"");
-    CHECK_EQ(regtest::GetString(kRootKey, L"TemplatePath"), L"\\Templates\\");
-    RegDeleteKeyValueW(HKEY_CURRENT_USER, kRootKey, L"TemplatePath");
+    CHECK_EQ(regtest::GetString(kProgramKey, L"TemplatePath"), L"\\Templates\\");
 }
 
 // A swatch never chosen shows "Default" on white; a picked colour shows at
@@ -234,8 +226,7 @@ TEST_CASE(Ui_Settings_ColorSwatches) {
         s.Step([&](ui::Dlg& d) {
             CHECK_EQ(d.FocusId(), kSwatchMainViewCategory + 1);
             CHECK_EQ(ui::Dlg::MenuTexts(d.SoftKeyMenu(ui::Right)).size(), 1u);  // Done only: no tab entry
-            CHECK_EQ(SwatchCorner(d.Item(id)), RGB(255, 255, 255));
-            CHECK(SwatchHasBlack(d.Item(id)));
+            CHECK(Swatch(d.Item(id)) == std::make_pair(RGB(255, 255, 255), true));
             if (row.tap) {
                 d.TapCenter(id);
             } else {
@@ -253,7 +244,7 @@ TEST_CASE(Ui_Settings_ColorSwatches) {
         }
         s.WaitFor(L"#32770", L"Colors");
         s.Step([&](ui::Dlg& d) {
-            CHECK_EQ(SwatchCorner(d.Item(id)), row.pick ? picked : RGB(255, 255, 255));
+            CHECK_EQ(Swatch(d.Item(id)).first, row.pick ? picked : RGB(255, 255, 255));
             d.Back();
         });
         EndSettings(s, row.end);
@@ -263,54 +254,23 @@ TEST_CASE(Ui_Settings_ColorSwatches) {
     }
 }
 
-// The rows of the colours and general pages fit the screen at 192 dpi.
-TEST_CASE(Ui_Settings_RowLayoutAt192Dpi) {
-    SettingsScope scope;
-    uitest::DensityScope density(192);
-    ui::Script s;
-    s.Step([](ui::Dlg& d) { d.Key('2'); });
-    s.WaitFor(L"#32770", L"Colors");
-    s.Step([&](ui::Dlg& d) {
-        uitest::ControlsFit(d.hwnd, {kSwatchListViewText + 1, 6 + 1}, ZV_HERE);
-        d.Back();
-    });
-    s.WaitFor(L"#32770", L"Settings");
-    s.Step([](ui::Dlg& d) { d.Key('1'); });
-    s.WaitFor(L"#32770", L"General");
-    s.Step([&](ui::Dlg& d) {
-        uitest::ControlsFit(d.hwnd, {kGeneralTemplatesEdit + 1, kGeneralTemplatesBrowse + 1}, ZV_HERE);
-        d.Back();
-    });
-    EndSettings(s, Done);
-    RunSettings(s);
-}
-
 // The about screen, from the settings menu: the folders as the registry
 // has them, or "Not set"; Back returns to the settings.
 TEST_CASE(Ui_Settings_AboutScreenShowsFolders) {
     SettingsScope scope;
-    struct Row {
-        const wchar_t* templates;  // nullptr: not in the registry
-        const wchar_t* shown;
-    } rows[] = {
-        {L"\\Program Files\\Quenta\\Zorvel\\Templates\\", L"\\Program Files\\Quenta\\Zorvel\\Templates\\"},
-        {nullptr, L"Not set"},
-    };
-    regtest::SetString(kRootKey, L"ListsPath", L"\\My Documents\\Zorvel Lists\\");
-    for (const Row& row : rows) {
-        if (row.templates) regtest::SetString(kRootKey, L"TemplatePath", row.templates);
-        else RegDeleteKeyValueW(HKEY_CURRENT_USER, kRootKey, L"TemplatePath");
+    regtest::SetString(kProgramKey, L"ListsPath", L"\\My Documents\\Zorvel Lists\\");
+    for (const wchar_t* templates : {L"\\Program Files\\Quenta\\Zorvel\\Templates\\", (const wchar_t*)nullptr}) {
+        if (templates) regtest::SetString(kProgramKey, L"TemplatePath", templates);
+        else RegDeleteKeyValueW(HKEY_CURRENT_USER, kProgramKey, L"TemplatePath");
         ui::Script s;
         s.Step([](ui::Dlg& d) { d.Command(IDM_SETTINGS_ABOUT); });
         s.WaitFor(L"#32770", L"About");
         s.Step([&](ui::Dlg& d) {
             CHECK_EQ(d.Text(kAboutListsFolder), L"\\My Documents\\Zorvel Lists\\");
-            CHECK_EQ(d.Text(kAboutTemplatesFolder), std::wstring(row.shown));
+            CHECK_EQ(d.Text(kAboutTemplatesFolder), std::wstring(templates ? templates : L"Not set"));
             d.Back();
         });
         EndSettings(s, Done);
         CHECK_EQ(RunSettings(s), 1);
     }
-    RegDeleteKeyValueW(HKEY_CURRENT_USER, kRootKey, L"ListsPath");
-    RegDeleteKeyValueW(HKEY_CURRENT_USER, kRootKey, L"TemplatePath");
 }
