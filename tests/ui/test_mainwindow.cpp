@@ -102,12 +102,10 @@ int CheckedItems(const std::wstring& path) {
 TEST_CASE(Ui_Main_StartAndTheTreeFollowingTheListsFolder) {
     uitest::ModulesScope keep;
     uitest::RemoveTree(kLists);  // left by an earlier run
-    CreateDirectoryW(kLists, nullptr);
     Install(L"LangEng.dll");
     std::wstring lists = kLists;
-    CreateDirectoryW((lists + L"\\Work").c_str(), nullptr);
-    CreateDirectoryW((lists + L"\\Work\\Sub").c_str(), nullptr);
-    CreateDirectoryW((lists + L"\\\x00dc" L"ber").c_str(), nullptr);  // Über
+    for (const wchar_t* folder : {L"\\Work", L"\\Work\\Sub", L"\\\x00dc" L"ber"})  // Über
+        CreateDirectoryW((lists + folder).c_str(), nullptr);
     for (const wchar_t* name : {L"\\Work\\a.zvl", L"\\Work\\b.ZVL", L"\\Work\\notes.txt", L"\\Work\\Sub\\c.zvl",
                                 L"\\Work\\x.zvl.bak", L"\\Top.zvl", L"\\\x00dc" L"ber\\\x0396\x03ae\x03c4\x03b1.zvl"})
         WriteBytes(lists + name, {});

@@ -5,7 +5,6 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -187,16 +186,14 @@ TEST_CASE(Ui_NewList_RefusalsLeaveTheDialogOpen) {
         });
         CHECK_EQ(RunNewList(s, req), (INT_PTR)1);
         CHECK_EQ((int)req.created, 0);
-        if (row.after == Untouched) {
-            wchar_t question[512];
-            wsprintfW(question, ResText(IDS_LIST_EXISTS_TEXT).c_str(), L"Kept");
+        wchar_t question[512];
+        wsprintfW(question, ResText(IDS_LIST_EXISTS_TEXT).c_str(), L"Kept");
+        if (row.after == Untouched)
             uitest::CheckBoxes({{question, ResText(IDS_LIST_EXISTS_CAPTION), MB_YESNO | MB_ICONQUESTION}}, ZV_HERE);
-            CHECK_BYTES(ReadBytes(category + L"Kept.zvl"), kept);
-        } else {
-            uitest::CheckBoxes({{ResText(row.message), ResText(IDS_ERROR_CAPTION), MB_ICONEXCLAMATION}}, ZV_HERE);
-            CHECK_EQ(Exists(category + L"Plan.zvl"), row.after == Empty);
-            if (row.after == Empty) CHECK_EQ(ReadBytes(category + L"Plan.zvl").size(), (size_t)0);
-        }
+        else uitest::CheckBoxes({{ResText(row.message), ResText(IDS_ERROR_CAPTION), MB_ICONEXCLAMATION}}, ZV_HERE);
+        CHECK_BYTES(ReadBytes(category + L"Kept.zvl"), kept);
+        CHECK_EQ(Exists(category + L"Plan.zvl"), row.after == Empty);
+        if (row.after == Empty) CHECK_EQ(ReadBytes(category + L"Plan.zvl").size(), (size_t)0);
     }
 }
 
