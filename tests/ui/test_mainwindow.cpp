@@ -229,11 +229,9 @@ TEST_CASE(Ui_Main_CommandLineFilesEditedAndSaved) {
             s.WaitUntil([](ui::Dlg& d) { return d.MenuOpen(); });
             s.Step([](ui::Dlg& d) { d.Char(L'1'); });  // Add Field
             s.WaitFor(L"#32770", L"Field Edit");
-            // Text, then to the name.
-            s.Step([](ui::Dlg& d) { for (int i = 0; i < 3; ++i) d.Key(VK_RIGHT); d.Key(VK_DOWN); });
-            s.Step([](ui::Dlg& d) { d.Type(L"Note"); d.SoftKey(ui::Left); });
+            tmpltest::Keys(s, L">>>vNote!");  // a Text field
             s.WaitFor(L"#32770", L"Edit Template");
-            s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });  // Save
+            tmpltest::Keys(s, L"!");  // Save
             s.Step([](ui::Dlg& d) {
                 CHECK_EQ(d.Text(kTextEntryEditId), std::wstring(L"Shopping"));
                 d.SoftKey(ui::Left);

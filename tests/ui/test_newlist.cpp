@@ -211,13 +211,11 @@ TEST_CASE(Ui_NewList_MakesATemplateFirst) {
     s.WaitFor(L"#32770", L"Edit Template");
     s.Step([](ui::Dlg& d) { d.Command(IDM_ADD_FIELD); });
     s.WaitFor(L"#32770", L"Field Edit");
-    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });  // a Date field, due today
+    Keys(s, L"!");  // a Date field, due today
     s.WaitFor(L"#32770", L"Edit Template");
-    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
-    s.Step([](ui::Dlg& d) { d.Type(L"Quick"); d.SoftKey(ui::Left); });
-    s.Step([](ui::Dlg& d) { d.Type(L"Today"); d.SoftKey(ui::Left); });
+    Keys(s, L"!|Quick!|Today!");  // saved as Quick, the list named Today
     s.WaitFor(L"#32770", L"Zorvel");
-    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    Keys(s, L"!");
     CHECK_EQ(RunNewList(s, req), (INT_PTR)1);
     CHECK_EQ((int)req.created, 1);
     const TField due = {L"", FieldType::Date, ResText(IDS_DATE_MODE_TODAY)};

@@ -51,13 +51,8 @@ enum End { Done, CancelYes, CancelNoThenDone };
 
 void EndSettings(ui::Script& s, End end) {
     s.WaitFor(L"#32770", L"Settings");
-    if (end == Done) {
-        s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
-        return;
-    }
-    s.Answer(end == CancelYes ? IDYES : IDNO);
-    s.Step([](ui::Dlg& d) { d.Back(); });
-    if (end == CancelNoThenDone) s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    if (end != Done) s.Answer(end == CancelYes ? IDYES : IDNO).Step([](ui::Dlg& d) { d.Back(); });
+    if (end != CancelYes) s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
 }
 
 std::wstring SelectedText(HWND list) {

@@ -37,33 +37,6 @@ std::wstring HalfHour(int index) {
     return text;
 }
 
-// Typing as steps: '>' and '<' turn a spinner, 'v' and '^' move to the next
-// or previous control and end the step (keys go to the control focused when
-// they are posted), '|' ends a step, '!' is the left soft key, '~' Back, '#'
-// Enter; anything else is typed.
-void Keys(ui::Script& s, const std::wstring& keys) {
-    std::wstring step;
-    auto flush = [&](wchar_t move) {
-        s.Step([step, move](ui::Dlg& d) {
-            for (wchar_t c : step) {
-                if (c == L'>') d.Key(VK_RIGHT);
-                else if (c == L'<') d.Key(VK_LEFT);
-                else if (c == L'!') d.SoftKey(ui::Left);
-                else if (c == L'~') d.Back();
-                else if (c == L'#') d.Enter();
-                else d.Char(c);
-            }
-            if (move != L'|') d.Key(move == L'v' ? VK_DOWN : VK_UP);
-        });
-        step.clear();
-    };
-    for (wchar_t c : keys) {
-        if (c == L'v' || c == L'^' || c == L'|') flush(c);
-        else step += c;
-    }
-    if (!step.empty()) flush(L'|');
-}
-
 INT_PTR RunField(ui::Script& s, FieldDef& field, const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
     return ui::RunModal(s, [&] { return (INT_PTR)editField(nullptr, field); }, file, line);
 }
