@@ -86,8 +86,7 @@ void ChooseAndName(ui::Script& s, const std::wstring& templateName, const std::w
 // fits the screen and its rows hold the large icons.
 TEST_CASE(Ui_Templates_BothDialogsListTemplateFilesOnly) {
     std::wstring folder = ShopAndGoals();
-    DeleteFileW((folder + L"Shop.zvt").c_str());
-    Write(folder + L"Shop.ZVT", TemplateBytes(kShopFields, true));
+    Write(folder + L"Upper.ZVT", TemplateBytes({}));
     Write(folder + L"notes.txt", {1, 2});
     Write(folder + L"a.b.zvt", TemplateBytes({}));
     Write(folder + L"Wide.zvtx", TemplateBytes({}));
@@ -95,7 +94,7 @@ TEST_CASE(Ui_Templates_BothDialogsListTemplateFilesOnly) {
     CreateDirectoryW((folder + L"Sub.zvt").c_str(), nullptr);
     TemplatePathScope path(folder);
     uitest::DensityScope density(192);
-    const Texts want = {L"Broken", L"Goals", L"Shop", L"Wide"};
+    const Texts want = {L"Broken", L"Goals", L"Shop", L"Upper", L"Wide"};
     for (bool manager : {false, true}) {
         ui::Script s;
         s.Step([&](ui::Dlg& d) {

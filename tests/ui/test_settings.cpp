@@ -41,12 +41,6 @@ INT_PTR RunSettings(ui::Script& s, const char* file = __builtin_FILE(), int line
     return ui::RunModal(s, [] { return (INT_PTR)RunSettingsDialog(hInstance, hLangModule, hImageModule); }, file, line);
 }
 
-std::wstring Title(HWND w) {
-    wchar_t text[256] = L"";
-    GetWindowTextW(w, text, 256);
-    return text;
-}
-
 enum End { Done, CancelYes, CancelNoThenDone };
 
 void EndSettings(ui::Script& s, End end) {
@@ -103,7 +97,8 @@ TEST_CASE(Ui_Settings_PageListOpensPages) {
         s.Step([&](ui::Dlg& d) { row.act(d); });  // keys go to the focused page list
         s.WaitFor(L"#32770", row.page);
         s.Step([&](ui::Dlg& d) {
-            CHECK_EQ(Title(GetWindow(d.hwnd, GW_OWNER)), std::wstring(row.titleWhileOpen));
+            const ui::Dlg settings = {GetWindow(d.hwnd, GW_OWNER)};
+            CHECK_EQ(settings.Text(), std::wstring(row.titleWhileOpen));
             if (row.page == std::wstring(L"Colors"))
                 uitest::ControlsFit(d.hwnd, {kSwatchListViewText + 1, 6 + 1}, ZV_HERE);
             else if (row.page == std::wstring(L"General"))
@@ -198,8 +193,7 @@ TEST_CASE(Ui_Settings_ColorSwatches) {
     struct Row {
         int swatch;
         const wchar_t* setting;
-        bool tap;       // else the action key on the focused swatch
-        bool pick;      // else the picker is cancelled
+        bool tap, pick;  // else the action key on the focused swatch; else the picker is cancelled
         End end;
         DWORD want;
     } rows[] = {
