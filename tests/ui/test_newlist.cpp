@@ -119,21 +119,40 @@ TEST_CASE(Ui_Templates_BothDialogsListTemplateFilesOnly) {
 }
 
 // The list is the template's fields with no items, written before the list
-// window opens; kept when saved there, gone when left unsaved.
+// window opens; kept when saved there, gone when left unsaved. From an empty
+// templates folder (no error) a new template is made first: the editor, then
+// the name prompt, then the list.
 TEST_CASE(Ui_NewList_WritesOpensAndKeepsOnlyASavedList) {
-    std::wstring folder = ShopAndGoals();
+    std::wstring folder = TemplatesTestFolder();
     std::wstring category = ScratchFolder(L"Lists");
     TemplatePathScope path(folder);
     std::wstring doubled = category.substr(0, category.size() - 1) + L"\\\\";  // "...\Lists\\"
     // A name in any script: accents, Greek, CJK and an emoji.
     const std::wstring name = L"W\x00e9" L"ek \x03b1 \x9031 \xd83d\xde00";
-    for (bool save : {true, false}) {
+    const TField due = {L"", FieldType::Date, ResText(IDS_DATE_MODE_TODAY)};
+    for (int run : {0, 1, 2}) {  // a new template, then Shop saved and Shop left unsaved
+        const bool fresh = run == 0, save = run != 2;
+        for (const wchar_t* extension : {L".zvl", L".BAK"}) DeleteFileW((category + name + extension).c_str());
+        const std::vector<unsigned char> want = fresh ? EmptyListBytes({due}) : EmptyListBytes(kShopFields, true);
         NewListRequest req = Request(doubled);
         ui::Script s;
-        ChooseAndName(s, L"Shop", name);
+        if (fresh) {
+            s.Step([](ui::Dlg& d) {
+                CHECK_EQ(d.ListCount(kTemplateListId), 0);
+                d.Command(IDM_NEW_TEMPLATE_FOR_LIST);
+            });
+            s.WaitFor(L"#32770", L"Edit Template");
+            s.Step([](ui::Dlg& d) { d.Command(IDM_ADD_FIELD); });
+            s.WaitFor(L"#32770", L"Field Edit");
+            Keys(s, L"!");  // a Date field, due today
+            s.WaitFor(L"#32770", L"Edit Template");
+            Keys(s, L"!|Quick!|" + name + L"!");  // saved as Quick, then the list's name
+        } else {
+            ChooseAndName(s, L"Shop", name);
+        }
         s.WaitFor(L"#32770", L"Zorvel");
         s.Step([&](ui::Dlg& d) {
-            CHECK_BYTES(ReadBytes(category + name + L".zvl"), EmptyListBytes(kShopFields, true));
+            CHECK_BYTES(ReadBytes(category + name + L".zvl"), want);
             if (save) d.SoftKey(ui::Left);
             else d.Back();
         });
@@ -143,6 +162,8 @@ TEST_CASE(Ui_NewList_WritesOpensAndKeepsOnlyASavedList) {
         CHECK_EQ(std::wstring(req.listPath), category + name + L".zvl");
         CHECK_EQ(Exists(category + name + L".zvl"), save);
         CHECK_EQ(Exists(category + name + L".BAK"), save);
+        if (fresh) CHECK_BYTES(ReadBytes(folder + L"Quick.zvt"), TemplateBytes({due}));
+        if (fresh) Write(folder + L"Shop.zvt", TemplateBytes(kShopFields, true));
     }
 }
 
@@ -194,32 +215,6 @@ TEST_CASE(Ui_NewList_RefusalsLeaveTheDialogOpen) {
         CHECK_EQ(Exists(category + L"Plan.zvl"), row.after == Empty);
         if (row.after == Empty) CHECK_EQ(ReadBytes(category + L"Plan.zvl").size(), (size_t)0);
     }
-}
-
-// New template first: the editor, then the name prompt, then the list.
-TEST_CASE(Ui_NewList_MakesATemplateFirst) {
-    std::wstring folder = TemplatesTestFolder();
-    std::wstring category = ScratchFolder(L"Lists");
-    TemplatePathScope path(folder);
-    NewListRequest req = Request(category);
-    ui::Script s;
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.ListCount(kTemplateListId), 0);  // an empty folder, no error
-        d.Command(IDM_NEW_TEMPLATE_FOR_LIST);
-    });
-    s.WaitFor(L"#32770", L"Edit Template");
-    s.Step([](ui::Dlg& d) { d.Command(IDM_ADD_FIELD); });
-    s.WaitFor(L"#32770", L"Field Edit");
-    Keys(s, L"!");  // a Date field, due today
-    s.WaitFor(L"#32770", L"Edit Template");
-    Keys(s, L"!|Quick!|Today!");  // saved as Quick, the list named Today
-    s.WaitFor(L"#32770", L"Zorvel");
-    Keys(s, L"!");
-    CHECK_EQ(RunNewList(s, req), (INT_PTR)1);
-    CHECK_EQ((int)req.created, 1);
-    const TField due = {L"", FieldType::Date, ResText(IDS_DATE_MODE_TODAY)};
-    CHECK_BYTES(ReadBytes(folder + L"Quick.zvt"), TemplateBytes({due}));
-    CHECK(Exists(category + L"Today.zvl"));
 }
 
 // The manager's commands. Edit and Delete need a selected row. Saving under
