@@ -149,39 +149,54 @@ TEST_CASE(Ui_Settings_FontSizeStoredOnlyWhenConfirmed) {
     }
 }
 
-// The Folders tab: Clear empties the box and Done of the dialog stores the
-// empty folder; Browse opens the folder chooser, and cancelling it keeps the text.
-TEST_CASE(Ui_Settings_FolderRowsClearAndBrowse) {
+// The about screen, from the settings menu, shows the folders as the
+// registry has them, or "Not set"; Back returns to the settings. On the
+// Folders tab Clear empties the box and Done of the dialog stores the empty
+// folder; Browse opens the folder chooser, and cancelling it keeps the text.
+TEST_CASE(Ui_Settings_AboutScreenAndFolderRows) {
     SettingsScope scope;
     regtest::SetString(kGeneralKey, L"IconsFolder", L"\\Icons\\");
-    regtest::SetString(kProgramKey, L"TemplatePath", L"\\Templates\\");
-    ui::Script s;
-    s.Step([](ui::Dlg& d) { d.Key('W'); });
-    s.WaitFor(L"#32770", L"General");
-    s.Step([](ui::Dlg& d) {
-        CHECK(!d.Visible(kGeneralIconsEdit + 1));
-        d.Command(IDM_PAGE_TAB_BASE + 1);
-    });
-    s.Step([](ui::Dlg& d) {
-        CHECK(d.Visible(kGeneralIconsEdit + 1));
-        CHECK(!d.Visible(kGeneralSizeList + 1));
-        CHECK_EQ(d.Text(kGeneralIconsEdit + 1), L"\\Icons\\");
-        CHECK_EQ(d.Text(kGeneralTemplatesEdit + 1), L"\\Templates\\");
-        d.TapCenter(kGeneralIconsClear + 1);
-        d.TapCenter(kGeneralTemplatesBrowse + 1);
-    });
-    s.WaitFor(L"#32770", L"Select Folder");
-    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Right); });  // Cancel
-    s.WaitFor(L"#32770", L"General");
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.Text(kGeneralIconsEdit + 1), L"");
-        CHECK_EQ(d.Text(kGeneralTemplatesEdit + 1), L"\\Templates\\");
-        d.SoftKey(ui::Left);
-    });
-    EndSettings(s, Done);
-    CHECK_EQ(RunSettings(s), 1);
-    CHECK_EQ(regtest::GetString(kGeneralKey, L"IconsFolder"), L"");
-    CHECK_EQ(regtest::GetString(kProgramKey, L"TemplatePath"), L"\\Templates\\");
+    regtest::SetString(kProgramKey, L"ListsPath", L"\\My Documents\\Zorvel Lists\\");
+    for (const wchar_t* templates : {(const wchar_t*)nullptr, L"\\Program Files\\Quenta\\Zorvel\\Templates\\"}) {
+        if (templates) regtest::SetString(kProgramKey, L"TemplatePath", templates);
+        ui::Script s;
+        s.Step([](ui::Dlg& d) { d.Command(IDM_SETTINGS_ABOUT); });
+        s.WaitFor(L"#32770", L"About");
+        s.Step([&](ui::Dlg& d) {
+            CHECK_EQ(d.Text(kAboutListsFolder), L"\\My Documents\\Zorvel Lists\\");
+            CHECK_EQ(d.Text(kAboutTemplatesFolder), std::wstring(templates ? templates : L"Not set"));
+            d.Back();
+        });
+        if (templates) {
+            s.WaitFor(L"#32770", L"Settings");
+            s.Step([](ui::Dlg& d) { d.Key('W'); });
+            s.WaitFor(L"#32770", L"General");
+            s.Step([](ui::Dlg& d) {
+                CHECK(!d.Visible(kGeneralIconsEdit + 1));
+                d.Command(IDM_PAGE_TAB_BASE + 1);
+            });
+            s.Step([&](ui::Dlg& d) {
+                CHECK(d.Visible(kGeneralIconsEdit + 1));
+                CHECK(!d.Visible(kGeneralSizeList + 1));
+                CHECK_EQ(d.Text(kGeneralIconsEdit + 1), L"\\Icons\\");
+                CHECK_EQ(d.Text(kGeneralTemplatesEdit + 1), std::wstring(templates));
+                d.TapCenter(kGeneralIconsClear + 1);
+                d.TapCenter(kGeneralTemplatesBrowse + 1);
+            });
+            s.WaitFor(L"#32770", L"Select Folder");
+            s.Step([](ui::Dlg& d) { d.SoftKey(ui::Right); });  // Cancel
+            s.WaitFor(L"#32770", L"General");
+            s.Step([&](ui::Dlg& d) {
+                CHECK_EQ(d.Text(kGeneralIconsEdit + 1), L"");
+                CHECK_EQ(d.Text(kGeneralTemplatesEdit + 1), std::wstring(templates));
+                d.SoftKey(ui::Left);
+            });
+        }
+        EndSettings(s, Done);
+        CHECK_EQ(RunSettings(s), 1);
+        CHECK_EQ(regtest::GetString(kGeneralKey, L"IconsFolder"), templates ? L"" : L"\\Icons\\");
+    }
+    CHECK_EQ(regtest::GetString(kProgramKey, L"TemplatePath"), L"\\Program Files\\Quenta\\Zorvel\\Templates\\");
 }
 
 // A swatch never chosen shows "Default" on white; a picked colour shows at
@@ -236,26 +251,5 @@ TEST_CASE(Ui_Settings_ColorSwatches) {
         RunSettings(s);
         CHECK_EQ(regtest::GetDword(kGeneralKey, row.setting, kMissing), row.want);
         CHECK(!regtest::HasValue(kColorsKey, row.setting));
-    }
-}
-
-// The about screen, from the settings menu: the folders as the registry
-// has them, or "Not set"; Back returns to the settings.
-TEST_CASE(Ui_Settings_AboutScreenShowsFolders) {
-    SettingsScope scope;
-    regtest::SetString(kProgramKey, L"ListsPath", L"\\My Documents\\Zorvel Lists\\");
-    for (const wchar_t* templates : {L"\\Program Files\\Quenta\\Zorvel\\Templates\\", (const wchar_t*)nullptr}) {
-        if (templates) regtest::SetString(kProgramKey, L"TemplatePath", templates);
-        else RegDeleteKeyValueW(HKEY_CURRENT_USER, kProgramKey, L"TemplatePath");
-        ui::Script s;
-        s.Step([](ui::Dlg& d) { d.Command(IDM_SETTINGS_ABOUT); });
-        s.WaitFor(L"#32770", L"About");
-        s.Step([&](ui::Dlg& d) {
-            CHECK_EQ(d.Text(kAboutListsFolder), L"\\My Documents\\Zorvel Lists\\");
-            CHECK_EQ(d.Text(kAboutTemplatesFolder), std::wstring(templates ? templates : L"Not set"));
-            d.Back();
-        });
-        EndSettings(s, Done);
-        CHECK_EQ(RunSettings(s), 1);
     }
 }
