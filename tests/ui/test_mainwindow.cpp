@@ -217,9 +217,7 @@ TEST_CASE(Ui_Main_CommandLineFilesEditedAndSaved) {
         ui::Script s;
         if (path == list) {
             s.WaitUntil([](ui::Dlg& d) { return d.MenuBar() != nullptr && d.hwnd != MainWindow(); });
-            s.Step([](ui::Dlg& d) { d.Key(VK_DOWN); });
-            s.Step([](ui::Dlg& d) { d.Key(VK_RETURN); });  // toggles the check of the focused row
-            s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });  // Save
+            tmpltest::Keys(s, L"v#|!");  // Enter toggles the check of the focused row, then Save
         } else {
             s.WaitFor(L"#32770", L"Edit Template");
             s.Step([&](ui::Dlg& d) {

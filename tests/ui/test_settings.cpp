@@ -18,6 +18,7 @@
 #include "tests/framework/ZvTest.h"
 #include "tests/harness/UiHarness.h"
 #include "tests/ui/UiTestUtil.h"
+#include "tests/ui/test_templates_support.h"
 
 namespace {
 
@@ -115,19 +116,18 @@ TEST_CASE(Ui_Settings_PageListOpensPages) {
 TEST_CASE(Ui_Settings_FontSizeStoredOnlyWhenConfirmed) {
     struct Row {
         DWORD stored;
-        int steps;       // right (+) or left (-) on the size spinner
-        UINT leavePage;  // VK_ESCAPE (Back) or VK_F1 (Done)
+        const wchar_t* keys;  // on the size spinner, then the page left with Back (~) or Done (!)
         End end;
-        DWORD want;      // in the registry afterwards
+        DWORD want;  // in the registry afterwards
         INT_PTR result;
     } rows[] = {
-        {kMissing, 2, VK_ESCAPE, Done, 14, 1},
-        {kMissing, 2, VK_F1, Done, 14, 1},
-        {kMissing, 2, VK_F1, CancelYes, kMissing, 0},
-        {10, 3, VK_ESCAPE, CancelYes, 10, 0},
-        {kMissing, 1, VK_ESCAPE, CancelNoThenDone, 13, 1},
-        {14, -2, VK_ESCAPE, Done, kMissing, 1},  // back to 12
-        {kMissing, 5, VK_ESCAPE, Done, 8, 1},    // 16 wraps round to 8
+        {kMissing, L">>|~", Done, 14, 1},
+        {kMissing, L">>|!", Done, 14, 1},
+        {kMissing, L">>|!", CancelYes, kMissing, 0},
+        {10, L">>>|~", CancelYes, 10, 0},
+        {kMissing, L">|~", CancelNoThenDone, 13, 1},
+        {14, L"<<|~", Done, kMissing, 1},   // back to 12
+        {kMissing, L">>>>>|~", Done, 8, 1},  // 16 wraps round to 8
     };
     for (const Row& row : rows) {
         SettingsScope scope;
@@ -135,12 +135,9 @@ TEST_CASE(Ui_Settings_FontSizeStoredOnlyWhenConfirmed) {
         ui::Script s;
         s.Step([](ui::Dlg& d) { d.Key('1'); });
         s.WaitFor(L"#32770", L"General");
-        s.Step([&](ui::Dlg& d) {
-            CHECK_EQ(SelectedText(d.Item(kGeneralSizeList + 1)),
-                     std::to_wstring(row.stored == kMissing ? 12 : row.stored));
-            for (int i = 0; i < (row.steps < 0 ? -row.steps : row.steps); ++i) d.Key(row.steps < 0 ? VK_LEFT : VK_RIGHT);
-        });
-        s.Step([&](ui::Dlg& d) { d.Key(row.leavePage); });
+        const std::wstring size = std::to_wstring(row.stored == kMissing ? 12 : row.stored);
+        s.Step([&](ui::Dlg& d) { CHECK_EQ(SelectedText(d.Item(kGeneralSizeList + 1)), size); });
+        tmpltest::Keys(s, row.keys);
         EndSettings(s, row.end);
         CHECK_EQ(RunSettings(s), row.result);
         CHECK_EQ(regtest::GetDword(kGeneralKey, L"FontSize", kMissing), row.want);
@@ -235,13 +232,7 @@ TEST_CASE(Ui_Settings_ColorSwatches) {
             }
         });
         s.WaitFor(L"#32770", L"Choose Color");
-        if (row.pick) {
-            s.Step([](ui::Dlg& d) { d.Key(VK_RIGHT); });
-            s.Step([](ui::Dlg& d) { d.Enter(); });  // the focused palette colour
-            s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
-        } else {
-            s.Step([](ui::Dlg& d) { d.Back(); });
-        }
+        tmpltest::Keys(s, row.pick ? L">|#|!" : L"~");  // Enter takes the focused palette colour; Back cancels
         s.WaitFor(L"#32770", L"Colors");
         s.Step([&](ui::Dlg& d) {
             CHECK_EQ(Swatch(d.Item(id)).first, row.pick ? picked : RGB(255, 255, 255));

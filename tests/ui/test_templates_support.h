@@ -12,7 +12,6 @@
 #include "tests/core/test_doc_util.h"
 #include "tests/harness/UiHarness.h"
 #include "tests/ui/UiTestUtil.h"
-#include "tests/ui/test_listwindow_support.h"
 
 namespace tmpltest {
 
