@@ -10,6 +10,7 @@
 #include "app/Startup.h"
 #include "document/ListFile.h"
 #include "base/AppGlobals.h"
+#include "base/ResString.h"
 #include "dialogs/TextEntry.h"
 #include "mainview/CategoryTree.h"
 #include "LangIds.h"
@@ -37,15 +38,6 @@ void Install(const wchar_t* languageModule) {
 }
 
 HWND MainWindow() { return FindWindowW(L"ZorvelConsole", L"Zorvel"); }
-
-// A text of the language module the installation uses, read before start-up loads it.
-std::wstring LangText(UINT id) {
-    HMODULE module = LoadLibraryExW((uitest::BinFolder() + L"LangEng.dll").c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
-    wchar_t text[256] = L"";
-    if (module) LoadStringW(module, id, text, 256);
-    if (module) FreeLibrary(module);
-    return text;
-}
 
 HWND Tree() { return GetDlgItem(MainWindow(), kTreeControlId); }
 
@@ -109,7 +101,9 @@ TEST_CASE(Ui_Main_StartAndTheTreeFollowingTheListsFolder) {
     for (const wchar_t* name : {L"\\Work\\a.zvl", L"\\Work\\b.ZVL", L"\\Work\\notes.txt", L"\\Work\\Sub\\c.zvl",
                                 L"\\Work\\x.zvl.bak", L"\\Top.zvl", L"\\\x00dc" L"ber\\\x0396\x03ae\x03c4\x03b1.zvl"})
         WriteBytes(lists + name, {});
-    std::wstring newCategory = LangText(IDS_NEW_CATEGORY_NAME);
+    // The installation's language module is the test program's: its texts, read before start-up swaps it in.
+    const std::wstring newCategory = ResText(IDS_NEW_CATEGORY_NAME), noSelection = ResText(IDS_NO_SELECTION),
+                       notEmpty = ResText(IDS_CATEGORY_NOT_EMPTY), error = ResText(IDS_ERROR_CAPTION);
     CreateDirectoryW((lists + L"\\" + newCategory).c_str(), nullptr);  // the default name is taken
     SetFileAttributesW((lists + L"\\Top.zvl").c_str(), FILE_ATTRIBUTE_READONLY);
     CHECK(InitInstance(hInstance, SW_SHOW, const_cast<LPWSTR>(L"")));
@@ -173,10 +167,10 @@ TEST_CASE(Ui_Main_StartAndTheTreeFollowingTheListsFolder) {
     const auto& boxes = ui::MessageBoxes();
     CHECK_EQ(boxes.size(), 5u);
     if (boxes.size() == 5) {
-        CHECK_EQ(boxes[0].text, LangText(IDS_NO_SELECTION));
-        CHECK_EQ(boxes[2].text, LangText(IDS_CATEGORY_NOT_EMPTY));
-        CHECK_EQ(boxes[4].text, LangText(IDS_ERROR_CAPTION));
-        CHECK_EQ(boxes[4].caption, LangText(IDS_ERROR_CAPTION));
+        CHECK_EQ(boxes[0].text, noSelection);
+        CHECK_EQ(boxes[2].text, notEmpty);
+        CHECK_EQ(boxes[4].text, error);
+        CHECK_EQ(boxes[4].caption, error);
     }
     SetFileAttributesW((lists + L"\\Top.zvl").c_str(), FILE_ATTRIBUTE_NORMAL);
 }

@@ -50,13 +50,6 @@ void EndSettings(ui::Script& s, End end) {
     if (end != CancelYes) s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
 }
 
-std::wstring SelectedText(HWND list) {
-    int row = (int)SendMessageW(list, LB_GETCURSEL, 0, 0);
-    wchar_t text[64] = L"";
-    if (row >= 0) SendMessageW(list, LB_GETTEXT, row, (LPARAM)text);
-    return text;
-}
-
 // Pixels inside a swatch, clear of its frame: the corner's colour and
 // whether anything black (the "Default" text) is drawn on it.
 std::pair<COLORREF, bool> Swatch(HWND swatch) {
@@ -136,7 +129,9 @@ TEST_CASE(Ui_Settings_FontSizeStoredOnlyWhenConfirmed) {
         s.Step([](ui::Dlg& d) { d.Key('1'); });
         s.WaitFor(L"#32770", L"General");
         const std::wstring size = std::to_wstring(row.stored == kMissing ? 12 : row.stored);
-        s.Step([&](ui::Dlg& d) { CHECK_EQ(SelectedText(d.Item(kGeneralSizeList + 1)), size); });
+        s.Step([&](ui::Dlg& d) {
+            CHECK_EQ(tmpltest::ListText(d, kGeneralSizeList + 1, tmpltest::ListSel(d, kGeneralSizeList + 1)), size);
+        });
         tmpltest::Keys(s, row.keys);
         EndSettings(s, row.end);
         CHECK_EQ(RunSettings(s), row.result);

@@ -26,15 +26,6 @@ using namespace tmpltest;
 
 namespace {
 
-std::wstring ListText(ui::Dlg& d, int id, int at) {
-    HWND list = d.Item(id);
-    wchar_t text[256] = {};
-    if (SendMessageW(list, LB_GETTEXTLEN, at, 0) < 256) SendMessageW(list, LB_GETTEXT, at, (LPARAM)text);
-    return text;
-}
-int ListCount(ui::Dlg& d, int id) { return (int)SendMessageW(d.Item(id), LB_GETCOUNT, 0, 0); }
-int ListSel(ui::Dlg& d, int id) { return (int)SendMessageW(d.Item(id), LB_GETCURSEL, 0, 0); }
-
 std::wstring HalfHour(int index) {
     SYSTEMTIME t = doctest::MakeTime(2000, 1, 1, index / 2, index % 2 * 30);
     wchar_t text[64] = {};
@@ -325,8 +316,7 @@ TEST_CASE(Ui_TemplateEditor_SaveNamesFailuresAndTheFieldLimit) {
         s.WaitFor(L"#32770", L"Edit Template");
         s.Step([](ui::Dlg& d) { CHECK_EQ(d.ListCount(kTemplateFieldListId), kMaxFields); });
     }
-    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
-    s.Step([](ui::Dlg& d) { d.Type(L" 2"); d.SoftKey(ui::Left); });
+    Keys(s, L"!| 2!");  // Save, the name with " 2" added
     CHECK_EQ(RunEditor(s, req), 1);
     // A failed write names its cause after the message.
     uitest::CheckBoxes({{ResText(IDS_TOO_MANY_FIELDS), ResText(IDS_ERROR_CAPTION), MB_ICONEXCLAMATION},

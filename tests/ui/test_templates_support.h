@@ -76,6 +76,16 @@ inline std::vector<std::wstring> Rows(ui::Dlg& d, int listId) {
     return rows;
 }
 
+// A list box's entries (the spinners' lists): one's text, their count, the selected one.
+inline std::wstring ListText(ui::Dlg& d, int id, int at) {
+    HWND list = d.Item(id);
+    wchar_t text[256] = {};
+    if (SendMessageW(list, LB_GETTEXTLEN, at, 0) < 256) SendMessageW(list, LB_GETTEXT, at, (LPARAM)text);
+    return text;
+}
+inline int ListCount(ui::Dlg& d, int id) { return (int)SendMessageW(d.Item(id), LB_GETCOUNT, 0, 0); }
+inline int ListSel(ui::Dlg& d, int id) { return (int)SendMessageW(d.Item(id), LB_GETCURSEL, 0, 0); }
+
 // Typing as steps: '>' and '<' turn a spinner, 'v' and '^' move to the next
 // or previous control and end the step (keys go to the control focused when
 // they are posted), '|' ends a step, '!' is the left soft key, '~' Back, '#'
