@@ -328,26 +328,6 @@ TEST_CASE(Ui_TemplateEditor_SaveNamesFailuresAndTheFieldLimit) {
     CHECK_BYTES(ReadBytes(folder + L"Bills.zvt"), original);
 }
 
-// Files the editor refuses.
-TEST_CASE(Ui_TemplateEditor_RefusedFiles) {
-    std::wstring folder = TemplatesTestFolder();
-    std::vector<unsigned char> old = TemplateBytes({{L"A", FieldType::Text}});
-    old[2] = '6';  // "1.6"
-    Write(folder + L"Old.zvt", old);
-    Write(folder + L"Short.zvt", {'1', 0, '.'});
-    const struct {
-        const wchar_t* name;
-        UINT message;
-    } refused[] = {{L"Old", IDS_TEMPLATE_VERSION_BAD}, {L"Short", IDS_TEMPLATE_DAMAGED},
-                   {L"Missing", IDS_TEMPLATE_MISSING}};
-    for (const auto& row : refused) {
-        TemplateEditRequest req = OpenRequest(folder, row.name);
-        ui::Script s;
-        CHECK_EQ(RunEditor(s, req), 0);
-        uitest::CheckBoxes({{ResText(row.message), ResText(IDS_ERROR_CAPTION), MB_ICONEXCLAMATION}}, ZV_HERE);
-    }
-}
-
 // Only names whose extension starts with the template letters are listed,
 // in any case; folders are not; a damaged template is listed and drawn
 // with the default icon. Both dialogs list alike, and at 192 dpi the list
@@ -435,13 +415,28 @@ TEST_CASE(Ui_NewList_WritesOpensAndKeepsOnlyASavedList) {
     }
 }
 
-// Every refusal shows its message and leaves the dialog open for another try.
-TEST_CASE(Ui_NewList_RefusalsLeaveTheDialogOpen) {
+// The template editor refuses the files it cannot read, naming the cause.
+// Every refusal of the new list dialog shows its message and leaves the
+// dialog open for another try.
+TEST_CASE(Ui_Templates_EditorAndNewListRefusals) {
     std::wstring folder = ShopAndGoals();
-    std::vector<unsigned char> old = TemplateBytes({});
-    old[2] = '6';
+    std::vector<unsigned char> old = TemplateBytes({{L"A", FieldType::Text}});
+    old[2] = '6';  // "1.6"
     Write(folder + L"Old.zvt", old);
+    Write(folder + L"Short.zvt", {'1', 0, '.'});
     Write(folder + L"Gone.zvt", TemplateBytes({}));
+    const struct {
+        const wchar_t* name;
+        UINT message;
+    } refused[] = {{L"Old", IDS_TEMPLATE_VERSION_BAD}, {L"Short", IDS_TEMPLATE_DAMAGED},
+                   {L"Missing", IDS_TEMPLATE_MISSING}};
+    for (const auto& row : refused) {
+        TemplateEditRequest req = OpenRequest(folder, row.name);
+        ui::Script s;
+        CHECK_EQ(RunEditor(s, req), 0);
+        uitest::CheckBoxes({{ResText(row.message), ResText(IDS_ERROR_CAPTION), MB_ICONEXCLAMATION}}, ZV_HERE);
+    }
+
     std::wstring category = ScratchFolder(L"Lists");
     const std::vector<unsigned char> kept = {7, 7, 7};
     Write(category + L"Kept.zvl", kept);
