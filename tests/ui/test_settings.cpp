@@ -38,16 +38,15 @@ struct SettingsScope {
     }
 };
 
-INT_PTR RunSettings(ui::Script& s, const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
-    return ui::RunModal(s, [] { return (INT_PTR)RunSettingsDialog(hInstance, hLangModule, hImageModule); }, file, line);
-}
-
 enum End { Done, CancelYes, CancelNoThenDone };
 
-void EndSettings(ui::Script& s, End end) {
+// Runs the dialog under `s`, which ends back on the page list: with Done, or
+// with Back answered Yes, or answered No and then Done.
+INT_PTR RunSettings(ui::Script& s, End end = Done, const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
     s.WaitFor(L"#32770", L"Settings");
     if (end != Done) s.Answer(end == CancelYes ? IDYES : IDNO).Step([](ui::Dlg& d) { d.Back(); });
     if (end != CancelYes) s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    return ui::RunModal(s, [] { return (INT_PTR)RunSettingsDialog(hInstance, hLangModule, hImageModule); }, file, line);
 }
 
 // Pixels inside a swatch, clear of its frame: the corner's colour and
@@ -99,7 +98,6 @@ TEST_CASE(Ui_Settings_PageListOpensPages) {
                 uitest::ControlsFit(d.hwnd, {kGeneralTemplatesEdit + 1, kGeneralTemplatesBrowse + 1}, ZV_HERE);
             d.Back();
         });
-        EndSettings(s, Done);
         CHECK_EQ(RunSettings(s), 1);
     }
 }
@@ -133,8 +131,7 @@ TEST_CASE(Ui_Settings_FontSizeStoredOnlyWhenConfirmed) {
             CHECK_EQ(tmpltest::ListText(d, kGeneralSizeList + 1, tmpltest::ListSel(d, kGeneralSizeList + 1)), size);
         });
         tmpltest::Keys(s, row.keys);
-        EndSettings(s, row.end);
-        CHECK_EQ(RunSettings(s), row.result);
+        CHECK_EQ(RunSettings(s, row.end), row.result);
         CHECK_EQ(regtest::GetDword(kGeneralKey, L"FontSize", kMissing), row.want);
         // What was thrown away is not left in memory either.
         CHECK_EQ(g_appSettings.FontSize.value, row.want == kMissing ? 12 : row.want);
@@ -184,7 +181,6 @@ TEST_CASE(Ui_Settings_AboutScreenAndFolderRows) {
                 d.SoftKey(ui::Left);
             });
         }
-        EndSettings(s, Done);
         CHECK_EQ(RunSettings(s), 1);
         CHECK_EQ(regtest::GetString(kGeneralKey, L"IconsFolder"), templates ? L"" : L"\\Icons\\");
     }
@@ -233,8 +229,7 @@ TEST_CASE(Ui_Settings_ColorSwatches) {
             CHECK_EQ(Swatch(d.Item(id)).first, row.pick ? picked : RGB(255, 255, 255));
             d.Back();
         });
-        EndSettings(s, row.end);
-        RunSettings(s);
+        RunSettings(s, row.end);
         CHECK_EQ(regtest::GetDword(kGeneralKey, row.setting, kMissing), row.want);
         CHECK(!regtest::HasValue(kColorsKey, row.setting));
     }
