@@ -41,29 +41,25 @@ HWND MainWindow() { return FindWindowW(L"ZorvelConsole", L"Zorvel"); }
 
 HWND Tree() { return GetDlgItem(MainWindow(), kTreeControlId); }
 
-std::wstring ItemText(HWND tree, HTREEITEM item) {
-    wchar_t text[260] = L"";
-    TVITEMW data = {TVIF_TEXT, item, 0, 0, text, 260, 0, 0, 0, 0};
-    TreeView_GetItem(tree, &data);
-    return text;
-}
-
-// Every item's label in display order, children indented by two blanks.
-std::vector<std::wstring> TreeLabels() {
-    std::vector<std::wstring> labels;
+// Every item in display order with its label, children's indented by two blanks.
+std::vector<std::pair<std::wstring, HTREEITEM>> TreeItems() {
+    std::vector<std::pair<std::wstring, HTREEITEM>> items;
     HWND tree = Tree();
     for (HTREEITEM item = TreeView_GetRoot(tree); item; item = TreeView_GetNextSibling(tree, item)) {
-        for (HTREEITEM at = item; at; at = at == item ? TreeView_GetChild(tree, item) : TreeView_GetNextSibling(tree, at))
-            labels.push_back((at == item ? L"" : L"  ") + ItemText(tree, at));
+        for (HTREEITEM at = item; at; at = at == item ? TreeView_GetChild(tree, at) : TreeView_GetNextSibling(tree, at)) {
+            wchar_t text[260] = L"";
+            TVITEMW data = {TVIF_TEXT, at, 0, 0, text, 260, 0, 0, 0, 0};
+            TreeView_GetItem(tree, &data);
+            items.push_back({(at == item ? L"" : L"  ") + std::wstring(text), at});
+        }
     }
-    return labels;
+    return items;
 }
 
-void Select(const wchar_t* label) {
-    HWND tree = Tree();
-    for (HTREEITEM item = TreeView_GetRoot(tree); item; item = TreeView_GetNextVisible(tree, item)) {
-        if (ItemText(tree, item) == label) {
-            TreeView_SelectItem(tree, item);
+void Select(const std::wstring& label) {
+    for (const auto& item : TreeItems()) {
+        if (item.first == label || item.first == L"  " + label) {
+            TreeView_SelectItem(Tree(), item.second);
             return;
         }
     }
@@ -112,7 +108,8 @@ TEST_CASE(Ui_Main_StartAndTheTreeFollowingTheListsFolder) {
     CHECK(Exists(std::wstring(kInstall) + L"\\ZVLowDpiRes.dll"));
     CHECK(Exists(std::wstring(kInstall) + L"\\ZVHighDpiRes.dll"));
     CHECK(!Exists(lists + L"\\Personal\\Grocery - weekly.zvl_qvga"));
-    std::vector<std::wstring> shown = TreeLabels();
+    std::vector<std::wstring> shown;
+    for (const auto& item : TreeItems()) shown.push_back(item.first);
     const std::wstring uber = L"\x00dc" L"ber", zeta = L"\x0396\x03ae\x03c4\x03b1", japanese = L"\x65e5\x672c \xd83d\xde00";
     CHECK(shown == std::vector<std::wstring>({L"", newCategory, L"Personal", L"  Grocery - weekly", L"Top", uber,
                                               L"  " + zeta, L"Work", L"  a", L"  b", L"  x"}));
@@ -203,8 +200,7 @@ TEST_CASE(Ui_Main_CommandLineFilesEditedAndSaved) {
     std::vector<unsigned char> want = ReadBytes(templ);
     const int fields = want.size() > 8 ? want[8]++ : 0;
     CHECK(fields > 0);
-    tmpltest::TField note = {L"Note", FieldType::Text};
-    std::vector<unsigned char> noteChunks = tmpltest::ChunkBytes({note}, false).v;
+    const doctest::ByteVec noteChunks = tmpltest::ChunkBytes({{L"Note", FieldType::Text}}, false).v;
     want.insert(want.end(), noteChunks.begin() + 16, noteChunks.end());  // without the view state chunk
 
     for (const std::wstring& path : {list, templ}) {
