@@ -107,6 +107,7 @@ TEST_CASE(Ui_Main_StartAndTheTreeFollowingTheListsFolder) {
     CHECK(!InitInstance(hInstance, SW_SHOW, const_cast<LPWSTR>(L"")));
     CHECK(Exists(std::wstring(kInstall) + L"\\ZVLowDpiRes.dll"));
     CHECK(Exists(std::wstring(kInstall) + L"\\ZVHighDpiRes.dll"));
+    CHECK(Exists(lists + L"\\Personal\\Grocery - weekly.zvl"));
     CHECK(!Exists(lists + L"\\Personal\\Grocery - weekly.zvl_qvga"));
     std::vector<std::wstring> shown;
     for (const auto& item : TreeItems()) shown.push_back(item.first);
