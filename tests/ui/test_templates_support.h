@@ -12,17 +12,14 @@
 #include "tests/core/test_doc_util.h"
 #include "tests/harness/UiHarness.h"
 #include "tests/ui/UiTestUtil.h"
-#include "tests/ui/test_listwindow_support.h"
 
 namespace tmpltest {
 
 struct TField {
     std::wstring name;
     FieldType type;
-    int choice = 0;
-    std::wstring text;
-    int dateMode = 0, timeMode = 0, width = 0;
-    TField(const std::wstring& n, FieldType t) : name(n), type(t) {}
+    std::wstring text = {};
+    int choice = 0, dateMode = 0, timeMode = 0, width = 0;
 };
 
 // The chunks after the header: an optional 2 x 2 icon, the view state
@@ -68,12 +65,52 @@ inline std::wstring TemplatesTestFolder() { return ScratchFolder(L"Templates"); 
 
 // Selects and focuses `row` as the arrow keys would.
 inline void SelectListRow(ui::Dlg& d, int listId, int row) {
-    HWND list = d.Item(listId);
-    LVITEMW state = {};
-    state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-    state.state = LVIS_SELECTED | LVIS_FOCUSED;
-    SendMessageW(list, LVM_SETITEMSTATE, row, (LPARAM)&state);
-    SendMessageW(list, LVM_SETSELECTIONMARK, 0, row);
+    ListView_SetItemState(d.Item(listId), row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    ListView_SetSelectionMark(d.Item(listId), row);
+}
+
+// The first column of every row of a list view, top to bottom.
+inline std::vector<std::wstring> Rows(ui::Dlg& d, int listId) {
+    std::vector<std::wstring> rows;
+    for (int i = 0; i < d.ListCount(listId); ++i) rows.push_back(d.ListText(listId, i));
+    return rows;
+}
+
+// A list box's entries (the spinners' lists): one's text, their count, the selected one.
+inline std::wstring ListText(ui::Dlg& d, int id, int at) {
+    HWND list = d.Item(id);
+    wchar_t text[256] = {};
+    if (SendMessageW(list, LB_GETTEXTLEN, at, 0) < 256) SendMessageW(list, LB_GETTEXT, at, (LPARAM)text);
+    return text;
+}
+inline int ListCount(ui::Dlg& d, int id) { return (int)SendMessageW(d.Item(id), LB_GETCOUNT, 0, 0); }
+inline int ListSel(ui::Dlg& d, int id) { return (int)SendMessageW(d.Item(id), LB_GETCURSEL, 0, 0); }
+
+// Typing as steps: '>' and '<' turn a spinner, 'v' and '^' move to the next
+// or previous control and end the step (keys go to the control focused when
+// they are posted), '|' ends a step, '!' is the left soft key, '~' Back, '#'
+// Enter; anything else is typed.
+inline void Keys(ui::Script& s, const std::wstring& keys) {
+    std::wstring step;
+    auto flush = [&](wchar_t move) {
+        s.Step([step, move](ui::Dlg& d) {
+            for (wchar_t c : step) {
+                if (c == L'>') d.Key(VK_RIGHT);
+                else if (c == L'<') d.Key(VK_LEFT);
+                else if (c == L'!') d.SoftKey(ui::Left);
+                else if (c == L'~') d.Back();
+                else if (c == L'#') d.Enter();
+                else d.Char(c);
+            }
+            if (move != L'|') d.Key(move == L'v' ? VK_DOWN : VK_UP);
+        });
+        step.clear();
+    };
+    for (wchar_t c : keys) {
+        if (c == L'v' || c == L'^' || c == L'|') flush(c);
+        else step += c;
+    }
+    if (!step.empty()) flush(L'|');
 }
 
 }  // namespace tmpltest
