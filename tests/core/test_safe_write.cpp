@@ -1,13 +1,18 @@
-// Every writer of a user's file, failed part-way (the writer's fault hook
-// stands for a full disk): the file on the disk stays byte for byte as it
-// was, no temporary file is left, and the message names the cause.
+// The writers of a user's files: each failed part-way (the writer's fault
+// hook stands for a full disk) leaves the file on the disk byte for byte as
+// it was, no temporary file behind, and a message that names the cause; zvl
+// replacing a large list by a text import, killed again and again from
+// before it starts writing to just after the list changed, leaves the old
+// list or the new one, whole.
 #include <windows.h>
 
+#include <cstdio>
 #include <functional>
 #include <set>
 #include <string>
 
 #include "LangIds.h"
+#include "base/ResString.h"
 #include "document/CsvText.h"
 #include "document/ListFile.h"
 #include "document/SafeWrite.h"
@@ -106,6 +111,57 @@ std::wstring PrepareFolder(const wchar_t* name) {
     return dir;
 }
 
+std::wstring BinFolder() {
+    wchar_t self[MAX_PATH];
+    DWORD n = GetModuleFileNameW(nullptr, self, MAX_PATH);
+    std::wstring path(self, n);
+    return path.substr(0, path.find_last_of(L'\\') + 1);
+}
+
+// A text of `rows` rows whose cells all carry `mark`.
+ByteVec LargeText(int rows, const std::wstring& mark) {
+    Bytes b;
+    b.u8(0xFF).u8(0xFE).wchars(L"(Text)What\t(Number)How many");
+    for (int i = 0; i < rows; ++i)
+        b.wchars(L"\r\n" + mark + L" item " + std::to_wstring(i) + L" with a longer description\t" +
+                 std::to_wstring(i) + L"\t");
+    return b.v;
+}
+
+HANDLE StartImport(const std::wstring& text, const std::wstring& folder) {
+    std::wstring bin = BinFolder();
+    std::wstring command = L"\"" + bin + L"zvl.exe\" --lang \"" + bin + L"LangEng.dll\" import \"" + text + L"\" \"" +
+                           folder + L"\" --force";
+    STARTUPINFOW start = {};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process = {};
+    if (!CreateProcessW(nullptr, &command[0], nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr, nullptr, &start,
+                        &process))
+        return nullptr;
+    CloseHandle(process.hThread);
+    return process.hProcess;
+}
+
+// A whole run; false when zvl could not be started.
+bool RunImport(const std::wstring& text, const std::wstring& folder) {
+    HANDLE run = StartImport(text, folder);
+    if (!run) return false;
+    WaitForSingleObject(run, 60000);
+    CloseHandle(run);
+    return true;
+}
+
+// The temporary files ("~...tmp") a killed writer left, removed when asked.
+int TemporaryFiles(const std::wstring& folder, bool remove = false) {
+    int count = 0;
+    for (const std::wstring& name : FolderNames(folder)) {
+        if (name[0] != L'~') continue;
+        ++count;
+        if (remove) DeleteFileW((folder + L"\\" + name).c_str());
+    }
+    return count;
+}
+
 }  // namespace
 
 TEST_CASE(Safe_EveryWriterFailedPartWayLeavesTheFile) {
@@ -158,16 +214,66 @@ TEST_CASE(Safe_CausesInTheUsersWords) {
     for (const Case& c : cases) {
         ListFileResult r = writeListFile(c.path.c_str(), TwoFieldList(3));
         CHECK(r == FileStatus::CannotCreate);
+        CheckMessage(r.message, IDS_SAVE_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, ZV_HERE);
         CHECK_EQ(r.message.causeId, c.cause);
-        CHECK_EQ(r.message.textId, (UINT)IDS_SAVE_FAILED);
+        // The cause follows the step's own message as a sentence of its own.
+        CHECK_EQ(r.message.Text(), ResText(IDS_SAVE_FAILED) + L"\n\n" + ResText(c.cause));
     }
     CHECK_BYTES(ReadBytes(dir + L"\\ro.zvl"), old.v);
     SetFileAttributesW((dir + L"\\ro.zvl").c_str(), FILE_ATTRIBUTE_NORMAL);
     CHECK(FolderNames(dir) == std::set<std::wstring>{L"ro.zvl"});
-    // The cause follows the step's own message as a sentence of its own.
-    DocMessage m{IDS_SAVE_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, {}};
-    m.causeId = IDS_CAUSE_DISK_FULL;
-    DocMessage step{IDS_SAVE_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, {}};
-    DocMessage cause{IDS_CAUSE_DISK_FULL, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION, {}};
-    CHECK_EQ(m.Text(), step.Text() + L"\n\n" + cause.Text());
+}
+
+TEST_CASE(Kill_AWriterKilledAnyTimeLeavesOldOrNewList) {
+    const std::wstring dir = ScratchDir(L"killwrite"), lists = dir + L"\\lists", list = lists + L"\\Big.zvl";
+    for (const wchar_t* sub : {L"\\lists", L"\\old", L"\\new"}) CreateDirectoryW((dir + sub).c_str(), nullptr);
+    const std::wstring oldText = dir + L"\\old\\Big.CSV", newText = dir + L"\\new\\Big.CSV";
+    WriteBytes(oldText, LargeText(60000, L"old"));
+    WriteBytes(newText, LargeText(60000, L"new"));
+
+    // The new list as a whole run writes it, then the old one in its place.
+    DWORD began = GetTickCount();
+    CHECK(RunImport(newText, lists));
+    DWORD wholeRun = GetTickCount() - began;
+    const ByteVec newBytes = ReadBytes(list);
+    CHECK(RunImport(oldText, lists));
+    const ByteVec oldBytes = ReadBytes(list);
+    CHECK(oldBytes.size() > 1000000 && newBytes.size() > 1000000 && oldBytes != newBytes);
+
+    int kills = 0, sawOld = 0, sawNew = 0, duringWrite = 0;
+    const int rounds = 60;
+    // Process starts are slow under a cold Wine server: the rounds stop
+    // after half a minute, however many that allowed.
+    const DWORD stopAt = GetTickCount() + 30000;
+    int done = 0;
+    for (int round = 0; round < rounds && (round < 6 || GetTickCount() < stopAt); ++round, ++done) {
+        HANDLE writer = StartImport(round % 2 ? newText : oldText, lists);
+        if (!writer) break;
+        if (round % 3 == 0) {
+            // Spread over the whole run.
+            Sleep(DWORD(wholeRun * (round + 1) / (rounds + 2)));
+        } else {
+            // Right at the write: once the temporary file appears, after a
+            // few milliseconds more or none.
+            DWORD until = GetTickCount() + 5000;
+            while (!TemporaryFiles(lists) && WaitForSingleObject(writer, 0) == WAIT_TIMEOUT && GetTickCount() < until)
+                Sleep(0);
+            if (TemporaryFiles(lists)) ++duringWrite;
+            Sleep(DWORD(round % 3 == 1 ? 0 : round % 7));
+        }
+        if (TerminateProcess(writer, 9)) ++kills;
+        WaitForSingleObject(writer, 10000);
+        CloseHandle(writer);
+        ByteVec now = ReadBytes(list);
+        ListDocument doc;
+        CHECK(parseListBytes(now.data(), now.size(), doc) == FileStatus::Ok);
+        CHECK(now == oldBytes || now == newBytes);
+        sawOld += now == oldBytes;
+        sawNew += now == newBytes;
+        TemporaryFiles(lists, true);
+    }
+    std::printf("kill test: %d kills (%d while the temporary file was being written): old list %d, new list %d\n",
+                kills, duringWrite, sawOld, sawNew);
+    CHECK(kills >= done - 2);
+    CHECK(duringWrite > 0);
 }
