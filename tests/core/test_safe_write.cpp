@@ -37,16 +37,11 @@ std::set<std::wstring> FolderNames(const std::wstring& dir) {
 
 ListDocument TwoFieldList(int items) {
     ListDocument doc;
-    doc.fields.push_back(MakeField(L"What", 3));
-    doc.fields.push_back(MakeField(L"Done", 6));
+    doc.fields = {MakeField(L"What", 3), MakeField(L"Done", 6)};
     for (int i = 0; i < items; ++i) {
         ListItem item;
         item.fieldCount = 2;
-        item.values.resize(2);
-        item.values[0].storedType = FieldType::Text;
-        item.values[0].text = (L"item " + std::to_wstring(i)).c_str();
-        item.values[1].storedType = FieldType::Check;
-        item.values[1].choice = i % 2;
+        item.values = {{(L"item " + std::to_wstring(i)).c_str(), FieldType::Text}, {{}, FieldType::Check, i % 2}};
         doc.items.push_back(item);
     }
     return doc;
@@ -111,13 +106,6 @@ std::wstring PrepareFolder(const wchar_t* name) {
     return dir;
 }
 
-std::wstring BinFolder() {
-    wchar_t self[MAX_PATH];
-    DWORD n = GetModuleFileNameW(nullptr, self, MAX_PATH);
-    std::wstring path(self, n);
-    return path.substr(0, path.find_last_of(L'\\') + 1);
-}
-
 // A text of `rows` rows whose cells all carry `mark`.
 ByteVec LargeText(int rows, const std::wstring& mark) {
     Bytes b;
@@ -128,8 +116,11 @@ ByteVec LargeText(int rows, const std::wstring& mark) {
     return b.v;
 }
 
+// zvl beside this program, importing `text` into `folder`.
 HANDLE StartImport(const std::wstring& text, const std::wstring& folder) {
-    std::wstring bin = BinFolder();
+    wchar_t self[MAX_PATH];
+    std::wstring bin(self, GetModuleFileNameW(nullptr, self, MAX_PATH));
+    bin.erase(bin.find_last_of(L'\\') + 1);
     std::wstring command = L"\"" + bin + L"zvl.exe\" --lang \"" + bin + L"LangEng.dll\" import \"" + text + L"\" \"" +
                            folder + L"\" --force";
     STARTUPINFOW start = {};
@@ -165,21 +156,17 @@ int TemporaryFiles(const std::wstring& folder, bool remove = false) {
 }  // namespace
 
 TEST_CASE(Safe_EveryWriterFailedPartWayLeavesTheFile) {
-    // Fault points: before the first byte, inside the header, inside the
-    // body, one byte short of the end.
-    const long long faults[] = {0, 1, 13, 200, -2};
     std::wstring dir = PrepareFolder(L"safefault");
     const std::set<std::wstring> before = FolderNames(dir);
     for (const Writer& w : kWriters) {
         ByteVec old = ReadBytes(dir + L"\\" + w.target);
-        for (long long at : faults) {
-            // -2: the size of a good write less one byte, measured first.
-            long long point = at;
-            if (at == -2) {
-                std::wstring probe = PrepareFolder(L"safeprobe");
-                w.run(probe);
-                point = (long long)ReadBytes(probe + L"\\" + w.target).size() - 1;
-            }
+        // The size of a good write, measured first.
+        std::wstring probe = PrepareFolder(L"safeprobe");
+        w.run(probe);
+        long long size = (long long)ReadBytes(probe + L"\\" + w.target).size();
+        // Fault points: before the first byte, inside the header, inside the
+        // body, one byte short of the end.
+        for (long long point : {0LL, 1LL, 13LL, 200LL, size - 1}) {
             setWriteFaultAfter(point);
             std::pair<UINT, UINT> said = w.run(dir);
             setWriteFaultAfter(-1);
@@ -197,9 +184,8 @@ TEST_CASE(Safe_EveryWriterFailedPartWayLeavesTheFile) {
 
 TEST_CASE(Safe_CausesInTheUsersWords) {
     std::wstring dir = ScratchDir(L"safecause");
-    Bytes old;
-    old.wchars(L"kept");
-    WriteBytes(dir + L"\\ro.zvl", old.v);
+    const ByteVec old = Bytes().wchars(L"kept").v;
+    WriteBytes(dir + L"\\ro.zvl", old);
     SetFileAttributesW((dir + L"\\ro.zvl").c_str(), FILE_ATTRIBUTE_READONLY);
     struct Case {
         std::wstring path;
@@ -219,7 +205,7 @@ TEST_CASE(Safe_CausesInTheUsersWords) {
         // The cause follows the step's own message as a sentence of its own.
         CHECK_EQ(r.message.Text(), ResText(IDS_SAVE_FAILED) + L"\n\n" + ResText(c.cause));
     }
-    CHECK_BYTES(ReadBytes(dir + L"\\ro.zvl"), old.v);
+    CHECK_BYTES(ReadBytes(dir + L"\\ro.zvl"), old);
     SetFileAttributesW((dir + L"\\ro.zvl").c_str(), FILE_ATTRIBUTE_NORMAL);
     CHECK(FolderNames(dir) == std::set<std::wstring>{L"ro.zvl"});
 }
