@@ -56,7 +56,9 @@ struct Writer {
     std::function<std::pair<UINT, UINT>(const std::wstring& dir)> run;
 };
 
-std::pair<UINT, UINT> Ids(const DocMessage& m, bool ok) { return ok ? std::make_pair(0u, 0u) : std::make_pair(m.textId, m.causeId); }
+std::pair<UINT, UINT> Ids(const DocMessage& m, bool ok) {
+    return ok ? std::make_pair(0u, 0u) : std::make_pair(m.textId, m.causeId);
+}
 
 const Writer kWriters[] = {
     {L"list save", L"L.zvl", IDS_SAVE_FAILED,
