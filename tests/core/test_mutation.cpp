@@ -123,8 +123,7 @@ TEST_CASE(Mut_ListFiles) {
     ListDocument sample = SampleDocument();
     ByteWriter valid;
     buildListBytes(sample, valid);
-    std::wstring dir = ScratchDir(L"mutlist");
-    std::wstring path = dir + L"\\m.zvl";
+    const std::wstring path = ScratchDir(L"mutlist") + L"\\m.zvl";
     size_t before = MemoryInUse();
     DWORD start = GetTickCount();
     Rng rng(1);
@@ -196,7 +195,7 @@ TEST_CASE(Mut_TgaImages) {
             samples.push_back(b.v);
         }
     }
-    std::wstring dir = ScratchDir(L"muttga");
+    const std::wstring path = ScratchDir(L"muttga") + L"\\m.tga";
     Rng rng(3);
     size_t before = MemoryInUse();
     for (int round = 0; round < 4000; ++round) {
@@ -205,7 +204,6 @@ TEST_CASE(Mut_TgaImages) {
         HRESULT hr = DecodeTga(img, bytes.data(), bytes.size());
         CHECK((hr == S_OK) != img.IsEmpty());
         if (round % 50 == 0) {
-            std::wstring path = dir + L"\\m.tga";
             WriteBytes(path, bytes);
             LoadTgaFile(img, path.c_str());
             ReadTgaSize(path.c_str());
@@ -219,15 +217,15 @@ TEST_CASE(Mut_TextImport) {
     ByteVec marked = buildCsvBytes(sample);
     ByteVec plain;
     for (size_t i = 2; i + 1 < marked.size(); i += 2) plain.push_back(marked[i]);  // ASCII text: low bytes
-    std::wstring dir = ScratchDir(L"mutcsv");
+    const std::wstring path = ScratchDir(L"mutcsv") + L"\\m.CSV";
     Rng rng(4);
     for (int round = 0; round < 3000; ++round) {
         ByteVec bytes = Mutate(round % 2 ? marked : plain, rng);
         // Most rounds take the text as the reader would; some read it from a file.
         std::wstring text = round % 2 ? Utf16Text(bytes, 2) : std::wstring(bytes.begin(), bytes.end());
         if (round % 20 == 0) {
-            WriteBytes(dir + L"\\m.CSV", bytes);
-            CHECK(readCsvFileText((dir + L"\\m.CSV").c_str(), text));
+            WriteBytes(path, bytes);
+            CHECK(readCsvFileText(path.c_str(), text));
         }
         ListDocument doc;
         if (csvTextToDocument(text.data(), text.size(), 240, doc)) {

@@ -47,49 +47,41 @@ ListDocument TwoFieldList(int items) {
     return doc;
 }
 
-// One writer: the file it replaces and a run that returns the text and
-// cause IDs of its message (0, 0 when it reports success).
-struct Writer {
-    const wchar_t* name;
-    const wchar_t* target;
-    UINT failText;
-    std::function<std::pair<UINT, UINT>(const std::wstring& dir)> run;
-};
-
-std::pair<UINT, UINT> Ids(const DocMessage& m, bool ok) {
-    return ok ? std::make_pair(0u, 0u) : std::make_pair(m.textId, m.causeId);
+// The text and cause IDs of a writer's message; 0, 0 when it reports success.
+template <class Code>
+std::pair<UINT, UINT> Ids(const DocResult<Code>& r, Code ok) {
+    return r == ok ? std::make_pair(0u, 0u) : std::make_pair(r.message.textId, r.message.causeId);
 }
 
-const Writer kWriters[] = {
-    {L"list save", L"L.zvl", IDS_SAVE_FAILED,
-     [](const std::wstring& dir) {
-         ListFileResult r = writeListFile((dir + L"\\L.zvl").c_str(), TwoFieldList(40));
-         return Ids(r.message, r == FileStatus::Ok);
+// One writer: the file it replaces and a run in the folder given.
+using Folder = const std::wstring&;
+struct Writer {
+    const wchar_t* target;
+    UINT failText;
+    std::function<std::pair<UINT, UINT>(Folder dir)> run;
+} const kWriters[] = {
+    {L"L.zvl", IDS_SAVE_FAILED,  // saving a list
+     [](Folder dir) { return Ids(writeListFile((dir + L"\\L.zvl").c_str(), TwoFieldList(40)), FileStatus::Ok); }},
+    {L"L.zvl", IDS_SAVE_FAILED,  // importing a text
+     [](Folder dir) {
+         auto yes = [](const DocMessage&) { return true; };
+         return Ids(importCsvFile((dir + L"\\src\\L.CSV").c_str(), dir.c_str(), 240, yes), CsvStatus::Ok);
      }},
-    {L"text import", L"L.zvl", IDS_SAVE_FAILED,
-     [](const std::wstring& dir) {
-         CsvResult r = importCsvFile((dir + L"\\src\\L.CSV").c_str(), dir.c_str(), 240,
-                                     [](const DocMessage&) { return true; });
-         return Ids(r.message, r == CsvStatus::Ok);
+    {L"L.zvl", IDS_LIST_CREATE_FAILED,  // a new list from a template
+     [](Folder dir) {
+         ListFileResult r{FileStatus::Ok, {}};
+         r.code = makeListFromTemplate((dir + L"\\src\\T.zvt").c_str(), (dir + L"\\L.zvl").c_str(), &r.message);
+         return Ids(r, FileStatus::Ok);
      }},
-    {L"new list", L"L.zvl", IDS_LIST_CREATE_FAILED,
-     [](const std::wstring& dir) {
-         DocMessage m;
-         FileStatus s = makeListFromTemplate((dir + L"\\src\\T.zvt").c_str(), (dir + L"\\L.zvl").c_str(), &m);
-         return Ids(m, s == FileStatus::Ok);
+    {L"T.zvt", IDS_TEMPLATE_CREATE_FAILED,  // a template
+     [](Folder dir) {
+         ListFileResult r{FileStatus::Ok, {}};
+         r.code = writeTemplateFile((dir + L"\\T.zvt").c_str(), TwoFieldList(0).fields.data(), 2, PlanarImage(),
+                                    &r.message);
+         return Ids(r, FileStatus::Ok);
      }},
-    {L"template", L"T.zvt", IDS_TEMPLATE_CREATE_FAILED,
-     [](const std::wstring& dir) {
-         ListDocument doc = TwoFieldList(0);
-         DocMessage m;
-         FileStatus s = writeTemplateFile((dir + L"\\T.zvt").c_str(), doc.fields.data(), 2, PlanarImage(), &m);
-         return Ids(m, s == FileStatus::Ok);
-     }},
-    {L"text export", L"E.CSV", IDS_EXPORT_CREATE_FAILED,
-     [](const std::wstring& dir) {
-         CsvResult r = exportCsvToFile(TwoFieldList(40), (dir + L"\\E.CSV").c_str());
-         return Ids(r.message, r == CsvStatus::Ok);
-     }},
+    {L"E.CSV", IDS_EXPORT_CREATE_FAILED,  // a text export
+     [](Folder dir) { return Ids(exportCsvToFile(TwoFieldList(40), (dir + L"\\E.CSV").c_str()), CsvStatus::Ok); }},
 };
 
 // A folder holding the old file each writer replaces and their sources.
@@ -233,8 +225,8 @@ TEST_CASE(Kill_AWriterKilledAnyTimeLeavesOldOrNewList) {
     // Process starts are slow under a cold Wine server: the rounds stop
     // after half a minute, however many that allowed.
     const DWORD stopAt = GetTickCount() + 30000;
-    int done = 0;
-    for (int round = 0; round < rounds && (round < 6 || GetTickCount() < stopAt); ++round, ++done) {
+    int round = 0;
+    for (; round < rounds && (round < 6 || GetTickCount() < stopAt); ++round) {
         HANDLE writer = StartImport(round % 2 ? newText : oldText, lists);
         if (!writer) break;
         if (round % 3 == 0) {
@@ -262,6 +254,6 @@ TEST_CASE(Kill_AWriterKilledAnyTimeLeavesOldOrNewList) {
     }
     std::printf("kill test: %d kills (%d while the temporary file was being written): old list %d, new list %d\n",
                 kills, duringWrite, sawOld, sawNew);
-    CHECK(kills >= done - 2);
+    CHECK(kills >= round - 2);
     CHECK(duringWrite > 0);
 }
