@@ -38,6 +38,14 @@ Layout ThreeItems() {
 
 ByteVec Head(const ByteVec& bytes, size_t count) { return ByteVec(bytes.begin(), bytes.begin() + (long)count); }
 
+// A bad file, what reading it gives and the text of its message.
+struct BadFile {
+    const wchar_t* name;
+    ByteVec bytes;
+    FileStatus status;
+    UINT text;
+};
+
 }  // namespace
 
 TEST_CASE(Doc_WriteListBytesFollowLayout) {
@@ -112,14 +120,12 @@ TEST_CASE(Doc_ReadListBuildsTexts) {
     TextLayout layout;  // month-day-year with "/"
     CHECK(parseListBytes(file.v.data(), file.v.size(), doc, &layout) == FileStatus::Ok);
     CHECK_EQ((int)doc.icon.alpha[0], 40);
-    auto it = doc.items.begin();
     const std::wstring texts[9] = {L"03/01/2007", L"09:05", ResText(IDS_PRIORITY_NORMAL), L"text", ResText(IDS_YES),
                                    L"3.25", ResText(8145), L"03/01/2007    09:05", ResText(8187)};
-    for (int t = 0; t < 9; ++t) CHECK_EQ(std::wstring(it->values[t].text.c_str()), texts[t]);
-    CHECK_EQ(it->ordinal, 0);
-    ++it;
-    CHECK_EQ(it->ordinal, 1);
-    CHECK_EQ(std::wstring(it->values[2].text.c_str()), ResText(IDS_PRIORITY_HIGH));
+    for (int t = 0; t < 9; ++t) CHECK_EQ(std::wstring(doc.items.front().values[t].text.c_str()), texts[t]);
+    CHECK_EQ(std::wstring(std::next(doc.items.begin())->values[2].text.c_str()), ResText(IDS_PRIORITY_HIGH));
+    int ordinal = 0;
+    for (const ListItem& item : doc.items) CHECK_EQ(item.ordinal, ordinal++);
 
     // Written back unchanged, byte for byte, less the unknown chunk.
     Bytes expected = head;
@@ -264,37 +270,32 @@ TEST_CASE(Damage_EachKindHasItsOwnMessage) {
     std::wstring dir = ScratchDir(L"damagekinds");
     Layout l = ThreeItems();
     auto fields = [](int count) { return Bytes().listHeader(count, 0).viewState(-1, 0).v; };
-    struct Case {
-        const wchar_t* name;
-        ByteVec bytes;
-        FileStatus status;
-        UINT text;
-        const wchar_t* argument;
-    } cases[] = {
-        {L"empty", ByteVec(), FileStatus::Empty, IDS_LIST_EMPTY, nullptr},
-        {L"old", Bytes().wstr(L"1.6").i32(0).i32(0).viewState(-1, 0).v, FileStatus::BadVersion, IDS_LIST_VERSION_BAD,
-         nullptr},
+    const BadFile cases[] = {
+        {L"empty", ByteVec(), FileStatus::Empty, IDS_LIST_EMPTY},
+        {L"old", Bytes().wstr(L"1.6").i32(0).i32(0).viewState(-1, 0).v, FileStatus::BadVersion, IDS_LIST_VERSION_BAD},
         // "1.7" must be followed by its terminator.
-        {L"noNul", Bytes().wchars(L"1.7x").i32(0).i32(0).v, FileStatus::Damaged, IDS_LIST_DAMAGED, nullptr},
-        {L"zip", Bytes().wchars(L"PK\x0003\x0004 zip").v, FileStatus::Damaged, IDS_LIST_DAMAGED, nullptr},
-        {L"51", fields(51), FileStatus::BadFieldCount, IDS_LIST_DAMAGED, nullptr},
-        {L"minus", fields(-1), FileStatus::BadFieldCount, IDS_LIST_DAMAGED, nullptr},
-        {L"huge", fields(4098252), FileStatus::BadFieldCount, IDS_LIST_DAMAGED, nullptr},
-        {L"max", fields(0x7FFFFFFF), FileStatus::BadFieldCount, IDS_LIST_DAMAGED, nullptr},
-        {L"items", Head(l.file.v, l.itemEnd[1] + 3), FileStatus::PartlyRead, IDS_LIST_PARTLY_READ, L"2 of 3"},
-        {L"none", ByteVec(), FileStatus::Missing, IDS_LIST_MISSING, nullptr},
+        {L"noNul", Bytes().wchars(L"1.7x").i32(0).i32(0).v, FileStatus::Damaged, IDS_LIST_DAMAGED},
+        {L"zip", Bytes().wchars(L"PK\x0003\x0004 zip").v, FileStatus::Damaged, IDS_LIST_DAMAGED},
+        {L"51", fields(51), FileStatus::BadFieldCount, IDS_LIST_DAMAGED},
+        {L"minus", fields(-1), FileStatus::BadFieldCount, IDS_LIST_DAMAGED},
+        {L"huge", fields(4098252), FileStatus::BadFieldCount, IDS_LIST_DAMAGED},
+        {L"max", fields(0x7FFFFFFF), FileStatus::BadFieldCount, IDS_LIST_DAMAGED},
+        {L"items", Head(l.file.v, l.itemEnd[1] + 3), FileStatus::PartlyRead, IDS_LIST_PARTLY_READ},
+        {L"none", ByteVec(), FileStatus::Missing, IDS_LIST_MISSING},
     };
-    for (const Case& c : cases) {
+    for (const BadFile& c : cases) {
         std::wstring stem = dir + L"\\" + c.name;
         if (c.status != FileStatus::Missing) WriteBytes(stem + L".zvl", c.bytes);
         ListDocument doc;
         ListFileResult r = readListFile((stem + L".zvl").c_str(), doc);
         CHECK_EQ((int)r.code, (int)c.status);
-        UINT caption = c.status == FileStatus::PartlyRead ? IDS_SAVE_DAMAGED_CAPTION : IDS_ERROR_CAPTION;
+        // Only a partly read list says how much was read.
+        const bool part = c.status == FileStatus::PartlyRead;
+        UINT caption = part ? IDS_SAVE_DAMAGED_CAPTION : IDS_ERROR_CAPTION;
         CheckMessage(r.message, c.text, caption, MB_ICONEXCLAMATION, ZV_HERE);
-        CHECK(r.message.argument.has_value() == (c.argument != nullptr));
-        if (c.argument) CHECK_EQ(*r.message.argument, std::wstring(c.argument));
-        CHECK_EQ(doc.fieldCount(), c.status == FileStatus::PartlyRead ? 2 : 0);
+        CHECK(r.message.argument.has_value() == part);
+        if (part) CHECK_EQ(*r.message.argument, std::wstring(L"2 of 3"));
+        CHECK_EQ(doc.fieldCount(), part ? 2 : 0);
         CHECK(!FileExists(stem + L".BAK"));
     }
 }
@@ -309,28 +310,23 @@ TEST_CASE(Damage_TemplatesMakeNoList) {
     const ByteVec existing = ThreeItems().file.v;
     const std::wstring list = dir + L"\\L.zvl";
     WriteBytes(list, existing);
-    struct Case {
-        const wchar_t* name;
-        ByteVec bytes;
-        FileStatus status;
-        UINT text;
-    } cases[] = {
+    const BadFile cases[] = {
         {L"cut", cut.v, FileStatus::PartlyRead, IDS_TEMPLATE_PARTLY_READ},
         {L"empty", ByteVec(), FileStatus::Empty, IDS_TEMPLATE_EMPTY},
         {L"old", Bytes().wstr(L"1.6").i32(0).v, FileStatus::BadVersion, IDS_TEMPLATE_VERSION_BAD},
         {L"none", ByteVec(), FileStatus::Missing, IDS_TEMPLATE_MISSING},
     };
-    for (const Case& c : cases) {
+    for (const BadFile& c : cases) {
         std::wstring path = dir + L"\\" + c.name + L".zvt";
         if (c.status != FileStatus::Missing) WriteBytes(path, c.bytes);
         TemplateFieldList fields;
         PlanarImage icon;
         DocMessage m;
+        const bool part = c.status == FileStatus::PartlyRead;
         CHECK(readTemplateFile(path.c_str(), fields, icon, nullptr, &m) == c.status);
         CHECK_EQ(m.textId, c.text);
-        CHECK_EQ(fields.count, c.status == FileStatus::PartlyRead ? 1 : 0);
-        if (c.status == FileStatus::PartlyRead) CHECK_EQ(*m.argument, std::wstring(L"1 of 2"));
-        bool part = c.status == FileStatus::PartlyRead;
+        CHECK_EQ(fields.count, part ? 1 : 0);
+        if (part) CHECK_EQ(*m.argument, std::wstring(L"1 of 2"));
         CHECK(makeListFromTemplate(path.c_str(), list.c_str(), &m) == (part ? FileStatus::Damaged : c.status));
         CHECK_EQ(m.textId, part ? (UINT)IDS_TEMPLATE_DAMAGED : c.text);
         CHECK_BYTES(ReadBytes(list), existing);

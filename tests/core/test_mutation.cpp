@@ -120,9 +120,8 @@ void WriteBackAndReread(const ListDocument& doc) {
 }  // namespace
 
 TEST_CASE(Mut_ListFiles) {
-    ListDocument sample = SampleDocument();
     ByteWriter valid;
-    buildListBytes(sample, valid);
+    buildListBytes(SampleDocument(), valid);
     const std::wstring path = ScratchDir(L"mutlist") + L"\\m.zvl";
     size_t before = MemoryInUse();
     DWORD start = GetTickCount();
@@ -213,8 +212,7 @@ TEST_CASE(Mut_TgaImages) {
 }
 
 TEST_CASE(Mut_TextImport) {
-    ListDocument sample = SampleDocument();
-    ByteVec marked = buildCsvBytes(sample);
+    const ByteVec marked = buildCsvBytes(SampleDocument());
     ByteVec plain;
     for (size_t i = 2; i + 1 < marked.size(); i += 2) plain.push_back(marked[i]);  // ASCII text: low bytes
     const std::wstring path = ScratchDir(L"mutcsv") + L"\\m.CSV";

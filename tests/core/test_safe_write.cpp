@@ -88,15 +88,13 @@ struct Writer {
 std::wstring PrepareFolder(const wchar_t* name) {
     std::wstring dir = ScratchDir(name);
     CreateDirectoryW((dir + L"\\src").c_str(), nullptr);
-    Bytes old;
-    old.wchars(L"the old file, which must survive");
-    for (const wchar_t* target : {L"L.zvl", L"T.zvt", L"E.CSV"}) WriteBytes(dir + L"\\" + target, old.v);
+    const ByteVec old = Bytes().wchars(L"the old file, which must survive").v;
+    for (const wchar_t* target : {L"L.zvl", L"T.zvt", L"E.CSV"}) WriteBytes(dir + L"\\" + target, old);
     Bytes csv;
     csv.u8(0xFF).u8(0xFE).wchars(L"(Text)A\t(Check)B\r\none\tDone\t\r\ntwo\tNot done\t");
     WriteBytes(dir + L"\\src\\L.CSV", csv.v);
-    ListDocument tpl = TwoFieldList(0);
     setWriteFaultAfter(-1);
-    writeTemplateFile((dir + L"\\src\\T.zvt").c_str(), tpl.fields.data(), 2, PlanarImage());
+    writeTemplateFile((dir + L"\\src\\T.zvt").c_str(), TwoFieldList(0).fields.data(), 2, PlanarImage());
     return dir;
 }
 
@@ -200,7 +198,6 @@ TEST_CASE(Safe_CausesInTheUsersWords) {
         CHECK_EQ(r.message.Text(), ResText(IDS_SAVE_FAILED) + L"\n\n" + ResText(c.cause));
     }
     CHECK_BYTES(ReadBytes(dir + L"\\ro.zvl"), old);
-    SetFileAttributesW((dir + L"\\ro.zvl").c_str(), FILE_ATTRIBUTE_NORMAL);
     CHECK(FolderNames(dir) == std::set<std::wstring>{L"ro.zvl"});
 }
 
