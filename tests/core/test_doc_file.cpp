@@ -156,14 +156,12 @@ TEST_CASE(Doc_FiftyFieldsRead) {
 }
 
 TEST_CASE(Doc_DamagedPayloadsCutAndSkipped) {
-    std::wstring longName(300, L'n');
-    std::wstring longText(600, L't');
     Bytes file;
     file.listHeader(2, 0x7FFFFFFF).viewState(-1, 0);
-    file.chunk0(4321).chunkText(1004, longName).chunk(9999, Bytes().u32(1).u32(2).u32(3));
+    file.chunk0(4321).chunkText(1004, std::wstring(300, L'n')).chunk(9999, Bytes().u32(1).u32(2).u32(3));
     file.chunk(1002, Bytes().u32(3).u32(0xDEAD)).chunk0(1234);  // type payload longer than 4: cut
     file.append(FieldChunks(L"B", 1, 0, L"", 0, 0, 0));
-    file.chunkText(3, longText).chunk(1, Bytes().systemTime(2000, 1, 0, 1, 7, 30, 0, 0).u32(77));
+    file.chunkText(3, std::wstring(600, L't')).chunk(1, Bytes().systemTime(2000, 1, 0, 1, 7, 30, 0, 0).u32(77));
     file.chunk(55, Bytes().u32(5)).chunk(1, Bytes().u16(2001));  // unknown value tag; short time
     ListDocument doc;
     CHECK(parseListBytes(file.v.data(), file.v.size(), doc) == FileStatus::PartlyRead);
@@ -213,14 +211,11 @@ TEST_CASE(Doc_TemplateFilesAndNewList) {
     CHECK(makeListFromTemplate(path.c_str(), (dir + L"\\\\Trip.zvl").c_str()) == FileStatus::Ok);
     CHECK_BYTES(ReadBytes(dir + L"\\Trip.zvl"), Bytes().listHeader(2, 0).append(chunks).v);
 
-    // The template editor's list holds 50 fields at most.
+    // The template editor's list holds 50 fields at most (its moves and
+    // deletions are driven through the editor's commands).
     TemplateFieldList full;
     for (int i = 0; i < 50; ++i) CHECK(full.Add(MakeField(L"f", 3)));
     CHECK(!full.Add(MakeField(L"g", 3)));
-    CHECK(!full.Swap(0, 50));
-    CHECK(full.Swap(0, 49));
-    full.Remove(0);
-    CHECK_EQ(full.count, 49);
 }
 
 // Every cut of a list is named and keeps only whole items; the backup of

@@ -152,15 +152,10 @@ TEST_CASE(Mut_ListFiles) {
 }
 
 TEST_CASE(Mut_TemplateFiles) {
-    TemplateFieldList list;
-    for (int t = 0; t < kFieldTypeCount; ++t) list.Add(MakeField(L"T", t, L"x", 2, 10, 3, 7));
-    PlanarImage icon;
-    unsigned char plane[4] = {1, 2, 3, 4};
-    SetPlanes(icon, plane, plane, plane, plane, 2, 2);
-    std::wstring dir = ScratchDir(L"muttpl");
-    std::wstring path = dir + L"\\t.zvt";
-    writeTemplateFile(path.c_str(), list, icon);
-    ByteVec valid = ReadBytes(path);
+    const ListDocument sample = SampleDocument();
+    const std::wstring dir = ScratchDir(L"muttpl"), path = dir + L"\\t.zvt";
+    writeTemplateFile(path.c_str(), sample.fields.data(), sample.fieldCount(), sample.icon);
+    const ByteVec valid = ReadBytes(path);
     Rng rng(2);
     for (int round = 0; round < 400; ++round) {
         WriteBytes(path, Mutate(valid, rng));
