@@ -114,11 +114,10 @@ TEST_CASE(Doc_ReadListBuildsTexts) {
         body.chunk(7, Bytes().systemTime(2007, 3, 4, 1, 9, 5, 0, 0)).chunkU32(8, 11);
     }
     // An unknown list-wide chunk is skipped.
-    Bytes file = head;
-    file.chunk(777, Bytes().u32(1).u32(2)).append(iconAndView).append(body);
+    const ByteVec file = Bytes(head).chunk(777, Bytes().u32(1).u32(2)).append(iconAndView).append(body).v;
     ListDocument doc;
     TextLayout layout;  // month-day-year with "/"
-    CHECK(parseListBytes(file.v.data(), file.v.size(), doc, &layout) == FileStatus::Ok);
+    CHECK(parseListBytes(file.data(), file.size(), doc, &layout) == FileStatus::Ok);
     CHECK_EQ((int)doc.icon.alpha[0], 40);
     const std::wstring texts[9] = {L"03/01/2007", L"09:05", ResText(IDS_PRIORITY_NORMAL), L"text", ResText(IDS_YES),
                                    L"3.25", ResText(8145), L"03/01/2007    09:05", ResText(8187)};
@@ -128,20 +127,19 @@ TEST_CASE(Doc_ReadListBuildsTexts) {
     for (const ListItem& item : doc.items) CHECK_EQ(item.ordinal, ordinal++);
 
     // Written back unchanged, byte for byte, less the unknown chunk.
-    Bytes expected = head;
-    expected.append(iconAndView).append(body);
+    const ByteVec expected = Bytes(head).append(iconAndView).append(body).v;
     ByteWriter again;
     buildListBytes(doc, again);
-    CHECK_BYTES(again.bytes, expected.v);
+    CHECK_BYTES(again.bytes, expected);
 
     // The one-call-per-chunk reader gives the same document.
     std::wstring path = ScratchDir(L"readboth") + L"\\All.zvl";
-    WriteBytes(path, file.v);
+    WriteBytes(path, file);
     ListDocument slow;
     CHECK(readListFileUnbuffered(path.c_str(), slow) == FileStatus::Ok);
     ByteWriter slowBytes;
     buildListBytes(slow, slowBytes);
-    CHECK_BYTES(slowBytes.bytes, expected.v);
+    CHECK_BYTES(slowBytes.bytes, expected);
 }
 
 TEST_CASE(Doc_FiftyFieldsRead) {
@@ -187,7 +185,7 @@ TEST_CASE(Doc_DamagedPayloadsCutAndSkipped) {
 }
 
 TEST_CASE(Doc_TemplateFilesAndNewList) {
-    std::wstring dir = ScratchDir(L"template");
+    const std::wstring dir = ScratchDir(L"template"), path = dir + L"\\Trip.zvt";
     TemplateFieldList list;
     list.Add(MakeField(L"What", 3, L"?", 0, 120));
     list.Add(MakeField(L"When", 7, L"", 0, 0, 1, 19));
@@ -195,7 +193,6 @@ TEST_CASE(Doc_TemplateFilesAndNewList) {
     PlanarImage icon;
     CHECK_EQ(SetPlanes(icon, r, g, b, a, 0, 2), 0);
     CHECK_EQ(SetPlanes(icon, r, g, b, a, 2, 2), 1);
-    std::wstring path = dir + L"\\Trip.zvt";
     CHECK(writeTemplateFile(path.c_str(), list, icon) == FileStatus::Ok);
     // The icon's size and its planes in the order red, green, blue, alpha.
     Bytes chunks;
@@ -211,18 +208,21 @@ TEST_CASE(Doc_TemplateFilesAndNewList) {
     CHECK(makeListFromTemplate(path.c_str(), (dir + L"\\\\Trip.zvl").c_str()) == FileStatus::Ok);
     CHECK_BYTES(ReadBytes(dir + L"\\Trip.zvl"), Bytes().listHeader(2, 0).append(chunks).v);
 
-    // The template editor's list holds 50 fields at most (its moves and
-    // deletions are driven through the editor's commands).
+    // The template editor's list holds 50 fields at most; a field moves to
+    // the last place, and a deleted one leaves no gap.
     TemplateFieldList full;
-    for (int i = 0; i < 50; ++i) CHECK(full.Add(MakeField(L"f", 3)));
+    for (int i = 0; i < 50; ++i) CHECK(full.Add(MakeField(std::to_wstring(i).c_str(), 3)));
     CHECK(!full.Add(MakeField(L"g", 3)));
+    CHECK(full.Swap(0, 49));
+    full.Remove(0);
+    CHECK_EQ(full.count, 49);
+    CHECK_EQ(std::wstring(full.fields[0].name), L"1");
 }
 
 // Every cut of a list is named and keeps only whole items; the backup of
 // the whole list made by the last good read is never replaced by a cut one.
 TEST_CASE(Damage_EveryCutOfAListIsNamed) {
-    std::wstring dir = ScratchDir(L"damagecut");
-    std::wstring path = dir + L"\\Shop.zvl", backup = dir + L"\\Shop.BAK";
+    const std::wstring dir = ScratchDir(L"damagecut"), path = dir + L"\\Shop.zvl", backup = dir + L"\\Shop.BAK";
     Layout l = ThreeItems();
     WriteBytes(path, l.file.v);
     WriteBytes(backup, Bytes().u8(1).v);  // an old copy: replaced
