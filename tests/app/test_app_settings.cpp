@@ -23,12 +23,8 @@ TEST_CASE(App_Settings_DefaultsOnEmptyRegistry) {
     CHECK(regtest::KeyExists(kGeneral));
     CHECK(regtest::KeyExists(kColors));
     CHECK(!regtest::KeyExists(L"Software\\Quenta\\Zorvel\\Templates"));
-}
-
-TEST_CASE(App_Settings_IconsFolderFollowsInstallPath) {
-    regtest::WipeProgramKey();
+    // The icons folder follows the installation folder.
     regtest::SetString(kRoot, L"InstallPath", L"\\Storage Card\\App");
-    CAppSettings s;
     s.LoadSettings();
     CHECK_EQ(s.IconsFolder.value.c_str(), L"\\Storage Card\\App\\Icons\\");
 }

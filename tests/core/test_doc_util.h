@@ -59,13 +59,7 @@ inline Bytes FieldChunks(const std::wstring& name, int type, int width, const wc
 }
 
 inline SYSTEMTIME MakeTime(int y, int mo, int d, int h = 0, int mi = 0) {
-    SYSTEMTIME t = {};
-    t.wYear = (WORD)y;
-    t.wMonth = (WORD)mo;
-    t.wDay = (WORD)d;
-    t.wHour = (WORD)h;
-    t.wMinute = (WORD)mi;
-    return t;
+    return SYSTEMTIME{WORD(y), WORD(mo), 0, WORD(d), WORD(h), WORD(mi), 0, 0};
 }
 
 // UTF-16LE bytes read back as text, from byte `from` on.
@@ -118,7 +112,14 @@ inline void RemoveTree(std::wstring dir) {
 }
 
 // A folder of its own under the temporary folder, emptied on creation.
-std::wstring ScratchDir(const wchar_t* name);
+inline std::wstring ScratchDir(const wchar_t* name) {
+    wchar_t temp[MAX_PATH];
+    GetTempPathW(MAX_PATH, temp);
+    std::wstring dir = std::wstring(temp) + L"zvdoc_" + name;
+    RemoveTree(dir);
+    CreateDirectoryW(dir.c_str(), nullptr);
+    return dir;
+}
 
 // Checks a returned message against its string IDs and its box style.
 inline void CheckMessage(const DocMessage& got, UINT textId, UINT captionId, UINT style, const char* file, int line) {
@@ -128,7 +129,17 @@ inline void CheckMessage(const DocMessage& got, UINT textId, UINT captionId, UIN
 }
 
 // Field records for tests.
-FieldDef MakeField(const wchar_t* name, int type, const wchar_t* defaultText = L"", int defaultChoice = 0,
-                          int width = 0, int dateMode = 0, int timeMode = 0);
+inline FieldDef MakeField(const wchar_t* name, int type, const wchar_t* defaultText = L"", int defaultChoice = 0,
+                          int width = 0, int dateMode = 0, int timeMode = 0) {
+    FieldDef f;
+    f.SetName(name);
+    f.type = FieldType(type);
+    f.SetDefaultText(defaultText);
+    f.defaultChoice = defaultChoice;
+    f.columnWidth = width;
+    f.dateDefaultMode = dateMode;
+    f.timeDefaultMode = timeMode;
+    return f;
+}
 
 }  // namespace doctest
