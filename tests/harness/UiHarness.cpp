@@ -25,15 +25,15 @@ struct RunState {
     Script* script = nullptr;
     const char* file = "";
     int line = 0;
+    bool modeless = false;        // RunWindow: done when every step ran and the queue is idle
     size_t next = 0;              // index of the next step
     DWORD phaseStart = 0;         // when the current wait began
     bool finished = false;        // every step ran (RunWindow: and the queue was idle)
     bool aborting = false;        // closing what the run left open
     DWORD abortStart = 0;
-    std::set<HWND> before;        // top-level windows that existed before the run
-    std::deque<int> answers;
+    std::set<HWND> before{};      // top-level windows that existed before the run
+    std::deque<int> answers{};
     bool inTick = false;
-    bool modeless = false;
     UINT_PTR timer = 0;
 };
 
@@ -180,10 +180,7 @@ std::string StepName(const RunState& run, size_t index) {
 }
 
 void Tick(RunState& run) {
-    if (run.aborting) {
-        ContinueAbort(run);
-        return;
-    }
+    if (run.aborting) return ContinueAbort(run);
     if (run.finished || FirstThreadWindow(IsMessageBox) || QueueBusy()) return;
     Script& script = *run.script;
     DWORD now = GetTickCount();
@@ -217,16 +214,12 @@ void CALLBACK TimerProc(HWND, UINT, UINT_PTR, DWORD) {
     run->inTick = false;
 }
 
-void BeginRun(RunState& run, Script& script, const char* file, int line, bool modeless) {
+void BeginRun(RunState& run) {
     if (!g_harness.cbtHook) g_harness.cbtHook = SetWindowsHookExW(WH_CBT, CbtHook, nullptr, GetCurrentThreadId());
     // A quit request left by an earlier test would end this run's loop at once.
     MSG stale;
     PeekMessageW(&stale, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
-    run.script = &script;
-    run.file = file;
-    run.line = line;
-    run.modeless = modeless;
-    run.answers.assign(script.answers.begin(), script.answers.end());
+    run.answers.assign(run.script->answers.begin(), run.script->answers.end());
     run.phaseStart = GetTickCount();
     for (HWND w : ThreadWindows()) run.before.insert(w);
     g_harness.boxes.clear();
@@ -235,8 +228,9 @@ void BeginRun(RunState& run, Script& script, const char* file, int line, bool mo
     run.timer = SetTimer(nullptr, 0, kTickMs, TimerProc);
 }
 
-// Pumps until the queue is idle. A WM_QUIT met on the way stays for the
-// caller to see; each run starts by dropping one left over from before.
+// Reports what the run left undone, then pumps until the queue is idle. A
+// WM_QUIT met on the way stays for the caller to see; each run starts by
+// dropping one left over from before.
 void EndRun(RunState& run) {
     KillTimer(nullptr, run.timer);
     g_harness.run = nullptr;
@@ -245,19 +239,15 @@ void EndRun(RunState& run) {
                          std::to_string(run.script->steps.size() - run.next) + " step(s) left)");
     if (!run.answers.empty())
         Report(run, std::to_string(run.answers.size()) + " scripted message-box answer(s) were not used");
-    MSG msg;
-    bool quit = false;
-    int quitCode = 0;
+    MSG msg, quit = {};
     for (int i = 0; i < 10000 && PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE); ++i) {
-        if (msg.message == WM_QUIT) {
-            quit = true;
-            quitCode = (int)msg.wParam;
-            continue;
+        if (msg.message == WM_QUIT) quit = msg;
+        else {
+            TranslateMessage(&msg);
+            DispatchMessageW(&msg);
         }
-        TranslateMessage(&msg);
-        DispatchMessageW(&msg);
     }
-    if (quit) PostQuitMessage(quitCode);
+    if (quit.message == WM_QUIT) PostQuitMessage((int)quit.wParam);
 }
 
 // A key's repeat count and scan code; a key up also has its previous-state and transition bits.
@@ -407,16 +397,16 @@ Script& Script::ExpectProblems() {
 }
 
 INT_PTR RunModal(Script& script, const std::function<INT_PTR()>& open, const char* file, int line) {
-    RunState run;
-    BeginRun(run, script, file, line, false);
+    RunState run{&script, file, line, false};
+    BeginRun(run);
     INT_PTR result = open();
     EndRun(run);
     return result;
 }
 
 bool RunWindow(Script& script, HWND hwnd, const char* file, int line) {
-    RunState run;
-    BeginRun(run, script, file, line, true);
+    RunState run{&script, file, line, true};
+    BeginRun(run);
     DWORD start = GetTickCount();
     DWORD limit = script.timeoutMs * (DWORD)(script.steps.size() + 1);
     MSG msg;
