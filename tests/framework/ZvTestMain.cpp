@@ -27,14 +27,11 @@ void Fail(const char* file, int line, const std::string& what) {
 
 std::string Show(const std::wstring& s) {
     std::string out = "\"";
+    char escaped[8];
     for (wchar_t c : s) {
-        if (c >= 32 && c < 127) {
-            out += (char)c;
-        } else {
-            char buf[16];
-            std::snprintf(buf, sizeof buf, "\\u%04X", (unsigned)c);
-            out += buf;
-        }
+        bool plain = c >= 32 && c < 127;
+        if (!plain) std::snprintf(escaped, sizeof escaped, "\\u%04X", (unsigned)c);
+        out += plain ? std::string(1, (char)c) : std::string(escaped);
     }
     return out + "\"";
 }
@@ -65,11 +62,12 @@ void CheckBytes(const std::vector<unsigned char>& got, const std::vector<unsigne
     while (i < n && got[i] == want[i]) ++i;
     if (i == n && got.size() == want.size()) return;
     size_t from = i > 8 ? i - 8 : 0;
-    std::vector<unsigned char> g(got.begin() + std::min(from, got.size()), got.begin() + std::min(from + 32, got.size()));
-    std::vector<unsigned char> w(want.begin() + std::min(from, want.size()), want.begin() + std::min(from + 32, want.size()));
+    auto around = [from](const std::vector<unsigned char>& b) {
+        return ShowBytes({b.begin() + std::min(from, b.size()), b.begin() + std::min(from + 32, b.size())});
+    };
     Fail(file, line, "bytes differ at offset " + std::to_string(i) + " (sizes " + std::to_string(got.size()) + " and " +
-                         std::to_string(want.size()) + ")\n    got  @" + std::to_string(from) + ": " + ShowBytes(g) +
-                         "\n    want @" + std::to_string(from) + ": " + ShowBytes(w));
+                         std::to_string(want.size()) + ")\n    got  @" + std::to_string(from) + ": " + around(got) +
+                         "\n    want @" + std::to_string(from) + ": " + around(want));
 }
 
 }  // namespace zvtest

@@ -31,8 +31,7 @@ struct ModulesScope {
         hLangModule = lang;
         hImageModule = image;
         MSG msg;
-        while (PeekMessageW(&msg, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
-        }
+        while (PeekMessageW(&msg, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) continue;
     }
 };
 
@@ -57,30 +56,20 @@ inline void Install(const std::wstring& install, const std::wstring& lists, cons
 }
 
 // A screen density for the life of a test; the old one comes back after.
-class DensityScope {
-public:
-    explicit DensityScope(int dpi) : m_x(ScreenDpiX()), m_y(ScreenDpiY()) { SetScreenDensity(dpi, dpi); }
-    ~DensityScope() { SetScreenDensity(m_x, m_y); }
-    DensityScope(const DensityScope&) = delete;
-    DensityScope& operator=(const DensityScope&) = delete;
-
-private:
-    int m_x, m_y;
+struct DensityScope {
+    int oldX = ScreenDpiX(), oldY = ScreenDpiY();
+    explicit DensityScope(int dpi) { SetScreenDensity(dpi, dpi); }
+    ~DensityScope() { SetScreenDensity(oldX, oldY); }
 };
 
 // Device paths are rooted on the current drive; the tests make theirs on C:.
-class OnDriveC {
-public:
+struct OnDriveC {
+    wchar_t saved[MAX_PATH] = {};
     OnDriveC() {
-        GetCurrentDirectoryW(MAX_PATH, m_saved);
+        GetCurrentDirectoryW(MAX_PATH, saved);
         SetCurrentDirectoryW(L"C:\\");
     }
-    ~OnDriveC() { SetCurrentDirectoryW(m_saved); }
-    OnDriveC(const OnDriveC&) = delete;
-    OnDriveC& operator=(const OnDriveC&) = delete;
-
-private:
-    wchar_t m_saved[MAX_PATH] = {};
+    ~OnDriveC() { SetCurrentDirectoryW(saved); }
 };
 
 using doctest::RemoveTree;
@@ -104,8 +93,7 @@ inline void ControlsFit(HWND dlg, const std::vector<int>& ids, const char* file,
     std::vector<RECT> rects;
     for (int id : ids) {
         HWND control = GetDlgItem(dlg, id);
-        RECT r = control ? RectInParent(control) : RECT{};
-        RECT both = {};
+        RECT r = control ? RectInParent(control) : RECT{}, both;
         bool inside = r.left >= 0 && r.top >= 0 && r.right <= client.right && r.bottom <= client.bottom &&
                       r.right > r.left && r.bottom > r.top;
         if (!inside) zvtest::Fail(file, line, "control " + std::to_string(id) + " not inside the client area");
