@@ -7,7 +7,7 @@
 
 static const wchar_t kKey[] = L"Software\\Quenta\\Zorvel";
 
-TEST_CASE(App_Registry_EmptyKeyGivesEmptyValues) {
+TEST_CASE(App_Registry_EmptyKeyThenListsPathNumbers) {
     regtest::WipeProgramKey();
     RegistryConfig config;
     config.LoadStartupPaths();
@@ -22,19 +22,15 @@ TEST_CASE(App_Registry_EmptyKeyGivesEmptyValues) {
     CHECK(regtest::KeyExists(kKey));
     CHECK(!regtest::HasValue(kKey, L"ListsPath"));
     CHECK(!regtest::HasValue(kKey, L"InstallPath"));
-}
 
-TEST_CASE(App_Registry_ListsPathNumbers) {
-    regtest::WipeProgramKey();
-    RegistryConfig config;
+    // Lists folder 1 is "ListsPath", the others carry their number.
     config.SetListsPath(1, L"\\One");
     config.SetListsPath(2, L"\\Two");
     CHECK_EQ(regtest::GetString(kKey, L"ListsPath"), std::wstring(L"\\One"));
     CHECK_EQ(regtest::GetString(kKey, L"ListsPath2"), std::wstring(L"\\Two"));
     CHECK(!regtest::HasValue(kKey, L"ListsPath1"));
-    wchar_t out[260];
-    config.GetListsPath(1, out);
-    CHECK_EQ(out, L"\\One");
+    config.GetListsPath(1, lists);
+    CHECK_EQ(lists, L"\\One");
 
     // A value too long for the 260-character buffer reads as the default.
     regtest::SetString(kKey, L"TemplatePath", std::wstring(300, L'x').c_str());

@@ -78,10 +78,8 @@ void CheckBytes(const std::vector<unsigned char>& got, const std::vector<unsigne
 // program would load them from its installation folder.
 static HINSTANCE LoadBesideMe(const wchar_t* name) {
     wchar_t path[MAX_PATH];
-    DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
-    while (n > 0 && path[n - 1] != L'\\' && path[n - 1] != L'/') --n;
-    path[n] = 0;
-    wcscat(path, name);
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    wcscpy(wcsrchr(path, L'\\') + 1, name);
     return LoadLibraryW(path);
 }
 

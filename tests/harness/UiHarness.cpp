@@ -5,7 +5,6 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
 #include <deque>
 #include <set>
 
@@ -62,9 +61,7 @@ std::wstring TextOf(HWND hwnd) {
 }
 
 bool IsMessageBox(HWND hwnd) {
-    if (ClassOf(hwnd) != L"#32770") return false;
-    HWND text = GetDlgItem(hwnd, kMessageBoxTextId);
-    return text && ClassOf(text) == L"Static";
+    return ClassOf(hwnd) == L"#32770" && ClassOf(GetDlgItem(hwnd, kMessageBoxTextId)) == L"Static";
 }
 
 std::vector<HWND> ThreadWindows() {
@@ -98,21 +95,16 @@ HWND FrontWindow() {
     });
 }
 
-bool HasButton(HWND box, int id) {
-    HWND b = GetDlgItem(box, id);
-    return b && (GetWindowLongW(b, GWL_STYLE) & WS_VISIBLE);
-}
+// By style: at activation the box is not yet shown.
+bool HasButton(HWND box, int id) { return (GetWindowLongW(GetDlgItem(box, id), GWL_STYLE) & WS_VISIBLE) != 0; }
 
 // The program asks with OK, Yes/No and Yes/No/Cancel boxes only.
 UINT ButtonSet(HWND box) {
-    if (!HasButton(box, IDYES)) return MB_OK;
-    return HasButton(box, IDCANCEL) ? MB_YESNOCANCEL : MB_YESNO;
+    return !HasButton(box, IDYES) ? MB_OK : HasButton(box, IDCANCEL) ? MB_YESNOCANCEL : MB_YESNO;
 }
 
 UINT IconOf(HWND box) {
-    HWND icon = GetDlgItem(box, kMessageBoxIconId);
-    HICON shown = icon ? (HICON)SendMessageW(icon, STM_GETICON, 0, 0) : nullptr;
-    if (!shown) return 0;
+    HICON shown = (HICON)SendDlgItemMessageW(box, kMessageBoxIconId, STM_GETICON, 0, 0);
     const struct { LPCWSTR id; UINT style; } icons[] = {{IDI_EXCLAMATION, MB_ICONEXCLAMATION},
         {IDI_QUESTION, MB_ICONQUESTION}, {IDI_ASTERISK, MB_ICONINFORMATION}, {IDI_HAND, MB_ICONERROR}};
     for (auto& i : icons)
@@ -124,19 +116,18 @@ void AnswerMessageBox(HWND box) {
     if (GetPropW(box, kAnsweredProp)) return;
     SetPropW(box, kAnsweredProp, (HANDLE)1);
     MessageBoxRecord rec{TextOf(GetDlgItem(box, kMessageBoxTextId)), TextOf(box), ButtonSet(box), IconOf(box)};
-    int answer = rec.buttons == MB_OK ? IDOK : IDYES;
+    rec.answer = rec.buttons == MB_OK ? IDOK : IDYES;
     RunState* run = g_harness.run;
     if (run && !run->answers.empty()) {
         int wanted = run->answers.front();
         run->answers.pop_front();
-        if (HasButton(box, wanted)) answer = wanted;
+        if (HasButton(box, wanted)) rec.answer = wanted;
         else
             Report(*run, "scripted answer " + std::to_string(wanted) + " is not a button of the message box " +
                              zvtest::Show(rec.text));
     }
-    rec.answer = answer;
     g_harness.boxes.push_back(rec);
-    PostMessageW(box, WM_COMMAND, MAKEWPARAM(answer, BN_CLICKED), (LPARAM)GetDlgItem(box, answer));
+    PostMessageW(box, WM_COMMAND, MAKEWPARAM(rec.answer, BN_CLICKED), (LPARAM)GetDlgItem(box, rec.answer));
 }
 
 LRESULT CALLBACK CbtHook(int code, WPARAM wParam, LPARAM lParam) {
@@ -264,9 +255,7 @@ void Dlg::Key(UINT vk) {
     PostMessageW(KeyTarget(hwnd), WM_KEYUP, vk, KeyLParam(vk, true));
 }
 void Dlg::Char(wchar_t ch) { PostMessageW(KeyTarget(hwnd), WM_CHAR, ch, 1); }
-void Dlg::Type(const wchar_t* text) {
-    for (const wchar_t* p = text; *p; ++p) Char(*p);
-}
+void Dlg::Type(const wchar_t* text) { while (*text) Char(*text++); }
 void Dlg::SoftKey(SoftKeySide side) { Key(side == Left ? VK_F1 : VK_F2); }
 void Dlg::Back() { Key(VK_ESCAPE); }
 void Dlg::Enter() { Key(VK_RETURN); }
@@ -319,16 +308,14 @@ RECT Dlg::ClientRect(int ctrlId) const {
     return rc;
 }
 
-int Dlg::ListCount(int listId) const { return (int)SendMessageW(Item(listId), LVM_GETITEMCOUNT, 0, 0); }
+int Dlg::ListCount(int listId) const { return ListView_GetItemCount(Item(listId)); }
 std::wstring Dlg::ListText(int listId, int row, int col) const {
     wchar_t buf[1024] = L"";
     ListView_GetItemText(Item(listId), row, col, buf, 1024);
     return buf;
 }
-int Dlg::ListSelectionMark(int listId) const { return (int)SendMessageW(Item(listId), LVM_GETSELECTIONMARK, 0, 0); }
-int Dlg::ListFocused(int listId) const {
-    return (int)SendMessageW(Item(listId), LVM_GETNEXTITEM, (WPARAM)-1, LVNI_FOCUSED);
-}
+int Dlg::ListSelectionMark(int listId) const { return ListView_GetSelectionMark(Item(listId)); }
+int Dlg::ListFocused(int listId) const { return ListView_GetNextItem(Item(listId), -1, LVNI_FOCUSED); }
 
 HWND Dlg::MenuBar() const { return FindSoftKeyBar(hwnd); }
 

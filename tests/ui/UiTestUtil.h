@@ -2,11 +2,6 @@
 // device paths on drive C:, scratch files and folders, and where a control
 // sits in its dialog.
 #pragma once
-#include <windows.h>
-
-#include <string>
-#include <vector>
-
 #include "base/AppGlobals.h"
 #include "platform/ScreenScale.h"
 #include "tests/core/test_doc_util.h"
