@@ -65,24 +65,22 @@ TEST_CASE(App_Startup_CommandLineAndLanguage) {
     CHECK(!LanguageUsesDottedDates(L""));
 }
 
-// Starting at one density and then at the other finds the fitting image
-// module each time: neither start removes the other module.
-TEST_CASE(App_Startup_BothImageModulesSurviveDensityChanges) {
-    std::wstring install = doctest::ScratchDir(L"image-modules");
+// What starts leave in the folders: both image modules whatever the density,
+// and of each sample file the copy that fits the screen.
+TEST_CASE(App_Startup_FilesLeftInPlace) {
+    std::wstring dir = doctest::ScratchDir(L"start"), folder = dir + L"\\", plain = folder + L"Goals.zvt";
+    // Starting at one density and then at the other finds the fitting image
+    // module each time: neither start removes the other module.
     const wchar_t* modules[] = {L"ZVLowDpiRes.dll", L"ZVHighDpiRes.dll"};
     for (const wchar_t* name : modules)
-        CHECK(CopyFileW((uitest::BinFolder() + name).c_str(), (install + L"\\" + name).c_str(), FALSE));
+        CHECK(CopyFileW((uitest::BinFolder() + name).c_str(), (folder + name).c_str(), FALSE));
     for (bool low : {true, false, true}) {
-        HMODULE module = LoadImageModule(install.c_str(), low);
+        HMODULE module = LoadImageModule(dir.c_str(), low);
         CHECK(module != nullptr);
         if (module) FreeLibrary(module);
     }
-    for (const wchar_t* name : modules) CHECK(doctest::FileExists(install + L"\\" + name));
-    doctest::RemoveTree(install);
-}
+    for (const wchar_t* name : modules) CHECK(doctest::FileExists(folder + name));
 
-TEST_CASE(App_Startup_SampleFiles) {
-    std::wstring folder = doctest::ScratchDir(L"samples") + L"\\", plain = folder + L"Goals.zvt";
     auto write = [](const std::wstring& path, std::string s) { doctest::WriteBytes(path, {s.begin(), s.end()}); };
     // Each start finds both copies (a first install or a reinstall) and keeps
     // the one that fits the screen, unless the user already has the file.

@@ -4,6 +4,7 @@
 #pragma once
 #include "base/AppGlobals.h"
 #include "platform/ScreenScale.h"
+#include "tests/app/RegistryTestUtil.h"
 #include "tests/core/test_doc_util.h"
 #include "tests/framework/ZvTest.h"
 #include "tests/harness/UiHarness.h"
@@ -13,9 +14,8 @@ namespace uitest {
 // The folder the test program runs from, with its trailing "\".
 inline std::wstring BinFolder() {
     wchar_t path[MAX_PATH];
-    DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
-    while (n > 0 && path[n - 1] != L'\\') --n;
-    return std::wstring(path, n);
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    return std::wstring(path, wcsrchr(path, L'\\') + 1);
 }
 
 // Start-up replaces the process-wide modules and the main window frees them
@@ -40,14 +40,10 @@ inline void Install(const std::wstring& install, const std::wstring& lists, cons
     for (const wchar_t* name : {L"LangEng.dll", L"ZVLowDpiRes.dll", L"ZVHighDpiRes.dll"})
         CopyFileW((BinFolder() + name).c_str(), (install + L"\\" + name).c_str(), FALSE);
     RegDeleteTreeW(HKEY_CURRENT_USER, kProgramKey);
-    auto set = [](const wchar_t* name, const std::wstring& text) {
-        RegSetKeyValueW(HKEY_CURRENT_USER, kProgramKey, name, REG_SZ, text.c_str(),
-                        DWORD((text.size() + 1) * sizeof(wchar_t)));
-    };
-    set(L"InstallPath", install);
-    set(L"ListsPath", lists);
-    set(L"TemplatePath", install + L"\\Templates");
-    set(L"SelectedLangResFile", install + L"\\" + languageModule);
+    regtest::SetString(kProgramKey, L"InstallPath", install.c_str());
+    regtest::SetString(kProgramKey, L"ListsPath", lists.c_str());
+    regtest::SetString(kProgramKey, L"TemplatePath", (install + L"\\Templates").c_str());
+    regtest::SetString(kProgramKey, L"SelectedLangResFile", (install + L"\\" + languageModule).c_str());
 }
 
 // A screen density for the life of a test; the old one comes back after.
