@@ -83,10 +83,8 @@ inline void ControlsFit(HWND dlg, const std::vector<int>& ids, const char* file,
     CHECK_EQ_AT(client.right + scroll, (LONG)ScaleX(240), file, line);
     std::vector<RECT> rects;
     for (int id : ids) {
-        HWND control = GetDlgItem(dlg, id);
-        RECT r = control ? RectInParent(control) : RECT{}, both;
-        bool inside = r.left >= 0 && r.top >= 0 && r.right <= client.right && r.bottom <= client.bottom &&
-                      r.right > r.left && r.bottom > r.top;
+        RECT r = RectInParent(GetDlgItem(dlg, id)), both;  // empty for a missing control
+        bool inside = IntersectRect(&both, &r, &client) && EqualRect(&both, &r);
         if (!inside) zvtest::Fail(file, line, "control " + std::to_string(id) + " not inside the client area");
         for (const RECT& other : rects)
             if (IntersectRect(&both, &r, &other))
