@@ -131,14 +131,9 @@ inline void CheckMessage(const DocMessage& got, UINT textId, UINT captionId, UIN
 // Field records for tests.
 inline FieldDef MakeField(const wchar_t* name, int type, const wchar_t* defaultText = L"", int defaultChoice = 0,
                           int width = 0, int dateMode = 0, int timeMode = 0) {
-    FieldDef f;
+    FieldDef f{{}, FieldType(type), {}, defaultChoice, width, dateMode, timeMode};
     f.SetName(name);
-    f.type = FieldType(type);
     f.SetDefaultText(defaultText);
-    f.defaultChoice = defaultChoice;
-    f.columnWidth = width;
-    f.dateDefaultMode = dateMode;
-    f.timeDefaultMode = timeMode;
     return f;
 }
 

@@ -96,12 +96,9 @@ int wmain(int argc, wchar_t** argv) {
     SetCurrentDirectoryW(L"C:\\");
     int run = 0, failedCases = 0;
     for (const zvtest::Case& c : zvtest::Registry()) {
+        std::wstring name(c.name, c.name + std::strlen(c.name));
         bool wanted = argc < 2;
-        for (int i = 1; i < argc; ++i) {
-            char prefix[256];
-            WideCharToMultiByte(CP_UTF8, 0, argv[i], -1, prefix, sizeof prefix, nullptr, nullptr);
-            if (std::strncmp(c.name, prefix, std::strlen(prefix)) == 0) wanted = true;
-        }
+        for (int i = 1; i < argc; ++i) wanted |= name.compare(0, wcslen(argv[i]), argv[i]) == 0;
         if (!wanted) continue;
         zvtest::g_current = c.name;
         int before = zvtest::g_failures;

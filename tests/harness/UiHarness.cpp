@@ -26,10 +26,9 @@ struct RunState {
     int line = 0;
     bool modeless = false;        // RunWindow: done when every step ran and the queue is idle
     size_t next = 0;              // index of the next step
-    DWORD phaseStart = 0;         // when the current wait began
+    DWORD phaseStart = 0;         // when the current wait (or the abort) began
     bool finished = false;        // every step ran (RunWindow: and the queue was idle)
     bool aborting = false;        // closing what the run left open
-    DWORD abortStart = 0;
     std::set<HWND> before{};      // top-level windows that existed before the run
     std::deque<int> answers{};
     bool inTick = false;
@@ -147,14 +146,14 @@ std::vector<HWND> WindowsOfRun(const RunState& run) {
 void StartAbort(RunState& run, const std::string& why) {
     Report(run, why);
     run.aborting = true;
-    run.abortStart = GetTickCount();
+    run.phaseStart = GetTickCount();
     EndMenu();
     for (HWND w : WindowsOfRun(run)) PostMessageW(w, WM_COMMAND, MAKEWPARAM(IDCANCEL, 0), 0);
 }
 
 // After the grace time, whatever the run opened is ended by force.
 void ContinueAbort(RunState& run) {
-    if (GetTickCount() - run.abortStart < kCloseGraceMs) return;
+    if (GetTickCount() - run.phaseStart < kCloseGraceMs) return;
     EndMenu();
     for (HWND w : WindowsOfRun(run)) {
         if (ClassOf(w) == L"#32770") EndDialog(w, -1);
@@ -182,8 +181,7 @@ void Tick(RunState& run) {
                                 " ms after the last step; closed by the harness");
         return;
     }
-    Dlg d;
-    d.hwnd = FrontWindow();
+    Dlg d{FrontWindow()};
     Script::Entry& step = script.steps[run.next];
     if (!d.hwnd || (step.until && !step.until(d))) {
         if (now - run.phaseStart > script.timeoutMs)
