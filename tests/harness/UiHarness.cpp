@@ -63,15 +63,11 @@ bool IsMessageBox(HWND hwnd) {
     return ClassOf(hwnd) == L"#32770" && ClassOf(GetDlgItem(hwnd, kMessageBoxTextId)) == L"Static";
 }
 
+// The thread's top-level windows, topmost first.
 std::vector<HWND> ThreadWindows() {
     std::vector<HWND> out;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND hwnd, LPARAM lp) -> BOOL {
-            ((std::vector<HWND>*)lp)->push_back(hwnd);
-            return TRUE;
-        },
-        (LPARAM)&out);
+    for (HWND w = GetTopWindow(nullptr); w; w = GetWindow(w, GW_HWNDNEXT))
+        if (GetWindowThreadProcessId(w, nullptr) == GetCurrentThreadId()) out.push_back(w);
     return out;
 }
 
