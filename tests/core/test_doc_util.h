@@ -2,12 +2,6 @@
 // layouts independently of the writer under test, dates, scratch files, and a
 // check of the messages the document code returns.
 #pragma once
-#include <windows.h>
-
-#include <cstdint>
-#include <string>
-#include <vector>
-
 #include "document/DocMessages.h"
 #include "document/ListDocument.h"
 #include "tests/framework/ZvTest.h"
