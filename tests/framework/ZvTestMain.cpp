@@ -46,12 +46,9 @@ std::string Show(unsigned long long v) {
 }
 std::string Show(double v) { return std::to_string(v); }
 std::string ShowBytes(const std::vector<unsigned char>& bytes) {
+    static const char hex[] = "0123456789ABCDEF";
     std::string out;
-    char buf[4];
-    for (size_t i = 0; i < bytes.size() && i < 64; ++i) {
-        std::snprintf(buf, sizeof buf, "%02X ", bytes[i]);
-        out += buf;
-    }
+    for (size_t i = 0; i < bytes.size() && i < 64; ++i) out += {hex[bytes[i] >> 4], hex[bytes[i] & 15], ' '};
     if (bytes.size() > 64) out += "...";
     return out;
 }
