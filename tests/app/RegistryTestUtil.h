@@ -8,11 +8,9 @@
 namespace regtest {
 
 inline void WipeProgramKey() {
-    RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Quenta\\Zorvel");
-    RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Classes\\.zvl");
-    RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Classes\\.zvt");
-    RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Classes\\listfile");
-    RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Classes\\templatefile");
+    for (const wchar_t* key : {L"Software\\Quenta\\Zorvel", L"Software\\Classes\\.zvl", L"Software\\Classes\\.zvt",
+                               L"Software\\Classes\\listfile", L"Software\\Classes\\templatefile"})
+        RegDeleteTreeW(HKEY_CURRENT_USER, key);
 }
 
 inline bool KeyExists(const wchar_t* path) {

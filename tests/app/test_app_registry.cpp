@@ -7,36 +7,30 @@
 
 static const wchar_t kKey[] = L"Software\\Quenta\\Zorvel";
 
-TEST_CASE(App_Registry_EmptyKeyGivesEmptyValues) {
+TEST_CASE(App_Registry_EmptyKeyThenListsPathNumbers) {
     regtest::WipeProgramKey();
     RegistryConfig config;
     config.LoadStartupPaths();
     CHECK_EQ(config.installPath.Text(), L"");
     CHECK_EQ(config.value.Text(), L"");
-    wchar_t out[260] = L"junk";
-    config.GetListsPath(1, out);
-    CHECK_EQ(out, L"");
-    config.GetTemplatePath(out);
-    CHECK_EQ(out, L"");
-    config.GetLanguageModulePath(out);
-    CHECK_EQ(out, L"");
+    wchar_t lists[260] = L"junk", templates[260] = L"junk", language[260] = L"junk";
+    config.GetListsPath(1, lists);
+    config.GetTemplatePath(templates);
+    config.GetLanguageModulePath(language);
+    for (const wchar_t* out : {lists, templates, language}) CHECK_EQ(out, L"");
     // Reading created the key but wrote nothing into it.
     CHECK(regtest::KeyExists(kKey));
     CHECK(!regtest::HasValue(kKey, L"ListsPath"));
     CHECK(!regtest::HasValue(kKey, L"InstallPath"));
-}
 
-TEST_CASE(App_Registry_ListsPathNumbers) {
-    regtest::WipeProgramKey();
-    RegistryConfig config;
+    // Lists folder 1 is "ListsPath", the others carry their number.
     config.SetListsPath(1, L"\\One");
     config.SetListsPath(2, L"\\Two");
     CHECK_EQ(regtest::GetString(kKey, L"ListsPath"), std::wstring(L"\\One"));
     CHECK_EQ(regtest::GetString(kKey, L"ListsPath2"), std::wstring(L"\\Two"));
     CHECK(!regtest::HasValue(kKey, L"ListsPath1"));
-    wchar_t out[260];
-    config.GetListsPath(1, out);
-    CHECK_EQ(out, L"\\One");
+    config.GetListsPath(1, lists);
+    CHECK_EQ(lists, L"\\One");
 
     // A value too long for the 260-character buffer reads as the default.
     regtest::SetString(kKey, L"TemplatePath", std::wstring(300, L'x').c_str());
@@ -44,29 +38,24 @@ TEST_CASE(App_Registry_ListsPathNumbers) {
     CHECK_EQ(config.value.Text(), L"dflt");
 }
 
-TEST_CASE(App_Registry_EnsureTrailingBackslash) {
-    wchar_t a[260] = L"\\My Documents\\Lists";
-    EnsureTrailingBackslash(a);
-    CHECK_EQ(a, L"\\My Documents\\Lists\\");
-    wchar_t b[260] = L"\\Storage Card\\";
-    EnsureTrailingBackslash(b);
-    CHECK_EQ(b, L"\\Storage Card\\");
-    wchar_t c[260] = L"";
-    EnsureTrailingBackslash(c);
-    CHECK_EQ(c, L"");
-}
-
-TEST_CASE(App_Registry_RotationKeepsDuplicates) {
+// Old values gain a trailing "\" as they move down; the new one is written as given.
+TEST_CASE(App_Registry_RotationAndTrailingBackslash) {
     regtest::WipeProgramKey();
-    RotateListsPaths(L"\\A");
-    RotateListsPaths(L"\\B");
-    RotateListsPaths(L"\\A");
-    // The old values gain a trailing "\" as they move down; the new one is written as given.
+    for (const wchar_t* folder : {L"\\A", L"\\B", L"\\A"}) RotateListsPaths(folder);
     CHECK_EQ(regtest::GetString(kKey, L"ListsPath"), std::wstring(L"\\A"));
     CHECK_EQ(regtest::GetString(kKey, L"ListsPath2"), std::wstring(L"\\B\\"));
     CHECK_EQ(regtest::GetString(kKey, L"ListsPath3"), std::wstring(L"\\A\\"));
     RotateListsPaths(L"\\C");
     CHECK_EQ(regtest::GetString(kKey, L"ListsPath3"), std::wstring(L"\\B\\"));
+
+    const struct { const wchar_t *in, *out; } paths[] = {
+        {L"\\My Documents\\Lists", L"\\My Documents\\Lists\\"}, {L"\\Storage Card\\", L"\\Storage Card\\"}, {L"", L""}};
+    for (const auto& p : paths) {
+        wchar_t path[260];
+        wcscpy(path, p.in);
+        EnsureTrailingBackslash(path);
+        CHECK_EQ(path, p.out);
+    }
 }
 
 // Written at every start: the same keys each time, with the program's full

@@ -6,6 +6,7 @@
 static const wchar_t kRoot[] = L"Software\\Quenta\\Zorvel";
 static const wchar_t kGeneral[] = L"Software\\Quenta\\Zorvel\\General";
 static const wchar_t kColors[] = L"Software\\Quenta\\Zorvel\\Colors";
+static const wchar_t kTemplates[] = L"Software\\Quenta\\Zorvel\\Templates";
 
 TEST_CASE(App_Settings_DefaultsOnEmptyRegistry) {
     regtest::WipeProgramKey();
@@ -22,21 +23,20 @@ TEST_CASE(App_Settings_DefaultsOnEmptyRegistry) {
     CHECK(regtest::KeyExists(kRoot));
     CHECK(regtest::KeyExists(kGeneral));
     CHECK(regtest::KeyExists(kColors));
-    CHECK(!regtest::KeyExists(L"Software\\Quenta\\Zorvel\\Templates"));
-}
-
-TEST_CASE(App_Settings_IconsFolderFollowsInstallPath) {
-    regtest::WipeProgramKey();
+    CHECK(!regtest::KeyExists(kTemplates));
+    // The icons folder follows the installation folder.
     regtest::SetString(kRoot, L"InstallPath", L"\\Storage Card\\App");
-    CAppSettings s;
     s.LoadSettings();
     CHECK_EQ(s.IconsFolder.value.c_str(), L"\\Storage Card\\App\\Icons\\");
 }
 
 TEST_CASE(App_Settings_SaveWritesOnlyChangesAndDeletesDefaults) {
     regtest::WipeProgramKey();
+    regtest::SetDword(kGeneral, L"ListViewText", 0x123456);
     CAppSettings s;
     s.LoadSettings();
+    // A setting never Set is not written even if its value vanished meanwhile.
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, kGeneral, L"ListViewText");
     s.FontSize.Set(14);
     s.ListViewBack.Set(0x0080FF);
     s.FontFace.Set(L"Tahoma");
@@ -50,7 +50,7 @@ TEST_CASE(App_Settings_SaveWritesOnlyChangesAndDeletesDefaults) {
     CHECK(!regtest::HasValue(kGeneral, L"ListViewText"));
     CHECK(!regtest::HasValue(kRoot, L"TemplatePath"));
     CHECK(!regtest::HasValue(kRoot, L"InstallPath"));
-    CHECK(regtest::KeyExists(L"Software\\Quenta\\Zorvel\\Templates"));
+    CHECK(regtest::KeyExists(kTemplates));
 
     // Set back to its default and confirmed: the value is deleted, not stored.
     CAppSettings t;
@@ -63,28 +63,19 @@ TEST_CASE(App_Settings_SaveWritesOnlyChangesAndDeletesDefaults) {
     CHECK(!regtest::HasValue(kGeneral, L"FontSize"));
     CHECK(!regtest::HasValue(kGeneral, L"FontFace"));
     CHECK_EQ(regtest::GetDword(kGeneral, L"ListViewBack"), 0x0080FFu);
-}
 
-TEST_CASE(App_Settings_DirtyRules) {
-    regtest::WipeProgramKey();
-    CAppSettings s;
-    s.LoadSettings();
-    s.FontSize.Set(12);  // equal to the old value: still dirty
-    CHECK_EQ(s.FontSize.dirty, 1);
-    s.SaveSettings();
-    CHECK_EQ(s.FontSize.dirty, 1);  // saving never clears it
-
-    // A setting never Set is not written even if its value vanished meanwhile.
-    regtest::SetDword(kGeneral, L"ListViewText", 0x123456);
-    CAppSettings t;
-    t.LoadSettings();
-    RegDeleteKeyValueW(HKEY_CURRENT_USER, kGeneral, L"ListViewText");
-    t.SaveSettings();
-    CHECK(!regtest::HasValue(kGeneral, L"ListViewText"));
-
-    // Loading again throws away an unsaved change.
+    // Loading again throws an unsaved change away.
     t.ListViewText.Set(0x00FF00);
     t.LoadSettings();
     CHECK_EQ(t.ListViewText.value, DefaultColor);
-    CHECK_EQ(t.ListViewText.dirty, 0);
+    // A setting Set to the value it has is saved all the same, at every save;
+    // one Set before the last load is not saved.
+    t.FontSize.Set(12);
+    for (int save = 0; save < 2; ++save) {
+        regtest::SetDword(kGeneral, L"FontSize", 16);
+        regtest::SetDword(kGeneral, L"ListViewText", 0x123456);
+        t.SaveSettings();
+        CHECK(!regtest::HasValue(kGeneral, L"FontSize"));
+        CHECK_EQ(regtest::GetDword(kGeneral, L"ListViewText"), 0x123456u);
+    }
 }

@@ -2,12 +2,6 @@
 // layouts independently of the writer under test, dates, scratch files, and a
 // check of the messages the document code returns.
 #pragma once
-#include <windows.h>
-
-#include <cstdint>
-#include <string>
-#include <vector>
-
 #include "document/DocMessages.h"
 #include "document/ListDocument.h"
 #include "tests/framework/ZvTest.h"
@@ -59,13 +53,7 @@ inline Bytes FieldChunks(const std::wstring& name, int type, int width, const wc
 }
 
 inline SYSTEMTIME MakeTime(int y, int mo, int d, int h = 0, int mi = 0) {
-    SYSTEMTIME t = {};
-    t.wYear = (WORD)y;
-    t.wMonth = (WORD)mo;
-    t.wDay = (WORD)d;
-    t.wHour = (WORD)h;
-    t.wMinute = (WORD)mi;
-    return t;
+    return SYSTEMTIME{WORD(y), WORD(mo), 0, WORD(d), WORD(h), WORD(mi), 0, 0};
 }
 
 // UTF-16LE bytes read back as text, from byte `from` on.
@@ -118,7 +106,14 @@ inline void RemoveTree(std::wstring dir) {
 }
 
 // A folder of its own under the temporary folder, emptied on creation.
-std::wstring ScratchDir(const wchar_t* name);
+inline std::wstring ScratchDir(const wchar_t* name) {
+    wchar_t temp[MAX_PATH];
+    GetTempPathW(MAX_PATH, temp);
+    std::wstring dir = std::wstring(temp) + L"zvdoc_" + name;
+    RemoveTree(dir);
+    CreateDirectoryW(dir.c_str(), nullptr);
+    return dir;
+}
 
 // Checks a returned message against its string IDs and its box style.
 inline void CheckMessage(const DocMessage& got, UINT textId, UINT captionId, UINT style, const char* file, int line) {
@@ -128,7 +123,12 @@ inline void CheckMessage(const DocMessage& got, UINT textId, UINT captionId, UIN
 }
 
 // Field records for tests.
-FieldDef MakeField(const wchar_t* name, int type, const wchar_t* defaultText = L"", int defaultChoice = 0,
-                          int width = 0, int dateMode = 0, int timeMode = 0);
+inline FieldDef MakeField(const wchar_t* name, int type, const wchar_t* defaultText = L"", int defaultChoice = 0,
+                          int width = 0, int dateMode = 0, int timeMode = 0) {
+    FieldDef f{{}, FieldType(type), {}, defaultChoice, width, dateMode, timeMode};
+    f.SetName(name);
+    f.SetDefaultText(defaultText);
+    return f;
+}
 
 }  // namespace doctest

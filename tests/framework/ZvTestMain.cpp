@@ -27,14 +27,11 @@ void Fail(const char* file, int line, const std::string& what) {
 
 std::string Show(const std::wstring& s) {
     std::string out = "\"";
+    char escaped[8];
     for (wchar_t c : s) {
-        if (c >= 32 && c < 127) {
-            out += (char)c;
-        } else {
-            char buf[16];
-            std::snprintf(buf, sizeof buf, "\\u%04X", (unsigned)c);
-            out += buf;
-        }
+        bool plain = c >= 32 && c < 127;
+        if (!plain) std::snprintf(escaped, sizeof escaped, "\\u%04X", (unsigned)c);
+        out += plain ? std::string(1, (char)c) : std::string(escaped);
     }
     return out + "\"";
 }
@@ -49,12 +46,9 @@ std::string Show(unsigned long long v) {
 }
 std::string Show(double v) { return std::to_string(v); }
 std::string ShowBytes(const std::vector<unsigned char>& bytes) {
+    static const char hex[] = "0123456789ABCDEF";
     std::string out;
-    char buf[4];
-    for (size_t i = 0; i < bytes.size() && i < 64; ++i) {
-        std::snprintf(buf, sizeof buf, "%02X ", bytes[i]);
-        out += buf;
-    }
+    for (size_t i = 0; i < bytes.size() && i < 64; ++i) out += {hex[bytes[i] >> 4], hex[bytes[i] & 15], ' '};
     if (bytes.size() > 64) out += "...";
     return out;
 }
@@ -65,11 +59,12 @@ void CheckBytes(const std::vector<unsigned char>& got, const std::vector<unsigne
     while (i < n && got[i] == want[i]) ++i;
     if (i == n && got.size() == want.size()) return;
     size_t from = i > 8 ? i - 8 : 0;
-    std::vector<unsigned char> g(got.begin() + std::min(from, got.size()), got.begin() + std::min(from + 32, got.size()));
-    std::vector<unsigned char> w(want.begin() + std::min(from, want.size()), want.begin() + std::min(from + 32, want.size()));
+    auto around = [from](const std::vector<unsigned char>& b) {
+        return ShowBytes({b.begin() + std::min(from, b.size()), b.begin() + std::min(from + 32, b.size())});
+    };
     Fail(file, line, "bytes differ at offset " + std::to_string(i) + " (sizes " + std::to_string(got.size()) + " and " +
-                         std::to_string(want.size()) + ")\n    got  @" + std::to_string(from) + ": " + ShowBytes(g) +
-                         "\n    want @" + std::to_string(from) + ": " + ShowBytes(w));
+                         std::to_string(want.size()) + ")\n    got  @" + std::to_string(from) + ": " + around(got) +
+                         "\n    want @" + std::to_string(from) + ": " + around(want));
 }
 
 }  // namespace zvtest
@@ -80,10 +75,8 @@ void CheckBytes(const std::vector<unsigned char>& got, const std::vector<unsigne
 // program would load them from its installation folder.
 static HINSTANCE LoadBesideMe(const wchar_t* name) {
     wchar_t path[MAX_PATH];
-    DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
-    while (n > 0 && path[n - 1] != L'\\' && path[n - 1] != L'/') --n;
-    path[n] = 0;
-    wcscat(path, name);
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    wcscpy(wcsrchr(path, L'\\') + 1, name);
     return LoadLibraryW(path);
 }
 
@@ -100,12 +93,9 @@ int wmain(int argc, wchar_t** argv) {
     SetCurrentDirectoryW(L"C:\\");
     int run = 0, failedCases = 0;
     for (const zvtest::Case& c : zvtest::Registry()) {
+        std::wstring name(c.name, c.name + std::strlen(c.name));
         bool wanted = argc < 2;
-        for (int i = 1; i < argc; ++i) {
-            char prefix[256];
-            WideCharToMultiByte(CP_UTF8, 0, argv[i], -1, prefix, sizeof prefix, nullptr, nullptr);
-            if (std::strncmp(c.name, prefix, std::strlen(prefix)) == 0) wanted = true;
-        }
+        for (int i = 1; i < argc; ++i) wanted |= name.compare(0, wcslen(argv[i]), argv[i]) == 0;
         if (!wanted) continue;
         zvtest::g_current = c.name;
         int before = zvtest::g_failures;

@@ -5,7 +5,6 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
 #include <deque>
 #include <set>
 
@@ -25,15 +24,15 @@ struct RunState {
     Script* script = nullptr;
     const char* file = "";
     int line = 0;
+    bool modeless = false;        // RunWindow: done when every step ran and the queue is idle
     size_t next = 0;              // index of the next step
-    DWORD phaseStart = 0;         // when the current wait began
+    DWORD phaseStart = 0;         // when the current wait (or the abort) began
     bool finished = false;        // every step ran (RunWindow: and the queue was idle)
     bool aborting = false;        // closing what the run left open
-    DWORD abortStart = 0;
-    std::set<HWND> before;        // top-level windows that existed before the run
-    std::deque<int> answers;
+    std::set<HWND> before{};      // top-level windows that existed before the run
+    std::deque<int> answers{};
     bool inTick = false;
-    bool modeless = false;
+    UINT_PTR timer = 0;
 };
 
 struct HarnessState {
@@ -43,7 +42,10 @@ struct HarnessState {
     std::vector<std::string> problems;
 } g_harness;
 
-void Report(const RunState& run, const std::string& why);
+void Report(const RunState& run, const std::string& why) {
+    if (run.script->expectProblems) g_harness.problems.push_back(why);
+    else zvtest::Fail(run.file, run.line, why);
+}
 
 std::wstring ClassOf(HWND hwnd) {
     wchar_t buf[64] = L"";
@@ -52,73 +54,54 @@ std::wstring ClassOf(HWND hwnd) {
 }
 
 std::wstring TextOf(HWND hwnd) {
-    if (!hwnd) return L"";
-    int n = GetWindowTextLengthW(hwnd);
-    std::wstring s(n + 1, L'\0');
-    GetWindowTextW(hwnd, &s[0], n + 1);
-    s.resize(wcslen(s.c_str()));
+    std::wstring s(hwnd ? GetWindowTextLengthW(hwnd) + 1 : 1, L'\0');
+    s.resize(hwnd ? GetWindowTextW(hwnd, &s[0], (int)s.size()) : 0);
     return s;
 }
 
 bool IsMessageBox(HWND hwnd) {
-    if (ClassOf(hwnd) != L"#32770") return false;
-    HWND text = GetDlgItem(hwnd, kMessageBoxTextId);
-    return text && ClassOf(text) == L"Static";
+    return ClassOf(hwnd) == L"#32770" && ClassOf(GetDlgItem(hwnd, kMessageBoxTextId)) == L"Static";
 }
 
+// The thread's top-level windows, topmost first.
 std::vector<HWND> ThreadWindows() {
     std::vector<HWND> out;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND hwnd, LPARAM lp) -> BOOL {
-            ((std::vector<HWND>*)lp)->push_back(hwnd);
-            return TRUE;
-        },
-        (LPARAM)&out);
+    for (HWND w = GetTopWindow(nullptr); w; w = GetWindow(w, GW_HWNDNEXT))
+        if (GetWindowThreadProcessId(w, nullptr) == GetCurrentThreadId()) out.push_back(w);
     return out;
 }
 
+template <class Pred> HWND FirstThreadWindow(Pred pred) {
+    for (HWND w : ThreadWindows())
+        if (pred(w)) return w;
+    return nullptr;
+}
+
 bool IsBar(HWND hwnd) { return ClassOf(hwnd) == TOOLBARCLASSNAMEW; }
+bool IsOpenMenu(HWND hwnd) { return IsWindowVisible(hwnd) && ClassOf(hwnd) == L"#32768"; }
 
 // The window steps act on: the active one, else the topmost visible and
 // enabled top-level window of the thread (menus, bars and boxes aside).
 HWND FrontWindow() {
     HWND active = GetActiveWindow();
     if (active && IsWindowVisible(active) && !IsMessageBox(active)) return active;
-    for (HWND w : ThreadWindows()) {
-        if (!IsWindowVisible(w) || !IsWindowEnabled(w) || IsMessageBox(w) || IsBar(w)) continue;
-        if (ClassOf(w) == L"#32768") continue;
-        return w;
-    }
-    return nullptr;
+    return FirstThreadWindow([](HWND w) {
+        return IsWindowVisible(w) && IsWindowEnabled(w) && !IsMessageBox(w) && !IsBar(w) && !IsOpenMenu(w);
+    });
 }
 
-bool MessageBoxUp() {
-    for (HWND w : ThreadWindows())
-        if (IsMessageBox(w)) return true;
-    return false;
-}
-
-bool HasButton(HWND box, int id) {
-    HWND b = GetDlgItem(box, id);
-    return b && (GetWindowLongW(b, GWL_STYLE) & WS_VISIBLE);
-}
+// By style: at activation the box is not yet shown.
+bool HasButton(HWND box, int id) { return (GetWindowLongW(GetDlgItem(box, id), GWL_STYLE) & WS_VISIBLE) != 0; }
 
 // The program asks with OK, Yes/No and Yes/No/Cancel boxes only.
 UINT ButtonSet(HWND box) {
-    if (!HasButton(box, IDYES)) return MB_OK;
-    return HasButton(box, IDCANCEL) ? MB_YESNOCANCEL : MB_YESNO;
+    return !HasButton(box, IDYES) ? MB_OK : HasButton(box, IDCANCEL) ? MB_YESNOCANCEL : MB_YESNO;
 }
 
-
 UINT IconOf(HWND box) {
-    HWND icon = GetDlgItem(box, kMessageBoxIconId);
-    HICON shown = icon ? (HICON)SendMessageW(icon, STM_GETICON, 0, 0) : nullptr;
-    if (!shown) return 0;
-    struct { LPCWSTR id; UINT style; } icons[] = {{IDI_EXCLAMATION, MB_ICONEXCLAMATION},
-                                                  {IDI_QUESTION, MB_ICONQUESTION},
-                                                  {IDI_ASTERISK, MB_ICONINFORMATION},
-                                                  {IDI_HAND, MB_ICONERROR}};
+    HICON shown = (HICON)SendDlgItemMessageW(box, kMessageBoxIconId, STM_GETICON, 0, 0);
+    const struct { LPCWSTR id; UINT style; } icons[] = {{IDI_EXCLAMATION, MB_ICONEXCLAMATION},
+        {IDI_QUESTION, MB_ICONQUESTION}, {IDI_ASTERISK, MB_ICONINFORMATION}, {IDI_HAND, MB_ICONERROR}};
     for (auto& i : icons)
         if (LoadIconW(nullptr, i.id) == shown) return i.style;
     return 0;
@@ -127,33 +110,24 @@ UINT IconOf(HWND box) {
 void AnswerMessageBox(HWND box) {
     if (GetPropW(box, kAnsweredProp)) return;
     SetPropW(box, kAnsweredProp, (HANDLE)1);
-    MessageBoxRecord rec;
-    rec.text = TextOf(GetDlgItem(box, kMessageBoxTextId));
-    rec.caption = TextOf(box);
-    rec.buttons = ButtonSet(box);
-    rec.icon = IconOf(box);
-    int answer = rec.buttons == MB_OK ? IDOK : IDYES;
+    MessageBoxRecord rec{TextOf(GetDlgItem(box, kMessageBoxTextId)), TextOf(box), ButtonSet(box), IconOf(box)};
+    rec.answer = rec.buttons == MB_OK ? IDOK : IDYES;
     RunState* run = g_harness.run;
     if (run && !run->answers.empty()) {
         int wanted = run->answers.front();
         run->answers.pop_front();
-        if (HasButton(box, wanted)) answer = wanted;
+        if (HasButton(box, wanted)) rec.answer = wanted;
         else
             Report(*run, "scripted answer " + std::to_string(wanted) + " is not a button of the message box " +
                              zvtest::Show(rec.text));
     }
-    rec.answer = answer;
     g_harness.boxes.push_back(rec);
-    PostMessageW(box, WM_COMMAND, MAKEWPARAM(answer, BN_CLICKED), (LPARAM)GetDlgItem(box, answer));
+    PostMessageW(box, WM_COMMAND, MAKEWPARAM(rec.answer, BN_CLICKED), (LPARAM)GetDlgItem(box, rec.answer));
 }
 
 LRESULT CALLBACK CbtHook(int code, WPARAM wParam, LPARAM lParam) {
     if (code == HCBT_ACTIVATE && IsMessageBox((HWND)wParam)) AnswerMessageBox((HWND)wParam);
     return CallNextHookEx(g_harness.cbtHook, code, wParam, lParam);
-}
-
-void InstallHooks() {
-    if (!g_harness.cbtHook) g_harness.cbtHook = SetWindowsHookExW(WH_CBT, CbtHook, nullptr, GetCurrentThreadId());
 }
 
 bool QueueBusy() { return HIWORD(GetQueueStatus(QS_POSTMESSAGE | QS_INPUT | QS_SENDMESSAGE)) != 0; }
@@ -165,22 +139,17 @@ std::vector<HWND> WindowsOfRun(const RunState& run) {
     return out;
 }
 
-void Report(const RunState& run, const std::string& why) {
-    if (run.script->expectProblems) g_harness.problems.push_back(why);
-    else zvtest::Fail(run.file, run.line, why);
-}
-
 void StartAbort(RunState& run, const std::string& why) {
     Report(run, why);
     run.aborting = true;
-    run.abortStart = GetTickCount();
+    run.phaseStart = GetTickCount();
     EndMenu();
     for (HWND w : WindowsOfRun(run)) PostMessageW(w, WM_COMMAND, MAKEWPARAM(IDCANCEL, 0), 0);
 }
 
 // After the grace time, whatever the run opened is ended by force.
 void ContinueAbort(RunState& run) {
-    if (GetTickCount() - run.abortStart < kCloseGraceMs) return;
+    if (GetTickCount() - run.phaseStart < kCloseGraceMs) return;
     EndMenu();
     for (HWND w : WindowsOfRun(run)) {
         if (ClassOf(w) == L"#32770") EndDialog(w, -1);
@@ -196,23 +165,19 @@ std::string StepName(const RunState& run, size_t index) {
     return s;
 }
 
-void Tick(RunState& run, bool modeless) {
-    if (run.aborting) {
-        ContinueAbort(run);
-        return;
-    }
-    if (run.finished || MessageBoxUp() || QueueBusy()) return;
+void Tick(RunState& run) {
+    if (run.aborting) return ContinueAbort(run);
+    if (run.finished || FirstThreadWindow(IsMessageBox) || QueueBusy()) return;
     Script& script = *run.script;
     DWORD now = GetTickCount();
     if (run.next >= script.steps.size()) {
-        if (modeless) run.finished = true;
+        if (run.modeless) run.finished = true;
         else if (now - run.phaseStart > script.timeoutMs)
             StartAbort(run, "the dialog did not end within " + std::to_string(script.timeoutMs) +
                                 " ms after the last step; closed by the harness");
         return;
     }
-    Dlg d;
-    d.hwnd = FrontWindow();
+    Dlg d{FrontWindow()};
     Script::Entry& step = script.steps[run.next];
     if (!d.hwnd || (step.until && !step.until(d))) {
         if (now - run.phaseStart > script.timeoutMs)
@@ -225,45 +190,54 @@ void Tick(RunState& run, bool modeless) {
     run.phaseStart = GetTickCount();
 }
 
-// The timer's id says whether the run is modeless (RunWindow).
+// A step that runs a nested message loop gets no tick of its own meanwhile.
 void CALLBACK TimerProc(HWND, UINT, UINT_PTR, DWORD) {
     RunState* run = g_harness.run;
     if (!run || run->inTick) return;
     run->inTick = true;
-    Tick(*run, run->modeless);
+    Tick(*run);
     run->inTick = false;
 }
 
-void BeginRun(RunState& run, Script& script, const char* file, int line) {
-    InstallHooks();
+void BeginRun(RunState& run) {
+    if (!g_harness.cbtHook) g_harness.cbtHook = SetWindowsHookExW(WH_CBT, CbtHook, nullptr, GetCurrentThreadId());
     // A quit request left by an earlier test would end this run's loop at once.
     MSG stale;
     PeekMessageW(&stale, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
-    run.script = &script;
-    run.file = file;
-    run.line = line;
-    run.answers.assign(script.answers.begin(), script.answers.end());
+    run.answers.assign(run.script->answers.begin(), run.script->answers.end());
     run.phaseStart = GetTickCount();
     for (HWND w : ThreadWindows()) run.before.insert(w);
     g_harness.boxes.clear();
     g_harness.problems.clear();
     g_harness.run = &run;
+    run.timer = SetTimer(nullptr, 0, kTickMs, TimerProc);
 }
 
+// Reports what the run left undone, then pumps until the queue is idle. A
+// WM_QUIT met on the way stays for the caller to see; each run starts by
+// dropping one left over from before.
 void EndRun(RunState& run) {
+    KillTimer(nullptr, run.timer);
     g_harness.run = nullptr;
     if (!run.aborting && run.next < run.script->steps.size())
         Report(run, "the window ended before " + StepName(run, run.next) + " ran (" +
                          std::to_string(run.script->steps.size() - run.next) + " step(s) left)");
     if (!run.answers.empty())
         Report(run, std::to_string(run.answers.size()) + " scripted message-box answer(s) were not used");
+    MSG msg, quit = {};
+    for (int i = 0; i < 10000 && PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE); ++i) {
+        if (msg.message == WM_QUIT) quit = msg;
+        else {
+            TranslateMessage(&msg);
+            DispatchMessageW(&msg);
+        }
+    }
+    if (quit.message == WM_QUIT) PostQuitMessage((int)quit.wParam);
 }
 
+// A key's repeat count and scan code; a key up also has its previous-state and transition bits.
 LPARAM KeyLParam(UINT vk, bool up) {
-    UINT scan = MapVirtualKeyW(vk, MAPVK_VK_TO_VSC);
-    LPARAM lp = 1 | ((LPARAM)(scan & 0xFF) << 16);
-    if (up) lp |= (LPARAM)0xC0000000;
-    return lp;
+    return 1 | (LPARAM)(MapVirtualKeyW(vk, MAPVK_VK_TO_VSC) & 0xFF) << 16 | (up ? (LPARAM)0xC0000000 : 0);
 }
 
 }  // namespace
@@ -275,9 +249,7 @@ void Dlg::Key(UINT vk) {
     PostMessageW(KeyTarget(hwnd), WM_KEYUP, vk, KeyLParam(vk, true));
 }
 void Dlg::Char(wchar_t ch) { PostMessageW(KeyTarget(hwnd), WM_CHAR, ch, 1); }
-void Dlg::Type(const wchar_t* text) {
-    for (const wchar_t* p = text; *p; ++p) Char(*p);
-}
+void Dlg::Type(const wchar_t* text) { while (*text) Char(*text++); }
 void Dlg::SoftKey(SoftKeySide side) { Key(side == Left ? VK_F1 : VK_F2); }
 void Dlg::Back() { Key(VK_ESCAPE); }
 void Dlg::Enter() { Key(VK_RETURN); }
@@ -299,10 +271,8 @@ void Dlg::TapCenter(int ctrlId) {
 }
 void Dlg::TapCell(int listId, int row, int col) {
     HWND list = Item(listId);
-    RECT rc = {};
-    rc.top = col;
-    rc.left = LVIR_BOUNDS;
-    if (!SendMessageW(list, LVM_GETSUBITEMRECT, row, (LPARAM)&rc)) return;
+    RECT rc;
+    if (!ListView_GetSubItemRect(list, row, col, LVIR_BOUNDS, &rc)) return;
     if (col == 0) rc.right = rc.left + (int)SendMessageW(list, LVM_GETCOLUMNWIDTH, 0, 0);
     Tap(list, (rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2);
 }
@@ -332,56 +302,33 @@ RECT Dlg::ClientRect(int ctrlId) const {
     return rc;
 }
 
-int Dlg::ListCount(int listId) const { return (int)SendMessageW(Item(listId), LVM_GETITEMCOUNT, 0, 0); }
+int Dlg::ListCount(int listId) const { return ListView_GetItemCount(Item(listId)); }
 std::wstring Dlg::ListText(int listId, int row, int col) const {
     wchar_t buf[1024] = L"";
-    LVITEMW item = {};
-    item.iSubItem = col;
-    item.pszText = buf;
-    item.cchTextMax = 1024;
-    SendMessageW(Item(listId), LVM_GETITEMTEXTW, row, (LPARAM)&item);
+    ListView_GetItemText(Item(listId), row, col, buf, 1024);
     return buf;
 }
-int Dlg::ListSelectionMark(int listId) const { return (int)SendMessageW(Item(listId), LVM_GETSELECTIONMARK, 0, 0); }
-int Dlg::ListFocused(int listId) const {
-    return (int)SendMessageW(Item(listId), LVM_GETNEXTITEM, (WPARAM)-1, LVNI_FOCUSED);
-}
+int Dlg::ListSelectionMark(int listId) const { return ListView_GetSelectionMark(Item(listId)); }
+int Dlg::ListFocused(int listId) const { return ListView_GetNextItem(Item(listId), -1, LVNI_FOCUSED); }
 
 HWND Dlg::MenuBar() const { return FindSoftKeyBar(hwnd); }
 
-static int ButtonIndex(HWND bar, SoftKeySide side) {
+// The bar's first or last button; its data is the popup menu it opens.
+static TBBUTTON SoftKeyButton(HWND bar, SoftKeySide side) {
+    TBBUTTON button = {};
     int count = (int)SendMessageW(bar, TB_BUTTONCOUNT, 0, 0);
-    if (count <= 0) return -1;
-    return side == Left ? 0 : count - 1;
+    if (count > 0) SendMessageW(bar, TB_GETBUTTON, side == Left ? 0 : count - 1, (LPARAM)&button);
+    return button;
 }
 
-int Dlg::SoftKeyCommand(SoftKeySide side) const {
-    HWND bar = MenuBar();
-    TBBUTTON button = {};
-    int index = ButtonIndex(bar, side);
-    if (index < 0 || !SendMessageW(bar, TB_GETBUTTON, index, (LPARAM)&button)) return 0;
-    return button.idCommand;
-}
+int Dlg::SoftKeyCommand(SoftKeySide side) const { return SoftKeyButton(MenuBar(), side).idCommand; }
 std::wstring Dlg::SoftKeyText(SoftKeySide side) const {
     wchar_t buf[256] = L"";
     if (int id = SoftKeyCommand(side)) SendMessageW(MenuBar(), TB_GETBUTTONTEXTW, id, (LPARAM)buf);
     return buf;
 }
-HMENU Dlg::SoftKeyMenu(SoftKeySide side) const {
-    HWND bar = MenuBar();
-    int index = ButtonIndex(bar, side);
-    if (index < 0) return nullptr;
-    TBBUTTONINFOW info = {};
-    info.cbSize = sizeof info;
-    info.dwMask = TBIF_BYINDEX | TBIF_LPARAM;
-    if (SendMessageW(bar, TB_GETBUTTONINFOW, index, (LPARAM)&info) < 0) return nullptr;
-    return (HMENU)info.lParam;
-}
-bool Dlg::MenuOpen() const {
-    for (HWND w : ThreadWindows())
-        if (IsWindowVisible(w) && ClassOf(w) == L"#32768") return true;
-    return false;
-}
+HMENU Dlg::SoftKeyMenu(SoftKeySide side) const { return (HMENU)SoftKeyButton(MenuBar(), side).dwData; }
+bool Dlg::MenuOpen() const { return FirstThreadWindow(IsOpenMenu) != nullptr; }
 std::vector<std::wstring> Dlg::MenuTexts(HMENU menu) {
     std::vector<std::wstring> out;
     int count = menu ? GetMenuItemCount(menu) : 0;
@@ -389,10 +336,9 @@ std::vector<std::wstring> Dlg::MenuTexts(HMENU menu) {
         wchar_t buf[512] = L"";
         MENUITEMINFOW mii = {};
         mii.cbSize = sizeof mii;
-        mii.fMask = MIIM_FTYPE | MIIM_STRING;
-        mii.dwTypeData = buf;
-        mii.cch = 511;
+        mii.fMask = MIIM_FTYPE;
         GetMenuItemInfoW(menu, pos, TRUE, &mii);
+        GetMenuStringW(menu, pos, buf, 512, MF_BYPOSITION);
         out.push_back((mii.fType & MFT_SEPARATOR) ? std::wstring(L"-") : std::wstring(buf));
     }
     return out;
@@ -431,41 +377,17 @@ Script& Script::ExpectProblems() {
     return *this;
 }
 
-// Pumps until the queue is idle. A WM_QUIT met on the way stays for the
-// caller to see; each run starts by dropping one left over from before.
-static void Pump() {
-    InstallHooks();
-    MSG msg;
-    bool quit = false;
-    int quitCode = 0;
-    for (int i = 0; i < 10000 && PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE); ++i) {
-        if (msg.message == WM_QUIT) {
-            quit = true;
-            quitCode = (int)msg.wParam;
-            continue;
-        }
-        TranslateMessage(&msg);
-        DispatchMessageW(&msg);
-    }
-    if (quit) PostQuitMessage(quitCode);
-}
-
 INT_PTR RunModal(Script& script, const std::function<INT_PTR()>& open, const char* file, int line) {
-    RunState run;
-    BeginRun(run, script, file, line);
-    UINT_PTR timer = SetTimer(nullptr, 0, kTickMs, TimerProc);
+    RunState run{&script, file, line, false};
+    BeginRun(run);
     INT_PTR result = open();
-    KillTimer(nullptr, timer);
     EndRun(run);
-    Pump();
     return result;
 }
 
 bool RunWindow(Script& script, HWND hwnd, const char* file, int line) {
-    RunState run;
-    BeginRun(run, script, file, line);
-    run.modeless = true;
-    UINT_PTR timer = SetTimer(nullptr, 0, kTickMs, TimerProc);
+    RunState run{&script, file, line, true};
+    BeginRun(run);
     DWORD start = GetTickCount();
     DWORD limit = script.timeoutMs * (DWORD)(script.steps.size() + 1);
     MSG msg;
@@ -477,9 +399,7 @@ bool RunWindow(Script& script, HWND hwnd, const char* file, int line) {
         TranslateMessage(&msg);
         DispatchMessageW(&msg);
     }
-    KillTimer(nullptr, timer);
     EndRun(run);
-    Pump();
     return IsWindow(hwnd) != FALSE;
 }
 

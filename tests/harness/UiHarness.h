@@ -89,7 +89,6 @@ class Script {
 public:
     using StepFn = std::function<void(Dlg&)>;
 
-    // A step that runs once.
     Script& Step(StepFn fn);
     // A step that waits until a visible window of this class (and title, if
     // given) is in front; later steps act on it. Fails after the timeout.

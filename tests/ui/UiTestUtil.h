@@ -2,13 +2,9 @@
 // device paths on drive C:, scratch files and folders, and where a control
 // sits in its dialog.
 #pragma once
-#include <windows.h>
-
-#include <string>
-#include <vector>
-
 #include "base/AppGlobals.h"
 #include "platform/ScreenScale.h"
+#include "tests/app/RegistryTestUtil.h"
 #include "tests/core/test_doc_util.h"
 #include "tests/framework/ZvTest.h"
 #include "tests/harness/UiHarness.h"
@@ -18,9 +14,8 @@ namespace uitest {
 // The folder the test program runs from, with its trailing "\".
 inline std::wstring BinFolder() {
     wchar_t path[MAX_PATH];
-    DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
-    while (n > 0 && path[n - 1] != L'\\') --n;
-    return std::wstring(path, n);
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    return std::wstring(path, wcsrchr(path, L'\\') + 1);
 }
 
 // Start-up replaces the process-wide modules and the main window frees them
@@ -31,8 +26,7 @@ struct ModulesScope {
         hLangModule = lang;
         hImageModule = image;
         MSG msg;
-        while (PeekMessageW(&msg, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
-        }
+        while (PeekMessageW(&msg, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) continue;
     }
 };
 
@@ -46,41 +40,27 @@ inline void Install(const std::wstring& install, const std::wstring& lists, cons
     for (const wchar_t* name : {L"LangEng.dll", L"ZVLowDpiRes.dll", L"ZVHighDpiRes.dll"})
         CopyFileW((BinFolder() + name).c_str(), (install + L"\\" + name).c_str(), FALSE);
     RegDeleteTreeW(HKEY_CURRENT_USER, kProgramKey);
-    auto set = [](const wchar_t* name, const std::wstring& text) {
-        RegSetKeyValueW(HKEY_CURRENT_USER, kProgramKey, name, REG_SZ, text.c_str(),
-                        DWORD((text.size() + 1) * sizeof(wchar_t)));
-    };
-    set(L"InstallPath", install);
-    set(L"ListsPath", lists);
-    set(L"TemplatePath", install + L"\\Templates");
-    set(L"SelectedLangResFile", install + L"\\" + languageModule);
+    regtest::SetString(kProgramKey, L"InstallPath", install.c_str());
+    regtest::SetString(kProgramKey, L"ListsPath", lists.c_str());
+    regtest::SetString(kProgramKey, L"TemplatePath", (install + L"\\Templates").c_str());
+    regtest::SetString(kProgramKey, L"SelectedLangResFile", (install + L"\\" + languageModule).c_str());
 }
 
 // A screen density for the life of a test; the old one comes back after.
-class DensityScope {
-public:
-    explicit DensityScope(int dpi) : m_x(ScreenDpiX()), m_y(ScreenDpiY()) { SetScreenDensity(dpi, dpi); }
-    ~DensityScope() { SetScreenDensity(m_x, m_y); }
-    DensityScope(const DensityScope&) = delete;
-    DensityScope& operator=(const DensityScope&) = delete;
-
-private:
-    int m_x, m_y;
+struct DensityScope {
+    int oldX = ScreenDpiX(), oldY = ScreenDpiY();
+    explicit DensityScope(int dpi) { SetScreenDensity(dpi, dpi); }
+    ~DensityScope() { SetScreenDensity(oldX, oldY); }
 };
 
 // Device paths are rooted on the current drive; the tests make theirs on C:.
-class OnDriveC {
-public:
+struct OnDriveC {
+    wchar_t saved[MAX_PATH] = {};
     OnDriveC() {
-        GetCurrentDirectoryW(MAX_PATH, m_saved);
+        GetCurrentDirectoryW(MAX_PATH, saved);
         SetCurrentDirectoryW(L"C:\\");
     }
-    ~OnDriveC() { SetCurrentDirectoryW(m_saved); }
-    OnDriveC(const OnDriveC&) = delete;
-    OnDriveC& operator=(const OnDriveC&) = delete;
-
-private:
-    wchar_t m_saved[MAX_PATH] = {};
+    ~OnDriveC() { SetCurrentDirectoryW(saved); }
 };
 
 using doctest::RemoveTree;
@@ -103,11 +83,8 @@ inline void ControlsFit(HWND dlg, const std::vector<int>& ids, const char* file,
     CHECK_EQ_AT(client.right + scroll, (LONG)ScaleX(240), file, line);
     std::vector<RECT> rects;
     for (int id : ids) {
-        HWND control = GetDlgItem(dlg, id);
-        RECT r = control ? RectInParent(control) : RECT{};
-        RECT both = {};
-        bool inside = r.left >= 0 && r.top >= 0 && r.right <= client.right && r.bottom <= client.bottom &&
-                      r.right > r.left && r.bottom > r.top;
+        RECT r = RectInParent(GetDlgItem(dlg, id)), both;  // empty for a missing control
+        bool inside = IntersectRect(&both, &r, &client) && EqualRect(&both, &r);
         if (!inside) zvtest::Fail(file, line, "control " + std::to_string(id) + " not inside the client area");
         for (const RECT& other : rects)
             if (IntersectRect(&both, &r, &other))
