@@ -27,28 +27,43 @@ namespace {
 constexpr int kList = kListViewControlId;
 using Texts = std::vector<std::wstring>;
 
-// A shopping check list: Done (check), Item (text), Qty (number),
-// Got (a second check column).
-ListContent Grocery() {
-    ListContent content;
-    content.fields = {Field(L"Done", 6, 30), Field(L"Item", 3, 90), Field(L"Qty", 5, 40), Field(L"Got", 6, 30)};
-    content.items = {
-        {{Choice(0), Txt(L"milk"), Txt(L"2"), Choice(0)}},
-        {{Choice(1), Txt(L"Bread"), Txt(L"10"), Choice(0)}},
-        {{Choice(0), Txt(L"apples"), Txt(L"1.5"), Choice(1)}},
-    };
-    return content;
-}
-
-std::wstring WriteList(const std::wstring& name, const ListContent& content) {
-    std::wstring path = TestFolder() + name;
-    WriteBytes(path, ListBytes(content));
-    return path;
-}
-
-#define RUN_LIST(s, path, req) RunList(s, path, req, __FILE__, __LINE__)
-
 HWND Header(ui::Dlg& d) { return (HWND)SendMessageW(d.Item(kList), LVM_GETHEADER, 0, 0); }
+int ColumnWidth(ui::Dlg& d, int col) { return (int)SendMessageW(d.Item(kList), LVM_GETCOLUMNWIDTH, col, 0); }
+
+// Header item `column` with its text (up to 15 characters) in `text`.
+HDITEMW HeaderItem(ui::Dlg& d, int column, wchar_t (&text)[16]) {
+    HDITEMW item = {};
+    item.mask = HDI_TEXT | HDI_FORMAT | HDI_BITMAP;
+    item.pszText = text;
+    item.cchTextMax = 16;
+    SendMessageW(Header(d), HDM_GETITEMW, column, (LPARAM)&item);
+    return item;
+}
+
+bool HeaderHasMark(ui::Dlg& d, int column) {
+    wchar_t text[16];
+    HDITEMW item = HeaderItem(d, column, text);
+    return (item.fmt & HDF_BITMAP) && item.hbm;
+}
+
+void TapHeader(ui::Dlg& d, int column) {
+    RECT rc = {};
+    SendMessageW(Header(d), HDM_GETITEMRECT, column, (LPARAM)&rc);
+    d.Tap(Header(d), (rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2);
+}
+
+void OpenContextMenu(ui::Dlg& d) {
+    POINT at = {20, 40};
+    ClientToScreen(d.Item(kList), &at);
+    PostMessageW(d.hwnd, WM_CONTEXTMENU, (WPARAM)d.Item(kList), MAKELPARAM(at.x, at.y));
+}
+
+bool MenuGrayed(HMENU menu, UINT item, UINT by = MF_BYCOMMAND) { return GetMenuState(menu, item, by) & MF_GRAYED; }
+
+uitest::BoxWant Box(UINT text, UINT caption, UINT style) { return {ResText(text), ResText(caption), style}; }
+uitest::BoxWant LeaveUnsaved() {
+    return Box(IDS_LEAVE_UNSAVED_TEXT, IDS_LEAVE_UNSAVED_CAPTION, MB_YESNO | MB_ICONQUESTION);
+}
 
 }  // namespace
 
@@ -63,23 +78,19 @@ TEST_CASE(Ui_List_OpensCheckListWithMenusAndBackup) {
         CHECK(Column(d, 1) == Texts({L"milk", L"Bread", L"apples"}));
         CHECK_EQ(d.ListText(kList, 1, 0), ResText(IDS_CHECK_SET));
         CHECK_EQ(d.Text(0), std::wstring(L"Zorvel"));
+        CHECK(SendMessageW(d.hwnd, WM_GETICON, ICON_SMALL, 0) && SendMessageW(d.hwnd, WM_GETICON, ICON_BIG, 0));
         CHECK_EQ(d.SoftKeyCommand(ui::Left), IDM_SAVE);
         HMENU menu = d.SoftKeyMenu(ui::Right);
         CHECK(GetMenuState(menu, IDM_DELETE_CHECKED, MF_BYCOMMAND) != (UINT)-1);
         CHECK(ui::Dlg::MenuTexts(GetSubMenu(menu, LISTWIN_POS_SORT_POPUP)) ==
               Texts({L"Done", L"Item", L"Qty", ResText(IDS_TYPE_CHECK), ResText(IDS_NONE)}));
         wchar_t text[16] = {};
-        HDITEMW item = {};
-        item.mask = HDI_TEXT;
-        item.pszText = text;
-        item.cchTextMax = 16;
-        SendMessageW(Header(d), HDM_GETITEMW, 3, (LPARAM)&item);
+        HeaderItem(d, 3, text);
         CHECK_EQ(std::wstring(text), std::wstring(L" "));
-        // Stored widths are used when the list has items.
-        CHECK_EQ((int)SendMessageW(d.Item(kList), LVM_GETCOLUMNWIDTH, 1, 0), 90);
+        CHECK_EQ(ColumnWidth(d, 1), 90);  // stored widths are used when the list has items
         d.Back();
     });
-    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    CHECK_EQ((int)RunList(s, path, req), 1);
     CHECK(ui::MessageBoxes().empty());
     CHECK_EQ((int)req.saved, 0);
     CHECK(FileExists(path.substr(0, path.size() - 3) + L"BAK"));
@@ -110,6 +121,35 @@ TEST_CASE(Ui_List_TextSortMatchesCompareString) {
     }
 }
 
+TEST_CASE(Ui_List_NonCheckListWithoutItemsComputesWidths) {
+    ListContent content;
+    content.fields = {Field(L"Due", 0, 77), Field(L"Prio", 2, 77), Field(L"Task", 3, 77), Field(L"Ok", 6, 77)};
+    std::wstring path = WriteList(L"Empty.zvl", content);
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(d.ListCount(kList), 0);
+        HMENU menu = d.SoftKeyMenu(ui::Right);
+        CHECK_EQ(GetMenuState(menu, IDM_DELETE_CHECKED, MF_BYCOMMAND), (UINT)-1);
+        // Without "Delete checked items" the sort popup is still found by its place.
+        CHECK_EQ(ui::Dlg::MenuTexts(GetSubMenu(menu, LISTWIN_POS_SORT_POPUP))[0], L"Due");
+        int share = d.ClientRect(0).right / 4;
+        CHECK_EQ(ColumnWidth(d, 0), share);
+        CHECK_EQ(ColumnWidth(d, 2), share);
+        CHECK_EQ(ColumnWidth(d, 3), ScaleX(30));
+        // No items: a column click has nothing to sort by and changes nothing.
+        TapHeader(d, 2);
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK(!HeaderHasMark(d, 2));
+        d.Enter();  // the Action key does nothing outside a check list
+        d.Back();
+    });
+    CHECK_EQ((int)RunList(s, path, req), 1);
+    CHECK(ui::MessageBoxes().empty());
+    CHECK_EQ((int)req.saved, 0);
+}
+
 namespace {
 
 // The grocery list in a given item order (indexes into Grocery().items),
@@ -124,88 +164,20 @@ ListContent GroceryAs(std::vector<int> order, int sortColumn, int flag) {
     return content;
 }
 
-bool HeaderHasMark(ui::Dlg& d, int column) {
-    HDITEMW item = {};
-    item.mask = HDI_FORMAT | HDI_BITMAP;
-    SendMessageW(Header(d), HDM_GETITEMW, column, (LPARAM)&item);
-    return (item.fmt & HDF_BITMAP) && item.hbm;
-}
-
-void TapHeader(ui::Dlg& d, int column) {
-    RECT rc = {};
-    SendMessageW(Header(d), HDM_GETITEMRECT, column, (LPARAM)&rc);
-    d.Tap(Header(d), (rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2);
-}
-
-uitest::BoxWant Box(UINT text, UINT caption, UINT style) { return {ResText(text), ResText(caption), style}; }
-uitest::BoxWant LeaveUnsaved() {
-    return Box(IDS_LEAVE_UNSAVED_TEXT, IDS_LEAVE_UNSAVED_CAPTION, MB_YESNO | MB_ICONQUESTION);
-}
-
-}  // namespace
-
-TEST_CASE(Ui_List_NonCheckListWithoutItemsComputesWidths) {
-    ListContent content;
-    content.fields = {Field(L"Due", 0, 77), Field(L"Prio", 2, 77), Field(L"Task", 3, 77), Field(L"Ok", 6, 77)};
-    std::wstring path = WriteList(L"Empty.zvl", content);
-    ListOpenRequest req;
-    ui::Script s;
-    s.Step([&](ui::Dlg& d) {
-        CHECK_EQ(d.ListCount(kList), 0);
-        HMENU menu = d.SoftKeyMenu(ui::Right);
-        CHECK_EQ(GetMenuState(menu, IDM_DELETE_CHECKED, MF_BYCOMMAND), (UINT)-1);
-        // Without "Delete checked items" the sort popup is still found by its place.
-        CHECK_EQ(ui::Dlg::MenuTexts(GetSubMenu(menu, LISTWIN_POS_SORT_POPUP))[0], L"Due");
-        int share = d.ClientRect(0).right / 4;
-        HWND list = d.Item(kList);
-        CHECK_EQ((int)SendMessageW(list, LVM_GETCOLUMNWIDTH, 0, 0), share);
-        CHECK_EQ((int)SendMessageW(list, LVM_GETCOLUMNWIDTH, 2, 0), share);
-        CHECK_EQ((int)SendMessageW(list, LVM_GETCOLUMNWIDTH, 3, 0), ScaleX(30));
-        // No items: a column click has nothing to sort by and changes nothing.
-        TapHeader(d, 2);
-    });
-    s.Step([&](ui::Dlg& d) {
-        CHECK(!HeaderHasMark(d, 2));
-        d.Enter();  // the Action key does nothing outside a check list
-        d.Back();
-    });
-    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
-    CHECK(ui::MessageBoxes().empty());
-    CHECK_EQ((int)req.saved, 0);
-}
-
-namespace {
-
 // One thing a user does in the list window, and what the window shows after it.
 struct Act {
-    enum Kind { Cmd, Header, Cell, Select, Key, Back, Add } kind = Cmd;
-    int a = 0, b = 0;         // command, key, row or column; Cell: row and column
-    int col = -1;             // a column whose texts are then read ...
-    std::wstring shows;       // ... top to bottom, joined by '|'
-    int marked = -2;          // the column with the sort mark (-1: none; -2: not looked at)
-    const wchar_t* typed = nullptr;  // Add: the new item's text (nullptr: the editor is cancelled)
+    enum Kind { Cmd, Header, Cell, Select, Key, Back, Edit, Colour } kind;
+    int a = 0;                          // command, key, row (Cell: of column `col`) or palette entry (0: Cancel)
+    int col = -1;                       // a column whose texts are then read ...
+    std::wstring shows = L"";           // ... top to bottom, joined by '|'
+    int marked = -2;                    // the column with the sort mark (-1: none; -2: not looked at)
+    const wchar_t* selected = nullptr;  // the text in `col` of the one selected, focused row
+    const wchar_t* typed = nullptr;     // Edit: the item's new text (nullptr: the editor is cancelled)
 };
 
-Act Do(Act::Kind kind, int a, int col = -1, std::wstring shows = L"", int marked = -2) {
-    Act act;
-    act.kind = kind;
-    act.a = a;
-    act.col = col;
-    act.shows = std::move(shows);
-    act.marked = marked;
-    return act;
-}
-
-Act TapCellAct(int row, int col, std::wstring shows) {
-    Act act = Do(Act::Cell, row, col, std::move(shows));
-    act.b = col;
-    return act;
-}
-
-Act AddAct(const wchar_t* typed, std::wstring shows) {
-    Act act = Do(Act::Add, 0, typed ? 1 : -1, std::move(shows));
-    act.typed = typed;
-    return act;
+// Adds (IDM_ADD_ITEM) or edits an item; the item typed is then the one selected.
+Act EditAct(UINT command, const wchar_t* typed, std::wstring shows) {
+    return {Act::Edit, (int)command, typed ? 1 : -1, std::move(shows), -2, typed, typed};
 }
 
 // A session on one list: the acts, then Save (the left soft key) or Back
@@ -235,25 +207,27 @@ void CheckAct(ui::Dlg& d, const ListCase& c, size_t index) {
     for (int col = 0; act.marked != -2 && col < (int)c.start.fields.size(); ++col)
         if (HeaderHasMark(d, col) != (col == act.marked))
             zvtest::Fail(__FILE__, __LINE__, where + ": sort mark on column " + std::to_string(col));
+    if (!act.selected) return;
+    int mark = d.ListSelectionMark(kList);
+    int selected = (int)SendMessageW(d.Item(kList), LVM_GETNEXTITEM, (WPARAM)-1, LVNI_SELECTED);
+    if (d.ListFocused(kList) != mark || selected != mark || d.ListText(kList, mark, act.col) != act.selected)
+        zvtest::Fail(__FILE__, __LINE__, where + ": the selected row is not " + zvtest::Show(act.selected));
 }
 
 void PlayAct(ui::Script& s, const Act& act) {
     switch (act.kind) {
     case Act::Cmd: s.Step([&](ui::Dlg& d) { d.Command((UINT)act.a); }); return;
     case Act::Header: s.Step([&](ui::Dlg& d) { TapHeader(d, act.a); }); return;
-    case Act::Cell: s.Step([&](ui::Dlg& d) { d.TapCell(kList, act.a, act.b); }); return;
+    case Act::Cell: s.Step([&](ui::Dlg& d) { d.TapCell(kList, act.a, act.col); }); return;
     case Act::Select: s.Step([&](ui::Dlg& d) { SelectRow(d, act.a); }); return;
     case Act::Key: s.Step([&](ui::Dlg& d) { d.Key((UINT)act.a); }); return;
     case Act::Back: s.Step([&](ui::Dlg& d) { d.Back(); }); return;
-    case Act::Add:
-        s.Step([](ui::Dlg& d) { d.Command(IDM_ADD_ITEM); });
-        s.WaitFor(L"#32770", ResText(IDS_ITEM_EDIT_TITLE).c_str());
-        s.Step([&](ui::Dlg& d) {
-            if (!act.typed) return d.SoftKey(ui::Right);  // Cancel: nothing is added
-            d.SetFocusTo(401);
-            d.Type(act.typed);
-        });
-        if (act.typed) s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });  // Done
+    case Act::Edit: EditItem(s, (UINT)act.a, act.typed); return;
+    case Act::Colour:
+        s.Step([](ui::Dlg& d) { d.Command(IDM_ITEM_COLOR); });
+        s.WaitFor(L"#32770", ResText(IDS_COLOR_TITLE).c_str());
+        s.Step([&](ui::Dlg& d) { act.a ? d.TapCenter(act.a) : d.Command(IDM_COLOR_CANCEL); });
+        if (act.a) s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });  // Done
         s.WaitFor(L"#32770", L"Zorvel");
         return;
     }
@@ -261,8 +235,8 @@ void PlayAct(ui::Script& s, const Act& act) {
 
 }  // namespace
 
-// Sorting, checking, colouring, adding, deleting and leaving, each as a user
-// does it, with the file checked byte for byte at the end.
+// Sorting, checking, colouring, adding, editing, deleting and leaving, each as
+// a user does it, with the file checked byte for byte at the end.
 TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
     std::wstring checked = ResText(IDS_CHECKED), unchecked = ResText(IDS_UNCHECKED);
     ListContent dates;
@@ -281,6 +255,7 @@ TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
     toggled.items[0].cells[3] = Choice(1);
     toggled.items[2].cells[0] = Choice(1);
     ListContent coloured = Grocery();
+    coloured.items[0].backColor = RGB(0xFF, 0x66, 0x33);  // palette entry 27
     coloured.items[1].backColor = RGB(181, 219, 181);
     coloured.items[2].backColor = RGB(255, 255, 181);
     ListContent sortedByItem = GroceryAs({2, 1, 0}, 1, 1);
@@ -299,57 +274,66 @@ TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
     const ListCase cases[] = {
         // Flag 0 from the file: a text column sorts descending; the same column again ascends.
         {"sort twice", Grocery(),
-         {Do(Act::Select, 1), Do(Act::Cmd, IDM_SORT_BASE + 1, 1, L"milk|Bread|apples", 1),
-          Do(Act::Cmd, IDM_SORT_BASE + 1, 1, L"apples|Bread|milk", 1)},
+         {{Act::Select, 1}, {Act::Cmd, IDM_SORT_BASE + 1, 1, L"milk|Bread|apples", 1},
+          {Act::Cmd, IDM_SORT_BASE + 1, 1, L"apples|Bread|milk", 1}},
          true, {}, GroceryAs({2, 1, 0}, 1, 1)},
         // Another column keeps flag 0: numbers ascend; a tap on the same
         // header turns it; unsorted keeps the order and drops the mark.
         {"text then number", Grocery(),
-         {Do(Act::Cmd, IDM_SORT_BASE + 1, 1, L"milk|Bread|apples"), Do(Act::Cmd, IDM_SORT_BASE + 2, 2, L"1.5|2|10"),
-          Do(Act::Header, 2, 2, L"10|2|1.5", 2), Do(Act::Cmd, IDM_SORT_BASE + 4, 2, L"10|2|1.5", -1)},
+         {{Act::Cmd, IDM_SORT_BASE + 1, 1, L"milk|Bread|apples"}, {Act::Cmd, IDM_SORT_BASE + 2, 2, L"1.5|2|10"},
+          {Act::Header, 2, 2, L"10|2|1.5", 2}, {Act::Cmd, IDM_SORT_BASE + 4, 2, L"10|2|1.5", -1}},
          true, {}, GroceryAs({1, 0, 2}, -1, 1)},
         // Priority by rank (high first), dates ascending then descending;
         // equal keys: the later-created item first.
         {"dates and priorities", dates,
-         {Do(Act::Cmd, IDM_SORT_BASE + 1, 2, L"third|fourth|first|second"),
-          Do(Act::Cmd, IDM_SORT_BASE + 0, 2, L"second|fourth|third|first"),
-          Do(Act::Cmd, IDM_SORT_BASE + 0, 2, L"fourth|third|first|second")},
+         {{Act::Cmd, IDM_SORT_BASE + 1, 2, L"third|fourth|first|second"},
+          {Act::Cmd, IDM_SORT_BASE + 0, 2, L"second|fourth|third|first"},
+          {Act::Cmd, IDM_SORT_BASE + 0, 2, L"fourth|third|first|second"}},
          false, {IDYES}, dates},
         // A tap turns any check cell and writes the texts the other way round
         // from the Action command; Enter and the Action command turn cell 0 only.
         {"taps and Action", Grocery(),
-         {TapCellAct(0, 3, unchecked + L"|" + unchecked + L"|" + checked), TapCellAct(2, 0, unchecked + L"|" + checked + L"|" + unchecked),
-          Do(Act::Select, 1), Do(Act::Key, VK_RETURN, 0, unchecked + L"|" + unchecked + L"|" + unchecked),
-          Do(Act::Cmd, IDOK, 0, unchecked + L"|" + checked + L"|" + unchecked)},
+         {{Act::Cell, 0, 3, unchecked + L"|" + unchecked + L"|" + checked},
+          {Act::Cell, 2, 0, unchecked + L"|" + checked + L"|" + unchecked}, {Act::Select, 1},
+          {Act::Key, VK_RETURN, 0, unchecked + L"|" + unchecked + L"|" + unchecked},
+          {Act::Cmd, IDOK, 0, unchecked + L"|" + checked + L"|" + unchecked}},
          true, {}, toggled},
         // Colour keys do nothing until Down has been pressed once; the
-        // command colours the selected row too.
-        {"colour keys", Grocery(),
-         {Do(Act::Select, 0), Do(Act::Key, 'R'), Do(Act::Key, VK_DOWN), Do(Act::Key, 'G'), Do(Act::Key, VK_DOWN),
-          Do(Act::Cmd, IDM_ROW_YELLOW)},
+        // command colours the selected row too, and so does the picker
+        // (whose Cancel keeps the colour).
+        {"colours", Grocery(),
+         {{Act::Select, 0}, {Act::Key, 'R'}, {Act::Key, VK_DOWN}, {Act::Key, 'G'}, {Act::Key, VK_DOWN},
+          {Act::Cmd, IDM_ROW_YELLOW}, {Act::Select, 0}, {Act::Colour, 27}, {Act::Colour, 0}},
          true, {}, coloured},
         // Check all and uncheck all reset a list for reuse without marking it
         // changed: leaving asks nothing and the file stays as it was.
         {"check all", Grocery(),
-         {Do(Act::Cmd, IDM_CHECK_ALL, 0, checked + L"|" + checked + L"|" + checked),
-          Do(Act::Cmd, IDM_UNCHECK_ALL, 0, unchecked + L"|" + unchecked + L"|" + unchecked),
-          Do(Act::Cmd, IDM_CHECK_ALL)},
+         {{Act::Cmd, IDM_CHECK_ALL, 0, checked + L"|" + checked + L"|" + checked},
+          {Act::Cmd, IDM_UNCHECK_ALL, 0, unchecked + L"|" + unchecked + L"|" + unchecked}, {Act::Cmd, IDM_CHECK_ALL}},
          false, {}, Grocery()},
-        {"delete checked", twoDone, {Do(Act::Cmd, IDM_DELETE_CHECKED, 1, L"milk|apples")}, true, {}, deletedChecked},
+        {"delete checked", twoDone, {{Act::Cmd, IDM_DELETE_CHECKED, 1, L"milk|apples"}}, true, {}, deletedChecked},
         // No to the leave question keeps the window; Yes leaves unsaved.
         {"leave: no, then yes", Grocery(),
-         {Do(Act::Select, 2), Do(Act::Cmd, IDM_DELETE_ITEM, 1, L"milk|Bread"), Do(Act::Back, 0, 1, L"milk|Bread")},
+         {{Act::Select, 2}, {Act::Cmd, IDM_DELETE_ITEM, 1, L"milk|Bread"}, {Act::Back, 0, 1, L"milk|Bread"}},
          false, {IDNO, IDYES}, Grocery()},
-        {"add to a sorted list", sortedByItem, {AddAct(L"Cheese", L"apples|Bread|Cheese|milk")}, true, {}, withCheese},
+        {"add to a sorted list", sortedByItem, {EditAct(IDM_ADD_ITEM, L"Cheese", L"apples|Bread|Cheese|milk")}, true,
+         {}, withCheese},
+        // Edit, a sort and Check all keep the item worked on selected.
+        {"the item worked on stays selected", sortedByItem,
+         {{Act::Select, 0}, EditAct(IDM_EDIT_ITEM, L"yoghurt", L"Bread|milk|yoghurt"), {Act::Select, 0},
+          {Act::Cmd, IDM_SORT_BASE + 1, 1, L"yoghurt|milk|Bread", -2, L"Bread"},
+          {Act::Cmd, IDM_CHECK_ALL, 1, L"yoghurt|milk|Bread", -2, L"Bread"}},
+         false, {IDYES}, sortedByItem},
         // Check all changes the sort column's keys without sorting: an item
         // added afterwards is not placed by searching the stale order but
         // lands where a full re-sort puts it (equal checks by creation order).
         {"add after check all", staleOrder,
-         {Do(Act::Cmd, IDM_SORT_BASE + 0, 1, L"milk|apples|Bread"), Do(Act::Cmd, IDM_CHECK_ALL, 1, L"milk|apples|Bread"),
-          AddAct(L"Cheese", L"Cheese|milk|Bread|apples")},
+         {{Act::Cmd, IDM_SORT_BASE + 0, 1, L"milk|apples|Bread"}, {Act::Cmd, IDM_CHECK_ALL, 1, L"milk|apples|Bread"},
+          EditAct(IDM_ADD_ITEM, L"Cheese", L"Cheese|milk|Bread|apples")},
          false, {IDYES}, staleOrder},
         {"add to an unsorted list", Grocery(),
-         {AddAct(L"Apricots", L"milk|Bread|apples|Apricots"), AddAct(nullptr, L"")}, true, {}, withApricots},
+         {EditAct(IDM_ADD_ITEM, L"Apricots", L"milk|Bread|apples|Apricots"), EditAct(IDM_ADD_ITEM, nullptr, L"")},
+         true, {}, withApricots},
     };
     for (const ListCase& c : cases) {
         g_colorKeysArmed = 0;
@@ -363,7 +347,7 @@ TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
         }
         s.Step([&](ui::Dlg& d) { c.save ? d.SoftKey(ui::Left) : d.Back(); });
         for (int answer : c.answers) s.Answer(answer);
-        CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+        CHECK_EQ((int)RunList(s, path, req), 1);
         uitest::CheckBoxes(std::vector<uitest::BoxWant>(c.answers.size(), LeaveUnsaved()), ZV_HERE);
         CHECK_EQ((int)req.saved, c.save ? 1 : 0);
         if (ReadBytes(path) != (c.save ? ListBytes(c.written) : before))
@@ -372,42 +356,69 @@ TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
     }
 }
 
-TEST_CASE(Ui_List_FailedSaveKeepsTheWindowOpen) {
+// Without a selection the item commands are grayed and do nothing; with one,
+// the context menu deletes it. Back in an open menu closes that menu only.
+TEST_CASE(Ui_List_MenusOfferTheItemCommands) {
     std::wstring path = WriteList(L"Grocery.zvl", Grocery());
-    std::vector<unsigned char> before = ReadBytes(path);
-    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
     ListOpenRequest req;
+    HMENU menu = nullptr;
+    auto menuOpen = [](ui::Dlg& d) { return d.MenuOpen(); };
+    auto menuClosed = [](ui::Dlg& d) { return !d.MenuOpen(); };
     ui::Script s;
-    // Wine running as root writes read-only files all the same, so the file
-    // is also held open without sharing while the save is tried.
-    HANDLE held = INVALID_HANDLE_VALUE;
-    s.Step([&](ui::Dlg& d) { d.Command(IDM_SORT_BASE + 1); });
     s.Step([&](ui::Dlg& d) {
-        held = CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-        CHECK(held != INVALID_HANDLE_VALUE);
-        d.SoftKey(ui::Left);
+        menu = d.SoftKeyMenu(ui::Right);
+        LVITEMW none = {};
+        none.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+        SendMessageW(d.Item(kList), LVM_SETITEMSTATE, (WPARAM)-1, (LPARAM)&none);
+        SendMessageW(d.Item(kList), LVM_SETSELECTIONMARK, 0, -1);
+        d.SoftKey(ui::Right);
     });
+    s.WaitUntil(menuOpen);
     s.Step([&](ui::Dlg& d) {
-        CloseHandle(held);
-        held = INVALID_HANDLE_VALUE;
-        CHECK_EQ(d.Text(0), std::wstring(L"Zorvel"));
-        CHECK(Column(d, 1) == Texts({L"milk", L"Bread", L"apples"}));  // changes kept
+        CHECK(MenuGrayed(menu, IDM_EDIT_ITEM) && MenuGrayed(menu, IDM_DELETE_ITEM));
+        CHECK(MenuGrayed(menu, LISTWIN_POS_ROW_COLOR_POPUP, MF_BYPOSITION));
+        CHECK(!MenuGrayed(menu, IDM_ADD_ITEM));
         d.Back();
     });
-    s.Answer(IDOK).Answer(IDYES);
-    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
-    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-    uitest::BoxWant failed = Box(IDS_SAVE_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION);
-    failed.text += L"\n\n" + ResText(IDS_CAUSE_READ_ONLY);
-    uitest::CheckBoxes({failed, LeaveUnsaved()}, ZV_HERE);
-    CHECK_EQ((int)req.saved, 0);
-    CHECK_BYTES(ReadBytes(path), before);
+    s.WaitUntil(menuClosed);
+    s.Step([&](ui::Dlg& d) {
+        CHECK(IsWindowVisible(d.hwnd));
+        d.Command(IDM_EDIT_ITEM);  // nothing happens without a selection
+        d.Command(IDM_DELETE_ITEM);
+    });
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(d.ListCount(kList), 3);
+        SelectRow(d, 0);
+        OpenContextMenu(d);
+    });
+    s.WaitUntil(menuOpen);
+    s.Step([](ui::Dlg& d) { d.Back(); });
+    s.WaitUntil(menuClosed);
+    s.Step([](ui::Dlg& d) {
+        CHECK(IsWindowVisible(d.hwnd));
+        OpenContextMenu(d);
+    });
+    s.WaitUntil(menuOpen);
+    s.Step([&](ui::Dlg& d) {
+        for (int i = 0; i < 3; ++i) d.Key(VK_DOWN);  // Add, Edit, Delete Item
+        d.Key(VK_RETURN);
+    });
+    s.WaitUntil([](ui::Dlg& d) { return !d.MenuOpen() && d.ListCount(kList) == 2; });
+    s.Step([&](ui::Dlg& d) {
+        CHECK(Column(d, 1) == Texts({L"Bread", L"apples"}));
+        d.SoftKey(ui::Left);
+    });
+    CHECK_EQ((int)RunList(s, path, req), 1);
+    CHECK(ui::MessageBoxes().empty());
+    ListContent want = Grocery();
+    want.items.erase(want.items.begin());
+    CHECK_BYTES(ReadBytes(path), ListBytes(want));
 }
 
 // Names in any script: a Greek list with an emoji, exported under a Japanese name with an accent.
 TEST_CASE(Ui_List_ExportWritesTheUtf16File) {
-    std::wstring folder = TestFolder();
     std::wstring path = WriteList(L"\x039a\x03ae\x03c0\x03bf\x03c2 \xd83d\xde00.zvl", Grocery());
+    const std::wstring folder = L"\\zvlisttests\\";  // the list's own folder
     g_fileSelectLastFolder = folder.c_str();
     ListOpenRequest req;
     ui::Script s;
@@ -419,7 +430,7 @@ TEST_CASE(Ui_List_ExportWritesTheUtf16File) {
     });
     s.WaitFor(L"#32770", L"Zorvel");
     s.Step([&](ui::Dlg& d) { d.Back(); });
-    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    CHECK_EQ((int)RunList(s, path, req), 1);
     uitest::CheckBoxes({Box(IDS_EXPORT_DONE_TEXT, IDS_EXPORT_DONE_CAPTION, MB_ICONEXCLAMATION)}, ZV_HERE);
     // The body is the export's own (checked byte for byte with the text files); here, its header row.
     std::wstring head = L"(" + ResText(IDS_TYPE_CHECK) + L")Done\t";
@@ -434,32 +445,9 @@ TEST_CASE(Ui_List_OtherVersionIsRefusedWithoutBackup) {
     std::wstring path = WriteList(L"Old.zvl", content);
     ListOpenRequest req;
     ui::Script s;
-    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    CHECK_EQ((int)RunList(s, path, req), 1);
     uitest::CheckBoxes({Box(IDS_LIST_VERSION_BAD, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION)}, ZV_HERE);
     CHECK(!FileExists(L"\\zvlisttests\\Old.BAK"));
-}
-
-TEST_CASE(Ui_List_ItemColourFromThePicker) {
-    std::wstring path = WriteList(L"Grocery.zvl", Grocery());
-    ListOpenRequest req;
-    ui::Script s;
-    s.Step([&](ui::Dlg& d) {
-        SelectRow(d, 2);
-        d.Command(IDM_ITEM_COLOR);
-    });
-    s.WaitFor(L"#32770", ResText(IDS_COLOR_TITLE).c_str());
-    s.Step([&](ui::Dlg& d) { d.TapCenter(27); });  // palette colour FF6633
-    s.Step([&](ui::Dlg& d) { d.SoftKey(ui::Left); });
-    s.WaitFor(L"#32770", L"Zorvel");
-    s.Step([&](ui::Dlg& d) { d.Command(IDM_ITEM_COLOR); });
-    s.WaitFor(L"#32770", ResText(IDS_COLOR_TITLE).c_str());
-    s.Step([&](ui::Dlg& d) { d.Command(IDM_COLOR_CANCEL); });  // Cancel: the colour stays
-    s.WaitFor(L"#32770", L"Zorvel");
-    s.Step([&](ui::Dlg& d) { d.SoftKey(ui::Left); });
-    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
-    ListContent want = Grocery();
-    want.items[2].backColor = RGB(0xFF, 0x66, 0x33);
-    CHECK_BYTES(ReadBytes(path), ListBytes(want));
 }
 
 TEST_CASE(Ui_List_ListIconAndFitColumnsCountAsChanges) {
@@ -477,77 +465,15 @@ TEST_CASE(Ui_List_ListIconAndFitColumnsCountAsChanges) {
     s.Step([&](ui::Dlg& d) { d.Back(); });  // the icon counts as a change
     s.Step([&](ui::Dlg& d) { d.Command(IDM_AUTOSIZE_COLUMNS); });
     s.Step([&](ui::Dlg& d) {
-        HWND list = d.Item(kList);
         // Each column fits its widest text (at least ScaleX(5)) plus a margin.
-        for (int i = 0; i < 4; ++i) CHECK((int)SendMessageW(list, LVM_GETCOLUMNWIDTH, i, 0) >= ScaleX(5) + ScaleX(16));
-        CHECK((int)SendMessageW(list, LVM_GETCOLUMNWIDTH, 1, 0) > ScaleX(20) + ScaleX(16));  // "apples", "Bread", "milk"
+        for (int i = 0; i < 4; ++i) CHECK(ColumnWidth(d, i) >= ScaleX(5) + ScaleX(16));
+        CHECK(ColumnWidth(d, 1) > ScaleX(20) + ScaleX(16));  // "apples", "Bread", "milk"
         d.Back();
     });
     s.Answer(IDNO).Answer(IDYES);
-    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
+    CHECK_EQ((int)RunList(s, path, req), 1);
     uitest::CheckBoxes({LeaveUnsaved(), LeaveUnsaved()}, ZV_HERE);
     CHECK_EQ((int)req.saved, 0);
-}
-
-TEST_CASE(Ui_List_ContextMenuOffersTheItemCommands) {
-    std::wstring path = WriteList(L"Grocery.zvl", Grocery());
-    ListOpenRequest req;
-    ui::Script s;
-    s.Step([&](ui::Dlg& d) {
-        SelectRow(d, 0);
-        POINT at = {20, 40};
-        ClientToScreen(d.Item(kList), &at);
-        PostMessageW(d.hwnd, WM_CONTEXTMENU, (WPARAM)d.Item(kList), MAKELPARAM(at.x, at.y));
-    });
-    s.WaitUntil([](ui::Dlg& d) { return d.MenuOpen(); });
-    s.Step([&](ui::Dlg& d) {
-        d.Key(VK_DOWN);  // Add Item...
-        d.Key(VK_DOWN);  // Edit Item...
-        d.Key(VK_DOWN);  // Delete Item
-        d.Key(VK_RETURN);
-    });
-    s.WaitUntil([](ui::Dlg& d) { return !d.MenuOpen() && d.ListCount(kList) == 2; });
-    s.Step([&](ui::Dlg& d) {
-        CHECK(Column(d, 1) == Texts({L"Bread", L"apples"}));
-        d.SoftKey(ui::Left);
-    });
-    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
-    ListContent want = Grocery();
-    want.items.erase(want.items.begin());
-    CHECK_BYTES(ReadBytes(path), ListBytes(want));
-}
-
-TEST_CASE(Ui_List_MenuGraysItemCommandsWithoutASelection) {
-    std::wstring path = WriteList(L"Grocery.zvl", Grocery());
-    ListOpenRequest req;
-    HMENU menu = nullptr;
-    ui::Script s;
-    s.Step([&](ui::Dlg& d) {
-        menu = d.SoftKeyMenu(ui::Right);
-        LVITEMW none = {};
-        none.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-        SendMessageW(d.Item(kList), LVM_SETITEMSTATE, (WPARAM)-1, (LPARAM)&none);
-        SendMessageW(d.Item(kList), LVM_SETSELECTIONMARK, 0, -1);
-        d.SoftKey(ui::Right);
-    });
-    s.WaitUntil([](ui::Dlg& d) { return d.MenuOpen(); });
-    s.Step([&](ui::Dlg& d) {
-        CHECK(GetMenuState(menu, IDM_EDIT_ITEM, MF_BYCOMMAND) & MF_GRAYED);
-        CHECK(GetMenuState(menu, IDM_DELETE_ITEM, MF_BYCOMMAND) & MF_GRAYED);
-        CHECK(GetMenuState(menu, LISTWIN_POS_ROW_COLOR_POPUP, MF_BYPOSITION) & MF_GRAYED);
-        CHECK(!(GetMenuState(menu, IDM_ADD_ITEM, MF_BYCOMMAND) & MF_GRAYED));
-        d.Key(VK_ESCAPE);
-    });
-    s.WaitUntil([](ui::Dlg& d) { return !d.MenuOpen(); });
-    s.Step([&](ui::Dlg& d) {
-        d.Command(IDM_EDIT_ITEM);  // nothing happens without a selection
-        d.Command(IDM_DELETE_ITEM);
-    });
-    s.Step([&](ui::Dlg& d) {
-        CHECK_EQ(d.ListCount(kList), 3);
-        d.Back();
-    });
-    CHECK_EQ((int)RUN_LIST(s, path, req), 1);
 }
 
 // The main window's import, as the user gives it: pick the text file, get a
@@ -556,12 +482,8 @@ TEST_CASE(Ui_List_ImportPicksAFileAndWritesTheList) {
     std::wstring category = TestFolder();
     std::wstring source = category + L"csv\\";
     CreateDirectoryW(source.c_str(), nullptr);
-    WriteBytes(source + L"Pantry.CSV",
-                   Bytes()
-                       .u16(0xFEFF)
-                       .wchars(L"(" + ResText(IDS_TYPE_TEXT) + L")Item\t(" + ResText(IDS_TYPE_NUMBER) +
-                               L")Qty\r\nmilk\t2\t\r\ntea\t1\t")
-                       .v);
+    std::wstring head = L"(" + ResText(IDS_TYPE_TEXT) + L")Item\t(" + ResText(IDS_TYPE_NUMBER) + L")Qty\r\n";
+    WriteBytes(source + L"Pantry.CSV", Bytes().u16(0xFEFF).wchars(head + L"milk\t2\t\r\ntea\t1\t").v);
     g_fileSelectLastFolder = source.c_str();
     CeString listPath;
     ui::Script s;

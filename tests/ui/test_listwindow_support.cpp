@@ -2,31 +2,23 @@
 
 #include <commctrl.h>
 
+#include "LangIds.h"
 #include "base/AppGlobals.h"
+#include "base/ResString.h"
+#include "listwindow/ItemEditor.h"
 #include "listwindow/ListWindowState.h"
 
 namespace lwtest {
 
-Cell Choice(int v) {
-    Cell c;
-    c.choice = v;
-    return c;
-}
-
-Cell Txt(const std::wstring& s) {
-    Cell c;
-    c.text = s;
-    return c;
-}
-
-Cell When(int year, int month, int day, int hour, int minute) {
-    Cell c;
-    c.time.wYear = (WORD)year;
-    c.time.wMonth = (WORD)month;
-    c.time.wDay = (WORD)day;
-    c.time.wHour = (WORD)hour;
-    c.time.wMinute = (WORD)minute;
-    return c;
+ListContent Grocery() {
+    ListContent content;
+    content.fields = {Field(L"Done", 6, 30), Field(L"Item", 3, 90), Field(L"Qty", 5, 40), Field(L"Got", 6, 30)};
+    content.items = {
+        {{Choice(0), Txt(L"milk"), Txt(L"2"), Choice(0)}},
+        {{Choice(1), Txt(L"Bread"), Txt(L"10"), Choice(0)}},
+        {{Choice(0), Txt(L"apples"), Txt(L"1.5"), Choice(1)}},
+    };
+    return content;
 }
 
 static bool IsChoice(int type) { return type == 2 || type == 4 || type == 6 || type == 8; }
@@ -62,6 +54,12 @@ std::wstring TestFolder() {
     return L"\\zvlisttests\\";
 }
 
+std::wstring WriteList(const std::wstring& name, const ListContent& content) {
+    std::wstring path = TestFolder() + name;
+    WriteBytes(path, ListBytes(content));
+    return path;
+}
+
 INT_PTR RunList(ui::Script& script, const std::wstring& path, ListOpenRequest& request, const char* file, int line) {
     request = ListOpenRequest();
     request.module = hInstance;
@@ -77,6 +75,18 @@ INT_PTR RunList(ui::Script& script, const std::wstring& path, ListOpenRequest& r
     });
     if (!script.steps.empty()) script.steps.insert(script.steps.begin(), settle.steps.front());
     return ui::RunModal(script, [&] { return RunListWindow(nullptr, request); }, file, line);
+}
+
+void EditItem(ui::Script& s, UINT command, const wchar_t* text) {
+    s.Step([command](ui::Dlg& d) { d.Command(command); });
+    s.WaitFor(L"#32770", ResText(IDS_ITEM_EDIT_TITLE).c_str());
+    s.Step([text](ui::Dlg& d) {
+        if (!text) return d.SoftKey(ui::Right);  // Cancel
+        d.SetFocusTo(kItemEditorFirstId + 1);
+        SetWindowTextW(d.Item(kItemEditorFirstId + 1), text);
+    });
+    if (text) s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });  // Done
+    s.WaitFor(L"#32770", L"Zorvel");
 }
 
 std::vector<std::wstring> Column(ui::Dlg& d, int col) {

@@ -25,13 +25,7 @@ struct FieldContent {
     std::wstring defaultText;
 };
 
-inline FieldContent Field(const std::wstring& name, int type, int width = 60) {
-    FieldContent f;
-    f.name = name;
-    f.type = type;
-    f.width = width;
-    return f;
-}
+inline FieldContent Field(const std::wstring& name, int type, int width = 60) { return {name, type, width, 0, L""}; }
 
 // One cell: a choice, a text or a moment, by the field's type.
 struct Cell {
@@ -39,9 +33,11 @@ struct Cell {
     std::wstring text;
     SYSTEMTIME time = {};
 };
-Cell Choice(int v);
-Cell Txt(const std::wstring& s);
-Cell When(int year, int month, int day, int hour = 0, int minute = 0);
+inline Cell Choice(int v) { return {v, L"", {}}; }
+inline Cell Txt(const std::wstring& s) { return {0, s, {}}; }
+inline Cell When(int year, int month, int day) {
+    return {0, L"", {WORD(year), WORD(month), 0, WORD(day), 0, 0, 0, 0}};
+}
 
 struct ItemContent {
     std::vector<Cell> cells;
@@ -56,6 +52,10 @@ struct ListContent {
     std::vector<ItemContent> items;
 };
 
+// A shopping check list: Done (check), Item (text), Qty (number),
+// Got (a second check column).
+ListContent Grocery();
+
 // The whole file for `content` as the layout defines it (the version in an
 // 8-byte slot, as files of other versions have it).
 std::vector<unsigned char> ListBytes(const ListContent& content);
@@ -65,9 +65,17 @@ std::wstring TestFolder();
 using doctest::FileExists;
 using doctest::ReadBytes;
 using doctest::WriteBytes;
+// Writes `content` as `name` in a freshly emptied TestFolder(); returns its path.
+std::wstring WriteList(const std::wstring& name, const ListContent& content);
 
-// Writes `content` to `path` and runs the list window on it under `script`.
-INT_PTR RunList(ui::Script& script, const std::wstring& path, ListOpenRequest& request, const char* file, int line);
+// Runs the list window on `path` under `script`.
+INT_PTR RunList(ui::Script& script, const std::wstring& path, ListOpenRequest& request,
+                const char* file = __builtin_FILE(), int line = __builtin_LINE());
+
+// Adds an item (`command` IDM_ADD_ITEM) or edits the selected one
+// (IDM_EDIT_ITEM) through the item editor: field 1 is given `text` and the
+// editor is confirmed, or cancelled when `text` is null.
+void EditItem(ui::Script& s, UINT command, const wchar_t* text);
 
 // Texts of column `col` of every row, top to bottom.
 std::vector<std::wstring> Column(ui::Dlg& d, int col);
