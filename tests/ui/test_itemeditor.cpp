@@ -37,23 +37,12 @@ FieldDef Field(const wchar_t* name, FieldType type, const wchar_t* defaultText =
 
 using doctest::MakeTime;
 
-ListItem Item(const std::vector<FieldDef>& fields) {
-    ListItem item;
-    item.fieldCount = (int)fields.size();
-    item.values.resize(fields.size());
-    for (size_t i = 0; i < fields.size(); ++i) {
-        item.values[i].storedType = fields[i].type;
-        item.values[i].time = MakeTime(2007, 3, 1, 9, 5);
-    }
-    return item;
-}
-
 // One field of every type, in type order, and a tenth with an empty name.
 std::vector<FieldDef> EveryType() {
-    return {Field(L"Due", FieldType::Date),        Field(L"At", FieldType::Time),
-            Field(L"Level", FieldType::Priority),  Field(L"Note", FieldType::Text, L"milk"),
-            Field(L"Done", FieldType::YesNo),      Field(L"Amount", FieldType::Number, L"12"),
-            Field(L"Tick", FieldType::Check),      Field(L"When", FieldType::DateTime),
+    return {Field(L"Due", FieldType::Date),           Field(L"At", FieldType::Time),
+            Field(L"Level", FieldType::Priority, L"", 2), Field(L"Note", FieldType::Text, L"milk"),
+            Field(L"Done", FieldType::YesNo),         Field(L"Amount", FieldType::Number, L"12"),
+            Field(L"Tick", FieldType::Check),         Field(L"When", FieldType::DateTime),
             Field(L"Progress", FieldType::Selection), Field(L"", FieldType::Text)};
 }
 
@@ -62,12 +51,14 @@ struct Run {
     ListItem item;
     ItemEditRequest req;
 
-    explicit Run(std::vector<FieldDef> f) : fields(std::move(f)), item(Item(fields)) {
+    // A new item, made on 1 March 2007 at 9:05.
+    explicit Run(std::vector<FieldDef> f) : fields(std::move(f)) {
+        initNewItem(item, fields.data(), (int)fields.size(), MakeTime(2007, 3, 1, 9, 5));
         // The list colours as the program starts with them (the system's).
         g_appSettings.ListViewBack.value = DefaultColor;
         g_appSettings.ListViewText.value = DefaultColor;
     }
-    int Go(ui::Script& s, const char* file, int line) {
+    int Go(ui::Script& s, const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
         req = ItemEditRequest();
         req.fields = fields.data();
         req.fieldCount = (int)fields.size();
@@ -75,7 +66,6 @@ struct Run {
         return (int)ui::RunModal(s, [&] { return (INT_PTR)RunItemEditor(nullptr, req); }, file, line);
     }
 };
-#define GO(run, s) (run).Go(s, __FILE__, __LINE__)
 
 std::wstring ClassOf(HWND hwnd) {
     wchar_t cls[64] = {};
@@ -195,8 +185,6 @@ void CheckPickerFace(HWND picker, const char* file, int line) {
 // type's name), showing a new item's values and its fields' default texts.
 TEST_CASE(Ui_ItemEd_EachTypeGetsItsEditor) {
     Run run(EveryType());
-    run.fields[2].defaultChoice = 2;
-    initNewItem(run.item, run.fields.data(), (int)run.fields.size(), MakeTime(2007, 3, 1, 9, 5));
     run.item.values[9].text = L"own";  // a value with text keeps it
     run.item.values[4].choice = 1;     // Yes first, No second: the entry at position `choice`
     run.item.values[6].choice = 7;     // out of range: starts at the first entry
@@ -237,7 +225,7 @@ TEST_CASE(Ui_ItemEd_EachTypeGetsItsEditor) {
         d.SetFocusTo(kItemEditorFirstId + 3);
     });
     s.Step([](ui::Dlg& d) { d.Enter(); });  // Enter in an edit box confirms like Done
-    CHECK_EQ(GO(run, s), 1);
+    CHECK_EQ(run.Go(s), 1);
     const FieldValue* v = run.item.values.data();
     for (int i = 0; i < 10; ++i) CHECK_EQ((int)v[i].storedType, (int)run.fields[i].type);
     CHECK_EQ(std::wstring(v[3].text.c_str()) + L"," + v[5].text.c_str() + L"," + v[9].text.c_str(), L"milk,12,own");
@@ -303,7 +291,7 @@ TEST_CASE(Ui_ItemEd_NumberCheck) {
         SetWindowTextW(d.Item(kItemEditorFirstId + 2), L"3.5");
         d.SoftKey(ui::Left);
     });
-    CHECK_EQ(GO(run, s), 1);
+    CHECK_EQ(run.Go(s), 1);
     const std::wstring invalid = ResText(IDS_NUMBER_INVALID), error = ResText(IDS_ERROR_CAPTION);
     uitest::CheckBoxes({{invalid + L" \"Amount\"", error, MB_ICONEXCLAMATION},
                         {invalid + L" \"" + ResText(IDS_TYPE_NUMBER) + L"\"", error, MB_ICONEXCLAMATION}},
@@ -317,7 +305,6 @@ TEST_CASE(Ui_ItemEd_AllEmptyGivesZero) {
     // The empty selection (choice 11) has no text either.
     Run run({Field(L"Note", FieldType::Text), Field(L"Qty", FieldType::Number),
              Field(L"Progress", FieldType::Selection, L"", kEmptySelection)});
-    run.item.values[2].choice = kEmptySelection;
     run.item.values[0].text = L"gone";
     const ListItem before = run.item;
     ui::Script s;
@@ -326,7 +313,7 @@ TEST_CASE(Ui_ItemEd_AllEmptyGivesZero) {
         CHECK_EQ(Selected(d.Item(kItemEditorFirstId + 2)), kEmptySelection);
         d.SoftKey(ui::Left);
     });
-    CHECK_EQ(GO(run, s), 0);
+    CHECK_EQ(run.Go(s), 0);
     CHECK_EQ(run.req.result, 0);
     for (int i = 0; i < 3; ++i) CheckValueUnchanged(run.item.values[i], before.values[i], ZV_HERE);
 }
@@ -375,7 +362,7 @@ TEST_CASE(Ui_ItemEd_ArrowsMoveBetweenRowsAndTurnLists) {
         CHECK_EQ(d.FocusId(), kItemEditorFirstId + 2);
         d.SoftKey(ui::Left);
     });
-    CHECK_EQ(GO(run, s), 1);
+    CHECK_EQ(run.Go(s), 1);
     CHECK_EQ(run.item.values[1].choice, 2);
     CHECK_EQ(std::wstring(run.item.values[2].text.c_str()), std::wstring(L"a"));
 }
@@ -406,7 +393,7 @@ TEST_CASE(Ui_ItemEd_PickersTakeTypedDigits) {
         d.Type(L"18");
         d.SoftKey(ui::Left);
     });
-    CHECK_EQ(GO(run, s), 1);
+    CHECK_EQ(run.Go(s), 1);
     CHECK_EQ(run.item.values[0].time.wMonth * 100 + run.item.values[0].time.wDay, 1224);
     CHECK_EQ(run.item.values[1].time.wHour * 100 + run.item.values[1].time.wMinute, 1805);
 }
@@ -455,43 +442,36 @@ TEST_CASE(Ui_ItemEd_FiftyFieldsScrollToTheLast) {
         CHECK_EQ((int)SendMessageW(d.Item(kItemEditorFirstId + 1), LB_GETTOPINDEX, 0, 0), 0);
         d.SoftKey(ui::Left);
     });
-    CHECK_EQ(GO(run, s), 1);
+    CHECK_EQ(run.Go(s), 1);
     CHECK_EQ((int)run.item.values.size(), kMaxFields);
     CHECK_EQ(std::wstring(run.item.values[kMaxFields - 1].text.c_str()), std::wstring(L"end"));
 }
 
-TEST_CASE(Ui_ItemEd_CancelLeavesTheItem) {
+// Cancel, and Back outside an edit box, leave the item as it was. At 192 dpi,
+// where a size left unscaled shows: the form fits and the pickers keep their face.
+TEST_CASE(Ui_ItemEd_CancelLeavesTheItemAt192Dpi) {
+    uitest::DensityScope density(192);
     Run run(EveryType());
     run.item.values[3].text = L"keep";
     run.item.values[2].choice = 1;
     const ListItem before = run.item;
     ui::Script s;
+    s.Step([&](ui::Dlg& d) {
+        uitest::ControlsFit(d.hwnd, {kItemLabelFirstId, kItemEditorFirstId, kItemLabelFirstId + 3,
+                                     kItemEditorFirstId + 3, kItemEditorFirstId + 9}, ZV_HERE);
+        CHECK_EQ((int)uitest::FontOf(d.Item(kItemEditorFirstId)).lfHeight, -ScaleY(12));
+        CheckPickerFace(d.Item(kItemEditorFirstId + 1), ZV_HERE);
+    });
     PressSteps(s, VK_DOWN, 2);
     PressSteps(s, VK_RIGHT, 1);
     PressSteps(s, VK_DOWN, 1);
     s.Step([](ui::Dlg& d) { d.Type(L" more"); });
     s.Step([](ui::Dlg& d) { d.SoftKey(ui::Right); });
-    // Back outside an edit box leaves the same way.
     ui::Script back;
     PressSteps(back, VK_DOWN, 2);
     back.Step([](ui::Dlg& d) { d.Back(); });
     for (ui::Script* script : {&s, &back}) {
-        CHECK_EQ(GO(run, *script), 0);
+        CHECK_EQ(run.Go(*script), 0);
         for (int i = 0; i < 10; ++i) CheckValueUnchanged(run.item.values[i], before.values[i], ZV_HERE);
     }
-}
-
-// At 192 dpi, where a size left unscaled shows.
-TEST_CASE(Ui_ItemEd_LayoutAt192Dpi) {
-    uitest::DensityScope density(192);
-    Run run(EveryType());
-    ui::Script s;
-    s.Step([&](ui::Dlg& d) {
-        uitest::ControlsFit(d.hwnd, {kItemLabelFirstId, kItemEditorFirstId, kItemLabelFirstId + 3, kItemEditorFirstId + 3,
-                                     kItemEditorFirstId + 9}, ZV_HERE);
-        CHECK_EQ((int)uitest::FontOf(d.Item(kItemEditorFirstId)).lfHeight, -ScaleY(12));
-        CheckPickerFace(d.Item(kItemEditorFirstId + 1), ZV_HERE);
-        d.SoftKey(ui::Right);
-    });
-    CHECK_EQ(GO(run, s), 0);
 }
