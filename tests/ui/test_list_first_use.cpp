@@ -1,6 +1,6 @@
-// The list window as a new user meets it: rows hold their check boxes at
-// every density, Left and Right scroll a wide list, and menus and their
-// submenus stay on the phone screen.
+// The list window as a new user meets it at either density: rows hold their
+// check boxes, Left and Right scroll a wide list, and submenus stay on the
+// phone screen.
 #include <windows.h>
 #include <commctrl.h>
 
@@ -33,77 +33,58 @@ std::vector<HWND> OpenMenus() {
 
 }  // namespace
 
-// A row is tall enough for a check box and a line of text at both densities.
-TEST_CASE(Ui_FirstUse_RowsHoldTheirCheckBoxes) {
-    for (int dpi : {96, 192}) {
-        uitest::DensityScope density(dpi);
-        std::wstring path = WriteList(L"First use.zvl", Grocery());
-        ListOpenRequest req;
-        ui::Script s;
-        s.Step([](ui::Dlg& d) {
-            RECT row = {LVIR_BOUNDS, 0, 0, 0};
-            SendMessageW(d.Item(kList), LVM_GETITEMRECT, 0, (LPARAM)&row);
-            // The density's check bitmap (ScaleY(12)) and a margin.
-            CHECK((int)(row.bottom - row.top) >= ScaleY(12) + ScaleY(2));
-            d.Back();
-        });
-        CHECK_EQ((int)RunList(s, path, req), 1);
-    }
-}
-
-// Right scrolls a list wider than the screen, Left scrolls back; a list that
-// fits does not move.
-TEST_CASE(Ui_FirstUse_LeftAndRightScrollAWideList) {
+// At both densities: a row is tall enough for a check box and a line of
+// text; Right scrolls a list wider than the screen and Left scrolls back,
+// moving no row; a submenu of a soft-key menu opens on the phone screen, not
+// beside it.
+TEST_CASE(Ui_FirstUse_RowsScrollingAndSubmenus) {
     ListContent content = Grocery();
     for (FieldContent& field : content.fields) field.width = 200;
-    std::wstring path = WriteList(L"First use.zvl", content);
-    ListOpenRequest req;
-    ui::Script s;
     auto originX = [](ui::Dlg& d) { return GetScrollPos(d.Item(kList), SB_HORZ); };
-    s.Step([&](ui::Dlg& d) {
-        CHECK_EQ(originX(d), 0);
-        d.Key(VK_RIGHT);
-    });
-    s.Step([&](ui::Dlg& d) {
-        CHECK(originX(d) > 0);
-        d.Key(VK_LEFT);
-        d.Key(VK_LEFT);
-    });
-    s.Step([&](ui::Dlg& d) {
-        CHECK_EQ(originX(d), 0);
-        CHECK_EQ(d.ListSelectionMark(kList), 0);  // the arrows moved no row
-        d.Back();
-    });
-    CHECK_EQ((int)RunList(s, path, req), 1);
-}
-
-// A submenu of a soft-key menu opens on the phone screen, not beside it.
-TEST_CASE(Ui_FirstUse_SubmenusOpenOnThePhoneScreen) {
-    std::wstring path = WriteList(L"First use.zvl", Grocery());
-    ListOpenRequest req;
-    ui::Script s;
-    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Right); });
-    s.WaitUntil([](ui::Dlg& d) { return d.MenuOpen(); });
-    s.Step([](ui::Dlg& d) {
-        // The sort submenu's number: entries before it that are not separators.
-        HMENU menu = d.SoftKeyMenu(ui::Right);
-        int number = 0;
-        for (int pos = 0; pos <= LISTWIN_POS_SORT_POPUP; ++pos)
-            if (!(GetMenuState(menu, (UINT)pos, MF_BYPOSITION) & MF_SEPARATOR)) ++number;
-        d.Char((wchar_t)(L'0' + number % 10));
-    });
-    s.WaitUntil([](ui::Dlg&) { return OpenMenus().size() == 2; });
-    s.Step([](ui::Dlg&) {
-        RECT phone, r;
-        GetPhoneScreenRect(&phone);
-        for (HWND menu : OpenMenus()) {
-            GetWindowRect(menu, &r);
-            CHECK(r.left >= phone.left && r.right <= phone.right);
-            CHECK(r.top >= phone.top && r.bottom <= phone.bottom);
-        }
-        EndMenu();
-    });
-    s.WaitUntil([](ui::Dlg& d) { return !d.MenuOpen(); });
-    s.Step([](ui::Dlg& d) { d.Back(); });
-    CHECK_EQ((int)RunList(s, path, req), 1);
+    for (int dpi : {96, 192}) {
+        uitest::DensityScope density(dpi);
+        std::wstring path = WriteList(L"First use.zvl", content);
+        ListOpenRequest req;
+        ui::Script s;
+        s.Step([&](ui::Dlg& d) {
+            RECT row = {LVIR_BOUNDS, 0, 0, 0};
+            SendMessageW(d.Item(kList), LVM_GETITEMRECT, 0, (LPARAM)&row);
+            CHECK((int)(row.bottom - row.top) >= ScaleY(12) + ScaleY(2));  // the check bitmap and a margin
+            CHECK_EQ(originX(d), 0);
+            d.Key(VK_RIGHT);
+        });
+        s.Step([&](ui::Dlg& d) {
+            CHECK(originX(d) > 0);
+            d.Key(VK_LEFT);
+            d.Key(VK_LEFT);
+        });
+        s.Step([&](ui::Dlg& d) {
+            CHECK_EQ(originX(d), 0);
+            CHECK_EQ(d.ListSelectionMark(kList), 0);
+            d.SoftKey(ui::Right);
+        });
+        s.WaitUntil([](ui::Dlg& d) { return d.MenuOpen(); });
+        s.Step([](ui::Dlg& d) {
+            // The sort submenu's number: entries before it that are not separators.
+            HMENU menu = d.SoftKeyMenu(ui::Right);
+            int number = 0;
+            for (int pos = 0; pos <= LISTWIN_POS_SORT_POPUP; ++pos)
+                if (!(GetMenuState(menu, (UINT)pos, MF_BYPOSITION) & MF_SEPARATOR)) ++number;
+            d.Char((wchar_t)(L'0' + number % 10));
+        });
+        s.WaitUntil([](ui::Dlg&) { return OpenMenus().size() == 2; });
+        s.Step([](ui::Dlg&) {
+            RECT phone, r;
+            GetPhoneScreenRect(&phone);
+            for (HWND menu : OpenMenus()) {
+                GetWindowRect(menu, &r);
+                CHECK(r.left >= phone.left && r.right <= phone.right);
+                CHECK(r.top >= phone.top && r.bottom <= phone.bottom);
+            }
+            EndMenu();
+        });
+        s.WaitUntil([](ui::Dlg& d) { return !d.MenuOpen(); });
+        s.Step([](ui::Dlg& d) { d.Back(); });
+        CHECK_EQ((int)RunList(s, path, req), 1);
+    }
 }

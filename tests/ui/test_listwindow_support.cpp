@@ -31,7 +31,7 @@ std::vector<unsigned char> ListBytes(const ListContent& content) {
     out.wchars(version).u32((uint32_t)content.fields.size()).u32((uint32_t)content.items.size());
     out.viewState(content.sortColumn, content.sortFlag);
     for (const FieldContent& f : content.fields)
-        out.append(doctest::FieldChunks(f.name, f.type, f.width, f.defaultText.c_str(), f.defaultChoice, 0, 0));
+        out.append(doctest::FieldChunks(f.name, f.type, f.width, L"", 0, 0, 0));
     for (const ItemContent& item : content.items) {
         if (item.backColor != 0xFFFFFFFF) out.chunkU32(120, item.backColor);
         for (size_t i = 0; i < content.fields.size(); ++i) {

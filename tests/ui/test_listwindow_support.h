@@ -21,11 +21,9 @@ struct FieldContent {
     std::wstring name;
     int type;
     int width = 60;
-    int defaultChoice = 0;
-    std::wstring defaultText;
 };
 
-inline FieldContent Field(const std::wstring& name, int type, int width = 60) { return {name, type, width, 0, L""}; }
+inline FieldContent Field(const std::wstring& name, int type, int width = 60) { return {name, type, width}; }
 
 // One cell: a choice, a text or a moment, by the field's type.
 struct Cell {
