@@ -318,18 +318,36 @@ TEST_CASE(Ui_ItemEd_AllEmptyGivesZero) {
     for (int i = 0; i < 3; ++i) CheckValueUnchanged(run.item.values[i], before.values[i], ZV_HERE);
 }
 
-// Up and Down move between rows and stop at the ends; Left and Right turn a
-// list, wrapping. Each row: the key, then the focused row and the level shown.
-// Then taps: on a label, an up-down arrow and an editor.
-TEST_CASE(Ui_ItemEd_ArrowsMoveBetweenRowsAndTurnLists) {
+// A picker takes typed parts, Up and Down change the part edited, Right moves
+// to the next part and the Action key ends the editing. Then Up and Down move
+// between rows and stop at the ends; Left and Right turn a list, wrapping
+// (each move: the key, then the focused row and the level shown). Then taps:
+// on a label, an up-down arrow and an editor.
+TEST_CASE(Ui_ItemEd_KeysAndTapsMoveBetweenRowsAndChangeValues) {
     Run run({Field(L"Due", FieldType::Date), Field(L"Level", FieldType::Priority), Field(L"Note", FieldType::Text),
-             Field(L"Tick", FieldType::Check)});
+             Field(L"Tick", FieldType::Check), Field(L"At", FieldType::Time)});
+    ui::Script s;
+    s.Step([](ui::Dlg& d) { d.Type(L"12"); });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.Text(kItemEditorFirstId), std::wstring(L"12/01/2007"));
+        d.Key(VK_RIGHT);
+    });
+    s.Step([](ui::Dlg& d) { d.Type(L"23"); });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.Text(kItemEditorFirstId), std::wstring(L"12/23/2007"));
+        d.Key(VK_UP);
+        d.Key(VK_UP);
+        d.Key(VK_DOWN);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.Text(kItemEditorFirstId), std::wstring(L"12/24/2007"));
+        d.Enter();  // ends the editing, not the dialog
+    });
     const struct {
         UINT key;
         int row, level;
-    } kMoves[] = {{VK_UP, 0, 0},    {VK_DOWN, 1, 0}, {VK_LEFT, 1, 2}, {VK_RIGHT, 1, 0}, {VK_RIGHT, 1, 1},
-                  {VK_DOWN, 2, 1},  {VK_DOWN, 3, 1}, {VK_DOWN, 3, 1}, {VK_UP, 2, 1}};
-    ui::Script s;
+    } kMoves[] = {{VK_UP, 0, 0},   {VK_DOWN, 1, 0}, {VK_LEFT, 1, 2}, {VK_RIGHT, 1, 0}, {VK_RIGHT, 1, 1}, {VK_DOWN, 2, 1},
+                  {VK_DOWN, 3, 1}, {VK_DOWN, 4, 1}, {VK_DOWN, 4, 1}, {VK_UP, 3, 1},    {VK_UP, 2, 1}};
     for (size_t i = 0; i < sizeof kMoves / sizeof kMoves[0]; ++i) {
         const auto m = kMoves[i];
         s.Step([m](ui::Dlg& d) { d.Key(m.key); });
@@ -360,42 +378,19 @@ TEST_CASE(Ui_ItemEd_ArrowsMoveBetweenRowsAndTurnLists) {
     });
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(d.FocusId(), kItemEditorFirstId + 2);
-        d.SoftKey(ui::Left);
-    });
-    CHECK_EQ(run.Go(s), 1);
-    CHECK_EQ(run.item.values[1].choice, 2);
-    CHECK_EQ(std::wstring(run.item.values[2].text.c_str()), std::wstring(L"a"));
-}
-
-TEST_CASE(Ui_ItemEd_PickersTakeTypedDigits) {
-    // Typed parts and Up/Down change the part edited; Right moves on; Action ends the editing.
-    Run run({Field(L"Due", FieldType::Date), Field(L"At", FieldType::Time)});
-    ui::Script s;
-    s.Step([](ui::Dlg& d) { d.Type(L"12"); });
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.Text(kItemEditorFirstId), std::wstring(L"12/01/2007"));
-        d.Key(VK_RIGHT);
-    });
-    s.Step([](ui::Dlg& d) { d.Type(L"23"); });
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.Text(kItemEditorFirstId), std::wstring(L"12/23/2007"));
-        d.Key(VK_UP);
-        d.Key(VK_UP);
         d.Key(VK_DOWN);
-    });
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.Text(kItemEditorFirstId), std::wstring(L"12/24/2007"));
-        d.Enter();  // ends the editing, not the dialog
     });
     s.Step([](ui::Dlg& d) { d.Key(VK_DOWN); });
     s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.FocusId(), kItemEditorFirstId + 1);
-        d.Type(L"18");
+        d.Type(L"18");  // the hour of the time picker
         d.SoftKey(ui::Left);
     });
     CHECK_EQ(run.Go(s), 1);
-    CHECK_EQ(run.item.values[0].time.wMonth * 100 + run.item.values[0].time.wDay, 1224);
-    CHECK_EQ(run.item.values[1].time.wHour * 100 + run.item.values[1].time.wMinute, 1805);
+    const FieldValue* v = run.item.values.data();
+    CHECK_EQ(v[0].time.wMonth * 100 + v[0].time.wDay, 1224);
+    CHECK_EQ(v[1].choice, 2);
+    CHECK_EQ(std::wstring(v[2].text.c_str()), std::wstring(L"a"));
+    CHECK_EQ(v[4].time.wHour * 100 + v[4].time.wMinute, 1805);
 }
 
 TEST_CASE(Ui_ItemEd_FiftyFieldsScrollToTheLast) {
