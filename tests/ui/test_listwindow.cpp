@@ -1,5 +1,7 @@
 // The list window driven in-process: opening, sorting, checking, colouring,
-// saving and leaving, with saved files checked byte for byte.
+// menus, scrolling, saving and leaving, and files that go wrong (a save that
+// fails part-way, a list damaged when it is opened), with saved files and
+// their backups checked byte for byte.
 #include <windows.h>
 #include <commctrl.h>
 
@@ -13,6 +15,8 @@
 #include "base/ResString.h"
 #include "dialogs/FileSelectDialog.h"
 #include "dialogs/CsvDialogs.h"
+#include "document/SafeWrite.h"
+#include "platform/Platform.h"
 #include "settings/IconPicker.h"
 #include "listwindow/ListWindowState.h"
 #include "tests/framework/ZvTest.h"
@@ -57,7 +61,19 @@ void OpenContextMenu(ui::Dlg& d) {
     PostMessageW(d.hwnd, WM_CONTEXTMENU, (WPARAM)d.Item(kList), MAKELPARAM(at.x, at.y));
 }
 
+// The popup menus on the screen.
+std::vector<HWND> OpenMenus() {
+    std::vector<HWND> menus;
+    for (HWND w = GetTopWindow(nullptr); w; w = GetWindow(w, GW_HWNDNEXT)) {
+        wchar_t name[16];
+        if (IsWindowVisible(w) && GetClassNameW(w, name, 16) && lstrcmpW(name, L"#32768") == 0) menus.push_back(w);
+    }
+    return menus;
+}
+
 bool MenuGrayed(HMENU menu, UINT item, UINT by = MF_BYCOMMAND) { return GetMenuState(menu, item, by) & MF_GRAYED; }
+
+std::wstring BackupOf(const std::wstring& path) { return path.substr(0, path.size() - 3) + L"BAK"; }
 
 uitest::BoxWant Box(UINT text, UINT caption, UINT style) { return {ResText(text), ResText(caption), style}; }
 uitest::BoxWant LeaveUnsaved() {
@@ -110,7 +126,7 @@ TEST_CASE(Ui_List_OpensCheckListWithMenusAndBackup) {
     uitest::CheckBoxes({LeaveUnsaved(), LeaveUnsaved()}, ZV_HERE);
     CHECK_EQ((int)req.saved, 0);
     CHECK_BYTES(ReadBytes(path), ListBytes(content));
-    CHECK(FileExists(path.substr(0, path.size() - 3) + L"BAK"));
+    CHECK(FileExists(BackupOf(path)));
 }
 
 TEST_CASE(Ui_List_NonCheckListWithoutItemsComputesWidths) {
@@ -460,4 +476,136 @@ TEST_CASE(Ui_List_ImportPicksAFileAndWritesTheList) {
     want.fields = {Field(L"Item", 3, 0), Field(L"Qty", 5, 0)};  // no owner: no width to share
     want.items = {{{Txt(L"milk"), Txt(L"2")}}, {{Txt(L"tea"), Txt(L"1")}}};
     CHECK_BYTES(ReadBytes(category + L"Pantry.zvl"), ListBytes(want));
+}
+
+// At both densities: a row is tall enough for a check box and a line of
+// text; Right scrolls a list wider than the screen and Left scrolls back,
+// moving no row; a submenu of a soft-key menu opens on the phone screen, not
+// beside it.
+TEST_CASE(Ui_FirstUse_RowsScrollingAndSubmenus) {
+    ListContent content = Grocery();
+    for (FieldContent& field : content.fields) field.width = 200;
+    auto originX = [](ui::Dlg& d) { return GetScrollPos(d.Item(kList), SB_HORZ); };
+    for (int dpi : {96, 192}) {
+        uitest::DensityScope density(dpi);
+        std::wstring path = WriteList(L"First use.zvl", content);
+        ListOpenRequest req;
+        ui::Script s;
+        s.Step([&](ui::Dlg& d) {
+            RECT row = {LVIR_BOUNDS, 0, 0, 0};
+            SendMessageW(d.Item(kList), LVM_GETITEMRECT, 0, (LPARAM)&row);
+            CHECK((int)(row.bottom - row.top) >= ScaleY(12) + ScaleY(2));  // the check bitmap and a margin
+            CHECK_EQ(originX(d), 0);
+            d.Key(VK_RIGHT);
+        });
+        s.Step([&](ui::Dlg& d) {
+            CHECK(originX(d) > 0);
+            d.Key(VK_LEFT);
+            d.Key(VK_LEFT);
+        });
+        s.Step([&](ui::Dlg& d) {
+            CHECK_EQ(originX(d), 0);
+            CHECK_EQ(d.ListSelectionMark(kList), 0);
+            d.SoftKey(ui::Right);
+        });
+        s.WaitUntil([](ui::Dlg& d) { return d.MenuOpen(); });
+        s.Step([](ui::Dlg& d) {
+            // The sort submenu's number: entries before it that are not separators.
+            HMENU menu = d.SoftKeyMenu(ui::Right);
+            int number = 0;
+            for (int pos = 0; pos <= LISTWIN_POS_SORT_POPUP; ++pos)
+                if (!(GetMenuState(menu, (UINT)pos, MF_BYPOSITION) & MF_SEPARATOR)) ++number;
+            d.Char((wchar_t)(L'0' + number % 10));
+        });
+        s.WaitUntil([](ui::Dlg&) { return OpenMenus().size() == 2; });
+        s.Step([](ui::Dlg&) {
+            RECT phone, r;
+            GetPhoneScreenRect(&phone);
+            for (HWND menu : OpenMenus()) {
+                GetWindowRect(menu, &r);
+                CHECK(r.left >= phone.left && r.right <= phone.right);
+                CHECK(r.top >= phone.top && r.bottom <= phone.bottom);
+            }
+            EndMenu();
+        });
+        s.WaitUntil([](ui::Dlg& d) { return !d.MenuOpen(); });
+        s.Step([](ui::Dlg& d) { d.Back(); });
+        CHECK_EQ((int)RunList(s, path, req), 1);
+    }
+}
+
+// The window stays open with its changes; left unsaved, the list and its
+// backup are the good list, opened again too.
+TEST_CASE(Ui_Damaged_FailedSaveLeaveReopenKeepsTheBackup) {
+    const std::vector<unsigned char> good = ListBytes(Grocery());
+    std::wstring path = WriteList(L"Shop.zvl", Grocery());
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) {
+        d.Command(IDM_SORT_BASE + 1);
+        setWriteFaultAfter(40);  // the disk fills up part-way through the save
+        d.SoftKey(ui::Left);
+    });
+    s.Step([&](ui::Dlg& d) {
+        setWriteFaultAfter(-1);
+        CHECK(Column(d, 1) == Texts({L"milk", L"Bread", L"apples"}));
+        d.Back();
+    });
+    s.Answer(IDOK).Answer(IDYES);
+    CHECK_EQ((int)RunList(s, path, req), 1);
+    setWriteFaultAfter(-1);
+    uitest::BoxWant failed = Box(IDS_SAVE_FAILED, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION);
+    failed.text += L"\n\n" + ResText(IDS_CAUSE_DISK_FULL);
+    uitest::CheckBoxes({failed, LeaveUnsaved()}, ZV_HERE);
+    CHECK_EQ((int)req.saved, 0);
+    CHECK_BYTES(ReadBytes(path), good);
+    CHECK_BYTES(ReadBytes(BackupOf(path)), good);
+
+    // Opened again: the list and its backup are the good list still.
+    ui::Script again;
+    again.Step([&](ui::Dlg& d) {
+        CHECK_EQ(d.ListCount(kList), 3);
+        d.Back();
+    });
+    CHECK_EQ((int)RunList(again, path, req), 1);
+    CHECK(ui::MessageBoxes().empty());
+    CHECK_BYTES(ReadBytes(path), good);
+    CHECK_BYTES(ReadBytes(BackupOf(path)), good);
+}
+
+TEST_CASE(Ui_Damaged_CutListOpensWithWhatCouldBeReadAndAsksBeforeSaving) {
+    const std::vector<unsigned char> good = ListBytes(Grocery());
+    const std::vector<unsigned char> cut(good.begin(), good.end() - 3);
+    std::wstring path = WriteList(L"Shop.zvl", Grocery());
+    WriteBytes(BackupOf(path), good);
+    WriteBytes(path, cut);
+    uitest::BoxWant partly = Box(IDS_LIST_PARTLY_READ, IDS_SAVE_DAMAGED_CAPTION, MB_ICONEXCLAMATION);
+    partly.text.replace(partly.text.find(L"%s"), 2, L"2 of 3");
+
+    // No to the question: nothing is written, the backup stays good.
+    ListOpenRequest req;
+    ui::Script s;
+    s.Step([&](ui::Dlg& d) {
+        CHECK_EQ(d.ListCount(kList), 2);
+        d.SoftKey(ui::Left);
+    });
+    s.Step([&](ui::Dlg& d) { d.Back(); });
+    s.Answer(IDOK).Answer(IDNO);
+    CHECK_EQ((int)RunList(s, path, req), 1);
+    uitest::CheckBoxes({partly, Box(IDS_SAVE_DAMAGED_TEXT, IDS_SAVE_DAMAGED_CAPTION, MB_YESNO | MB_ICONQUESTION)},
+                       ZV_HERE);
+    CHECK_EQ((int)req.saved, 0);
+    CHECK_BYTES(ReadBytes(path), cut);
+    CHECK_BYTES(ReadBytes(BackupOf(path)), good);
+
+    // Yes: the list is saved whole with the items that could be read.
+    ui::Script yes;
+    yes.Step([&](ui::Dlg& d) { d.SoftKey(ui::Left); });
+    yes.Answer(IDOK).Answer(IDYES);
+    CHECK_EQ((int)RunList(yes, path, req), 1);
+    CHECK_EQ((int)req.saved, 1);
+    ListContent two = Grocery();
+    two.items.pop_back();
+    CHECK_BYTES(ReadBytes(path), ListBytes(two));
+    CHECK_BYTES(ReadBytes(BackupOf(path)), good);
 }
