@@ -181,13 +181,37 @@ void CheckPickerFace(HWND picker, const char* file, int line) {
 
 }  // namespace
 
-// Every type gets its editor, labelled with its name (an unnamed field: its
-// type's name), showing a new item's values and its fields' default texts.
+// At 192 dpi, where a size left unscaled shows: the form fits and the pickers
+// keep their face. Cancel, and Back outside an edit box, leave the item as it
+// was. Every type gets its editor, labelled with its name (an unnamed field:
+// its type's name), showing a new item's values and its fields' default texts.
 TEST_CASE(Ui_ItemEd_EachTypeGetsItsEditor) {
+    uitest::DensityScope density(192);
     Run run(EveryType());
     run.item.values[9].text = L"own";  // a value with text keeps it
     run.item.values[4].choice = 1;     // Yes first, No second: the entry at position `choice`
     run.item.values[6].choice = 7;     // out of range: starts at the first entry
+    const ListItem before = run.item;
+    ui::Script cancel;
+    cancel.Step([&](ui::Dlg& d) {
+        uitest::ControlsFit(d.hwnd, {kItemLabelFirstId, kItemEditorFirstId, kItemLabelFirstId + 3,
+                                     kItemEditorFirstId + 3, kItemEditorFirstId + 9}, ZV_HERE);
+        CHECK_EQ((int)uitest::FontOf(d.Item(kItemEditorFirstId)).lfHeight, -ScaleY(12));
+        CheckPickerFace(d.Item(kItemEditorFirstId + 1), ZV_HERE);
+    });
+    PressSteps(cancel, VK_DOWN, 2);
+    PressSteps(cancel, VK_RIGHT, 1);
+    PressSteps(cancel, VK_DOWN, 1);
+    cancel.Step([](ui::Dlg& d) { d.Type(L" more"); });
+    cancel.Step([](ui::Dlg& d) { d.SoftKey(ui::Right); });
+    ui::Script back;
+    PressSteps(back, VK_DOWN, 2);
+    back.Step([](ui::Dlg& d) { d.Back(); });
+    for (ui::Script* script : {&cancel, &back}) {
+        CHECK_EQ(run.Go(*script), 0);
+        for (int i = 0; i < 10; ++i) CheckValueUnchanged(run.item.values[i], before.values[i], ZV_HERE);
+    }
+
     ui::Script s;
     s.Step([&](ui::Dlg& d) {
         const wchar_t* editorClass[] = {L"SysDateTimePick32", L"SysDateTimePick32", L"ListBox", L"Edit", L"ListBox",
@@ -440,33 +464,4 @@ TEST_CASE(Ui_ItemEd_FiftyFieldsScrollToTheLast) {
     CHECK_EQ(run.Go(s), 1);
     CHECK_EQ((int)run.item.values.size(), kMaxFields);
     CHECK_EQ(std::wstring(run.item.values[kMaxFields - 1].text.c_str()), std::wstring(L"end"));
-}
-
-// Cancel, and Back outside an edit box, leave the item as it was. At 192 dpi,
-// where a size left unscaled shows: the form fits and the pickers keep their face.
-TEST_CASE(Ui_ItemEd_CancelLeavesTheItemAt192Dpi) {
-    uitest::DensityScope density(192);
-    Run run(EveryType());
-    run.item.values[3].text = L"keep";
-    run.item.values[2].choice = 1;
-    const ListItem before = run.item;
-    ui::Script s;
-    s.Step([&](ui::Dlg& d) {
-        uitest::ControlsFit(d.hwnd, {kItemLabelFirstId, kItemEditorFirstId, kItemLabelFirstId + 3,
-                                     kItemEditorFirstId + 3, kItemEditorFirstId + 9}, ZV_HERE);
-        CHECK_EQ((int)uitest::FontOf(d.Item(kItemEditorFirstId)).lfHeight, -ScaleY(12));
-        CheckPickerFace(d.Item(kItemEditorFirstId + 1), ZV_HERE);
-    });
-    PressSteps(s, VK_DOWN, 2);
-    PressSteps(s, VK_RIGHT, 1);
-    PressSteps(s, VK_DOWN, 1);
-    s.Step([](ui::Dlg& d) { d.Type(L" more"); });
-    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Right); });
-    ui::Script back;
-    PressSteps(back, VK_DOWN, 2);
-    back.Step([](ui::Dlg& d) { d.Back(); });
-    for (ui::Script* script : {&s, &back}) {
-        CHECK_EQ(run.Go(*script), 0);
-        for (int i = 0; i < 10; ++i) CheckValueUnchanged(run.item.values[i], before.values[i], ZV_HERE);
-    }
 }
