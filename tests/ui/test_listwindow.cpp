@@ -10,25 +10,169 @@
 #include <vector>
 
 #include "LangIds.h"
-#include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
 #include "base/ResString.h"
-#include "dialogs/FileSelectDialog.h"
 #include "dialogs/CsvDialogs.h"
+#include "dialogs/FileSelectDialog.h"
 #include "document/SafeWrite.h"
-#include "platform/Platform.h"
-#include "settings/IconPicker.h"
+#include "listwindow/ItemEditor.h"
+#include "listwindow/ListWindow.h"
 #include "listwindow/ListWindowState.h"
+#include "platform/Platform.h"
+#include "platform/ScreenScale.h"
+#include "settings/IconPicker.h"
+#include "tests/core/test_doc_util.h"
 #include "tests/framework/ZvTest.h"
+#include "tests/harness/UiHarness.h"
 #include "tests/ui/UiTestUtil.h"
-#include "tests/ui/test_listwindow_support.h"
-
-using namespace lwtest;
 
 namespace {
 
 constexpr int kList = kListViewControlId;
 using Texts = std::vector<std::wstring>;
+using doctest::Bytes;
+using doctest::FileExists;
+using doctest::ReadBytes;
+using doctest::WriteBytes;
+
+// One field as the file holds it.
+struct FieldContent {
+    std::wstring name;
+    int type;
+    int width = 60;
+};
+
+FieldContent Field(const std::wstring& name, int type, int width = 60) { return {name, type, width}; }
+
+// One cell: a choice, a text or a moment, by the field's type.
+struct Cell {
+    int choice = 0;
+    std::wstring text;
+    SYSTEMTIME time = {};
+};
+Cell Choice(int v) { return {v, L"", {}}; }
+Cell Txt(const std::wstring& s) { return {0, s, {}}; }
+Cell When(int year, int month, int day) {
+    return {0, L"", {WORD(year), WORD(month), 0, WORD(day), 0, 0, 0, 0}};
+}
+
+struct ItemContent {
+    std::vector<Cell> cells;
+    uint32_t backColor = 0xFFFFFFFF;
+};
+
+struct ListContent {
+    std::wstring version = L"1.7";
+    int sortColumn = -1;
+    int sortFlag = 0;
+    std::vector<FieldContent> fields;
+    std::vector<ItemContent> items;
+};
+
+// A shopping check list: Done (check), Item (text), Qty (number),
+// Got (a second check column).
+ListContent Grocery() {
+    ListContent content;
+    content.fields = {Field(L"Done", 6, 30), Field(L"Item", 3, 90), Field(L"Qty", 5, 40), Field(L"Got", 6, 30)};
+    content.items = {
+        {{Choice(0), Txt(L"milk"), Txt(L"2"), Choice(0)}},
+        {{Choice(1), Txt(L"Bread"), Txt(L"10"), Choice(0)}},
+        {{Choice(0), Txt(L"apples"), Txt(L"1.5"), Choice(1)}},
+    };
+    return content;
+}
+
+// The whole file for `content` as the layout defines it (the version in an
+// 8-byte slot, as files of other versions have it).
+std::vector<unsigned char> ListBytes(const ListContent& content) {
+    Bytes out;
+    std::wstring version = content.version;
+    version.resize(4, L'\0');
+    out.wchars(version).u32((uint32_t)content.fields.size()).u32((uint32_t)content.items.size());
+    out.viewState(content.sortColumn, content.sortFlag);
+    for (const FieldContent& f : content.fields)
+        out.append(doctest::FieldChunks(f.name, f.type, f.width, L"", 0, 0, 0));
+    for (const ItemContent& item : content.items) {
+        if (item.backColor != 0xFFFFFFFF) out.chunkU32(120, item.backColor);
+        for (size_t i = 0; i < content.fields.size(); ++i) {
+            const uint32_t type = (uint32_t)content.fields[i].type;
+            const Cell& c = item.cells[i];
+            const SYSTEMTIME& t = c.time;
+            if (type == 2 || type == 4 || type == 6 || type == 8) out.chunkU32(type, (uint32_t)c.choice);  // choices
+            else if (type == 0 || type == 1 || type == 7)  // moments
+                out.chunk(type, Bytes().systemTime(t.wYear, t.wMonth, t.wDayOfWeek, t.wDay, t.wHour, t.wMinute,
+                                                   t.wSecond, t.wMilliseconds));
+            else out.chunkText(type, c.text);
+        }
+    }
+    return out.v;
+}
+
+// A folder of its own for the list tests ("\zvlisttests\"), emptied.
+std::wstring TestFolder() {
+    doctest::RemoveTree(L"\\zvlisttests\\");
+    CreateDirectoryW(L"\\zvlisttests\\", nullptr);
+    return L"\\zvlisttests\\";
+}
+
+// Writes `content` as `name` in a freshly emptied TestFolder(); returns its path.
+std::wstring WriteList(const std::wstring& name, const ListContent& content) {
+    std::wstring path = TestFolder() + name;
+    WriteBytes(path, ListBytes(content));
+    return path;
+}
+
+// Runs the list window on `path` under `script`.
+INT_PTR RunList(ui::Script& script, const std::wstring& path, ListOpenRequest& request,
+                const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
+    request = ListOpenRequest();
+    request.module = hInstance;
+    lstrcpynW(request.path, path.c_str(), MAX_PATH);
+    request.saved = 0xEE;  // neither answer: shows whether the window wrote it
+    // Every script starts once the window has settled: its focus timer has
+    // put the focus on the list and the selection mark on row 0.
+    ui::Script settle;
+    settle.WaitUntil([](ui::Dlg& d) {
+        HWND list = d.Item(kList);
+        if (!list || GetFocus() != list) return false;
+        return SendMessageW(list, LVM_GETITEMCOUNT, 0, 0) == 0 || SendMessageW(list, LVM_GETSELECTIONMARK, 0, 0) == 0;
+    });
+    if (!script.steps.empty()) script.steps.insert(script.steps.begin(), settle.steps.front());
+    return ui::RunModal(script, [&] { return RunListWindow(nullptr, request); }, file, line);
+}
+
+// Adds an item (`command` IDM_ADD_ITEM) or edits the selected one
+// (IDM_EDIT_ITEM) through the item editor: field 1 is given `text` and the
+// editor is confirmed, or cancelled when `text` is null.
+void EditItem(ui::Script& s, UINT command, const wchar_t* text) {
+    s.Step([command](ui::Dlg& d) { d.Command(command); });
+    s.WaitFor(L"#32770", ResText(IDS_ITEM_EDIT_TITLE).c_str());
+    s.Step([text](ui::Dlg& d) {
+        if (!text) return d.SoftKey(ui::Right);  // Cancel
+        d.SetFocusTo(kItemEditorFirstId + 1);
+        SetWindowTextW(d.Item(kItemEditorFirstId + 1), text);
+    });
+    if (text) s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });  // Done
+    s.WaitFor(L"#32770", L"Zorvel");
+}
+
+// Texts of column `col` of every row, top to bottom.
+Texts Column(ui::Dlg& d, int col) {
+    Texts texts;
+    for (int row = 0; row < d.ListCount(kList); ++row) texts.push_back(d.ListText(kList, row, col));
+    return texts;
+}
+
+// Selects and focuses row `row` as the navigation keys would (-1: no row).
+void SelectRow(ui::Dlg& d, int row) {
+    HWND list = d.Item(kList);
+    LVITEMW item = {};
+    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    item.state = row < 0 ? 0 : LVIS_SELECTED | LVIS_FOCUSED;
+    SendMessageW(list, LVM_SETITEMSTATE, (WPARAM)row, (LPARAM)&item);
+    SendMessageW(list, LVM_SETSELECTIONMARK, 0, row);
+    SetFocus(list);
+}
 
 HWND Header(ui::Dlg& d) { return (HWND)SendMessageW(d.Item(kList), LVM_GETHEADER, 0, 0); }
 int ColumnWidth(ui::Dlg& d, int col) { return (int)SendMessageW(d.Item(kList), LVM_GETCOLUMNWIDTH, col, 0); }
@@ -71,6 +215,8 @@ std::vector<HWND> OpenMenus() {
     return menus;
 }
 
+bool MenuOpen(ui::Dlg& d) { return d.MenuOpen(); }
+bool MenuClosed(ui::Dlg& d) { return !d.MenuOpen(); }
 bool MenuGrayed(HMENU menu, UINT item, UINT by = MF_BYCOMMAND) { return GetMenuState(menu, item, by) & MF_GRAYED; }
 
 std::wstring BackupOf(const std::wstring& path) { return path.substr(0, path.size() - 3) + L"BAK"; }
@@ -266,13 +412,9 @@ TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
     coloured.items[1].backColor = RGB(181, 219, 181);
     coloured.items[2].backColor = RGB(255, 255, 181);
     ListContent sortedByItem = GroceryAs({2, 1, 0}, 1, 1);
-    ListContent withCheese = sortedByItem;
-    ItemContent cheese;
-    cheese.cells = {Choice(0), Txt(L"Cheese"), Txt(L""), Choice(0)};
-    withCheese.items.insert(withCheese.items.begin() + 2, cheese);
-    ListContent withApricots = Grocery();
-    cheese.cells[1] = Txt(L"Apricots");
-    withApricots.items.push_back(cheese);
+    ListContent withCheese = sortedByItem, withApricots = Grocery();
+    withCheese.items.insert(withCheese.items.begin() + 2, ItemContent{{Choice(0), Txt(L"Cheese"), Txt(L""), Choice(0)}});
+    withApricots.items.push_back(ItemContent{{Choice(0), Txt(L"Apricots"), Txt(L""), Choice(0)}});
 
     ListContent staleOrder;
     staleOrder.fields = {Field(L"Done", 6, 30), Field(L"Item", 3, 90)};
@@ -365,25 +507,20 @@ TEST_CASE(Ui_List_MenusOfferTheItemCommands) {
     std::wstring path = WriteList(L"Grocery.zvl", Grocery());
     ListOpenRequest req;
     HMENU menu = nullptr;
-    auto menuOpen = [](ui::Dlg& d) { return d.MenuOpen(); };
-    auto menuClosed = [](ui::Dlg& d) { return !d.MenuOpen(); };
     ui::Script s;
     s.Step([&](ui::Dlg& d) {
         menu = d.SoftKeyMenu(ui::Right);
-        LVITEMW none = {};
-        none.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-        SendMessageW(d.Item(kList), LVM_SETITEMSTATE, (WPARAM)-1, (LPARAM)&none);
-        SendMessageW(d.Item(kList), LVM_SETSELECTIONMARK, 0, -1);
+        SelectRow(d, -1);
         d.SoftKey(ui::Right);
     });
-    s.WaitUntil(menuOpen);
+    s.WaitUntil(MenuOpen);
     s.Step([&](ui::Dlg& d) {
         CHECK(MenuGrayed(menu, IDM_EDIT_ITEM) && MenuGrayed(menu, IDM_DELETE_ITEM));
         CHECK(MenuGrayed(menu, LISTWIN_POS_ROW_COLOR_POPUP, MF_BYPOSITION));
         CHECK(!MenuGrayed(menu, IDM_ADD_ITEM));
         d.Back();
     });
-    s.WaitUntil(menuClosed);
+    s.WaitUntil(MenuClosed);
     s.Step([&](ui::Dlg& d) {
         CHECK(IsWindowVisible(d.hwnd));
         d.Command(IDM_EDIT_ITEM);  // nothing happens without a selection
@@ -394,14 +531,14 @@ TEST_CASE(Ui_List_MenusOfferTheItemCommands) {
         SelectRow(d, 0);
         OpenContextMenu(d);
     });
-    s.WaitUntil(menuOpen);
+    s.WaitUntil(MenuOpen);
     s.Step([](ui::Dlg& d) { d.Back(); });
-    s.WaitUntil(menuClosed);
+    s.WaitUntil(MenuClosed);
     s.Step([](ui::Dlg& d) {
         CHECK(IsWindowVisible(d.hwnd));
         OpenContextMenu(d);
     });
-    s.WaitUntil(menuOpen);
+    s.WaitUntil(MenuOpen);
     s.Step([&](ui::Dlg& d) {
         for (int i = 0; i < 3; ++i) d.Key(VK_DOWN);  // Add, Edit, Delete Item
         d.Key(VK_RETURN);
@@ -508,7 +645,7 @@ TEST_CASE(Ui_FirstUse_RowsScrollingAndSubmenus) {
             CHECK_EQ(d.ListSelectionMark(kList), 0);
             d.SoftKey(ui::Right);
         });
-        s.WaitUntil([](ui::Dlg& d) { return d.MenuOpen(); });
+        s.WaitUntil(MenuOpen);
         s.Step([](ui::Dlg& d) {
             // The sort submenu's number: entries before it that are not separators.
             HMENU menu = d.SoftKeyMenu(ui::Right);
@@ -528,7 +665,7 @@ TEST_CASE(Ui_FirstUse_RowsScrollingAndSubmenus) {
             }
             EndMenu();
         });
-        s.WaitUntil([](ui::Dlg& d) { return !d.MenuOpen(); });
+        s.WaitUntil(MenuClosed);
         s.Step([](ui::Dlg& d) { d.Back(); });
         CHECK_EQ((int)RunList(s, path, req), 1);
     }
