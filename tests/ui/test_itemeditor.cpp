@@ -59,10 +59,7 @@ struct Run {
         g_appSettings.ListViewText.value = DefaultColor;
     }
     int Go(ui::Script& s, const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
-        req = ItemEditRequest();
-        req.fields = fields.data();
-        req.fieldCount = (int)fields.size();
-        req.item = &item;
+        req = {fields.data(), (int)fields.size(), &item, 0};
         return (int)ui::RunModal(s, [&] { return (INT_PTR)RunItemEditor(nullptr, req); }, file, line);
     }
 };
@@ -73,8 +70,10 @@ std::wstring ClassOf(HWND hwnd) {
     return cls;
 }
 
-std::vector<std::wstring> ListTexts(HWND list) {
-    std::vector<std::wstring> out;
+using Texts = std::vector<std::wstring>;
+
+Texts ListTexts(HWND list) {
+    Texts out;
     int n = (int)SendMessageW(list, LB_GETCOUNT, 0, 0);
     for (int i = 0; i < n; ++i) {
         wchar_t text[300] = {};
@@ -84,8 +83,8 @@ std::vector<std::wstring> ListTexts(HWND list) {
     return out;
 }
 
-std::vector<std::wstring> ChoiceTexts(FieldType type) {
-    std::vector<std::wstring> out;
+Texts ChoiceTexts(FieldType type) {
+    Texts out;
     for (int i = 0; i < choiceCount(type); ++i) out.push_back(choiceText(type, i).c_str());
     return out;
 }
@@ -229,7 +228,7 @@ TEST_CASE(Ui_ItemEd_EachTypeGetsItsEditor) {
         CHECK_EQ(d.Text(kItemLabelFirstId + 8), std::wstring(L"Progress :"));
         CHECK_EQ(d.Text(kItemLabelFirstId + 9), ResText(IDS_TYPE_TEXT) + L" :");  // no name: the type's name
         CHECK(ListTexts(d.Item(kItemEditorFirstId + 2)) == ChoiceTexts(FieldType::Priority));
-        CHECK(ListTexts(d.Item(kItemEditorFirstId + 4)) == std::vector<std::wstring>({ResText(IDS_YES), ResText(IDS_NO)}));
+        CHECK(ListTexts(d.Item(kItemEditorFirstId + 4)) == Texts({ResText(IDS_YES), ResText(IDS_NO)}));
         CHECK(ListTexts(d.Item(kItemEditorFirstId + 6)) == ChoiceTexts(FieldType::Check));
         CHECK(ListTexts(d.Item(kItemEditorFirstId + 8)) == ChoiceTexts(FieldType::Selection));
         CHECK_EQ(Selected(d.Item(kItemEditorFirstId + 2)), 2);
@@ -289,7 +288,8 @@ TEST_CASE(Ui_ItemEd_NumberCheck) {
                  {L"1a", false}, {L"1-", false}, {L" 1", false}};
     for (const auto& row : kRule)
         if ((bool)IsAcceptedNumberText(row.text) != row.accepted)
-            zvtest::Fail(ZV_HERE, "IsAcceptedNumberText(" + zvtest::Show(row.text) + ") should be " + zvtest::Show(row.accepted));
+            zvtest::Fail(ZV_HERE, "IsAcceptedNumberText(" + zvtest::Show(row.text) + ") should be " +
+                                      zvtest::Show(row.accepted));
 
     Run run({Field(L"Note", FieldType::Text), Field(L"Amount", FieldType::Number), Field(L"", FieldType::Number)});
     ui::Script s;
@@ -370,14 +370,16 @@ TEST_CASE(Ui_ItemEd_KeysAndTapsMoveBetweenRowsAndChangeValues) {
     const struct {
         UINT key;
         int row, level;
-    } kMoves[] = {{VK_UP, 0, 0},   {VK_DOWN, 1, 0}, {VK_LEFT, 1, 2}, {VK_RIGHT, 1, 0}, {VK_RIGHT, 1, 1}, {VK_DOWN, 2, 1},
-                  {VK_DOWN, 3, 1}, {VK_DOWN, 4, 1}, {VK_DOWN, 4, 1}, {VK_UP, 3, 1},    {VK_UP, 2, 1}};
+    } kMoves[] = {{VK_UP, 0, 0},   {VK_DOWN, 1, 0}, {VK_LEFT, 1, 2}, {VK_RIGHT, 1, 0},
+                  {VK_RIGHT, 1, 1}, {VK_DOWN, 2, 1}, {VK_DOWN, 3, 1}, {VK_DOWN, 4, 1},
+                  {VK_DOWN, 4, 1}, {VK_UP, 3, 1},   {VK_UP, 2, 1}};
     for (size_t i = 0; i < sizeof kMoves / sizeof kMoves[0]; ++i) {
         const auto m = kMoves[i];
         s.Step([m](ui::Dlg& d) { d.Key(m.key); });
         s.Step([m, i](ui::Dlg& d) {
             const std::string at = "move " + std::to_string(i) + ": ";
-            CHECK_EQ(at + "row " + std::to_string(d.FocusId() - kItemEditorFirstId), at + "row " + std::to_string(m.row));
+            CHECK_EQ(at + "row " + std::to_string(d.FocusId() - kItemEditorFirstId),
+                     at + "row " + std::to_string(m.row));
             CHECK_EQ(at + "level " + std::to_string(Selected(d.Item(kItemEditorFirstId + 1))),
                      at + "level " + std::to_string(m.level));
         });

@@ -226,6 +226,85 @@ uitest::BoxWant LeaveUnsaved() {
     return Box(IDS_LEAVE_UNSAVED_TEXT, IDS_LEAVE_UNSAVED_CAPTION, MB_YESNO | MB_ICONQUESTION);
 }
 
+// The grocery list in a given item order (indexes into Grocery().items),
+// with the view state it should be saved with.
+ListContent GroceryAs(std::vector<int> order, int sortColumn, int flag) {
+    ListContent content = Grocery();
+    content.items.clear();
+    for (int i : order) content.items.push_back(Grocery().items[(size_t)i]);
+    content.sortColumn = sortColumn;
+    content.sortFlag = flag;
+    return content;
+}
+
+// One thing a user does in the list window, and what the window shows after it.
+struct Act {
+    enum Kind { Cmd, Header, Cell, Select, Key, Edit, Colour } kind;
+    int a = 0;                          // command, key, row (Cell: of column `col`) or palette entry (0: Cancel)
+    int col = -1;                       // a column whose texts are then read ...
+    std::wstring shows = L"";           // ... top to bottom, joined by '|'
+    int marked = -2;                    // the column with the sort mark (-1: none; -2: not looked at)
+    const wchar_t* selected = nullptr;  // the text in `col` of the one selected, focused row
+    const wchar_t* typed = nullptr;     // Edit: the item's new text (nullptr: the editor is cancelled)
+};
+
+// Adds (IDM_ADD_ITEM) or edits an item; the item typed is then the one selected.
+Act EditAct(UINT command, const wchar_t* typed, std::wstring shows) {
+    return {Act::Edit, (int)command, typed ? 1 : -1, std::move(shows), -2, typed, typed};
+}
+
+// A session on one list: the acts, then Save (the left soft key) or Back
+// with the answers given; the file must then hold `written`.
+struct ListCase {
+    const char* name;
+    ListContent start;
+    std::vector<Act> acts;
+    bool save;
+    std::vector<int> answers;
+    ListContent written;
+};
+
+std::wstring Joined(const Texts& texts) {
+    std::wstring out;
+    for (const std::wstring& t : texts) out += (out.empty() ? L"" : L"|") + t;
+    return out;
+}
+
+void CheckAct(ui::Dlg& d, const ListCase& c, size_t index) {
+    const Act& act = c.acts[index];
+    std::string where = std::string(c.name) + ", act " + std::to_string(index + 1);
+    if (act.col >= 0 && Joined(Column(d, act.col)) != act.shows)
+        zvtest::Fail(__FILE__, __LINE__, where + ": column " + std::to_string(act.col) + " shows " +
+                                             zvtest::Show(Joined(Column(d, act.col))) + ", wanted " +
+                                             zvtest::Show(act.shows));
+    for (int col = 0; act.marked != -2 && col < (int)c.start.fields.size(); ++col)
+        if (HeaderHasMark(d, col) != (col == act.marked))
+            zvtest::Fail(__FILE__, __LINE__, where + ": sort mark on column " + std::to_string(col));
+    if (!act.selected) return;
+    int mark = d.ListSelectionMark(kList);
+    int selected = (int)SendMessageW(d.Item(kList), LVM_GETNEXTITEM, (WPARAM)-1, LVNI_SELECTED);
+    if (d.ListFocused(kList) != mark || selected != mark || d.ListText(kList, mark, act.col) != act.selected)
+        zvtest::Fail(__FILE__, __LINE__, where + ": the selected row is not " + zvtest::Show(act.selected));
+}
+
+void PlayAct(ui::Script& s, const Act& act) {
+    switch (act.kind) {
+    case Act::Cmd: s.Step([&](ui::Dlg& d) { d.Command((UINT)act.a); }); return;
+    case Act::Header: s.Step([&](ui::Dlg& d) { TapHeader(d, act.a); }); return;
+    case Act::Cell: s.Step([&](ui::Dlg& d) { d.TapCell(kList, act.a, act.col); }); return;
+    case Act::Select: s.Step([&](ui::Dlg& d) { SelectRow(d, act.a); }); return;
+    case Act::Key: s.Step([&](ui::Dlg& d) { d.Key((UINT)act.a); }); return;
+    case Act::Edit: EditItem(s, (UINT)act.a, act.typed); return;
+    case Act::Colour:
+        s.Step([](ui::Dlg& d) { d.Command(IDM_ITEM_COLOR); });
+        s.WaitFor(L"#32770", ResText(IDS_COLOR_TITLE).c_str());
+        s.Step([&](ui::Dlg& d) { act.a ? d.TapCenter(act.a) : d.Command(IDM_COLOR_CANCEL); });
+        if (act.a) s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });  // Done
+        s.WaitFor(L"#32770", L"Zorvel");
+        return;
+    }
+}
+
 }  // namespace
 
 // A check list opens with its menus and a backup. The list icon and fitted
@@ -304,90 +383,6 @@ TEST_CASE(Ui_List_NonCheckListWithoutItemsComputesWidths) {
     CHECK_EQ((int)req.saved, 0);
 }
 
-namespace {
-
-// The grocery list in a given item order (indexes into Grocery().items),
-// with the view state it should be saved with.
-ListContent GroceryAs(std::vector<int> order, int sortColumn, int flag) {
-    ListContent base = Grocery();
-    ListContent content = base;
-    content.items.clear();
-    for (int i : order) content.items.push_back(base.items[(size_t)i]);
-    content.sortColumn = sortColumn;
-    content.sortFlag = flag;
-    return content;
-}
-
-// One thing a user does in the list window, and what the window shows after it.
-struct Act {
-    enum Kind { Cmd, Header, Cell, Select, Key, Edit, Colour } kind;
-    int a = 0;                          // command, key, row (Cell: of column `col`) or palette entry (0: Cancel)
-    int col = -1;                       // a column whose texts are then read ...
-    std::wstring shows = L"";           // ... top to bottom, joined by '|'
-    int marked = -2;                    // the column with the sort mark (-1: none; -2: not looked at)
-    const wchar_t* selected = nullptr;  // the text in `col` of the one selected, focused row
-    const wchar_t* typed = nullptr;     // Edit: the item's new text (nullptr: the editor is cancelled)
-};
-
-// Adds (IDM_ADD_ITEM) or edits an item; the item typed is then the one selected.
-Act EditAct(UINT command, const wchar_t* typed, std::wstring shows) {
-    return {Act::Edit, (int)command, typed ? 1 : -1, std::move(shows), -2, typed, typed};
-}
-
-// A session on one list: the acts, then Save (the left soft key) or Back
-// with the answers given; the file must then hold `written`.
-struct ListCase {
-    const char* name;
-    ListContent start;
-    std::vector<Act> acts;
-    bool save;
-    std::vector<int> answers;
-    ListContent written;
-};
-
-std::wstring Joined(const Texts& texts) {
-    std::wstring out;
-    for (const std::wstring& t : texts) out += (out.empty() ? L"" : L"|") + t;
-    return out;
-}
-
-void CheckAct(ui::Dlg& d, const ListCase& c, size_t index) {
-    const Act& act = c.acts[index];
-    std::string where = std::string(c.name) + ", act " + std::to_string(index + 1);
-    if (act.col >= 0 && Joined(Column(d, act.col)) != act.shows)
-        zvtest::Fail(__FILE__, __LINE__, where + ": column " + std::to_string(act.col) + " shows " +
-                                             zvtest::Show(Joined(Column(d, act.col))) + ", wanted " +
-                                             zvtest::Show(act.shows));
-    for (int col = 0; act.marked != -2 && col < (int)c.start.fields.size(); ++col)
-        if (HeaderHasMark(d, col) != (col == act.marked))
-            zvtest::Fail(__FILE__, __LINE__, where + ": sort mark on column " + std::to_string(col));
-    if (!act.selected) return;
-    int mark = d.ListSelectionMark(kList);
-    int selected = (int)SendMessageW(d.Item(kList), LVM_GETNEXTITEM, (WPARAM)-1, LVNI_SELECTED);
-    if (d.ListFocused(kList) != mark || selected != mark || d.ListText(kList, mark, act.col) != act.selected)
-        zvtest::Fail(__FILE__, __LINE__, where + ": the selected row is not " + zvtest::Show(act.selected));
-}
-
-void PlayAct(ui::Script& s, const Act& act) {
-    switch (act.kind) {
-    case Act::Cmd: s.Step([&](ui::Dlg& d) { d.Command((UINT)act.a); }); return;
-    case Act::Header: s.Step([&](ui::Dlg& d) { TapHeader(d, act.a); }); return;
-    case Act::Cell: s.Step([&](ui::Dlg& d) { d.TapCell(kList, act.a, act.col); }); return;
-    case Act::Select: s.Step([&](ui::Dlg& d) { SelectRow(d, act.a); }); return;
-    case Act::Key: s.Step([&](ui::Dlg& d) { d.Key((UINT)act.a); }); return;
-    case Act::Edit: EditItem(s, (UINT)act.a, act.typed); return;
-    case Act::Colour:
-        s.Step([](ui::Dlg& d) { d.Command(IDM_ITEM_COLOR); });
-        s.WaitFor(L"#32770", ResText(IDS_COLOR_TITLE).c_str());
-        s.Step([&](ui::Dlg& d) { act.a ? d.TapCenter(act.a) : d.Command(IDM_COLOR_CANCEL); });
-        if (act.a) s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });  // Done
-        s.WaitFor(L"#32770", L"Zorvel");
-        return;
-    }
-}
-
-}  // namespace
-
 // Sorting, checking, colouring, adding, editing, deleting and leaving, each as
 // a user does it, with the file checked byte for byte at the end.
 TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
@@ -413,7 +408,8 @@ TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
     coloured.items[2].backColor = RGB(255, 255, 181);
     ListContent sortedByItem = GroceryAs({2, 1, 0}, 1, 1);
     ListContent withCheese = sortedByItem, withApricots = Grocery();
-    withCheese.items.insert(withCheese.items.begin() + 2, ItemContent{{Choice(0), Txt(L"Cheese"), Txt(L""), Choice(0)}});
+    withCheese.items.insert(withCheese.items.begin() + 2,
+                            ItemContent{{Choice(0), Txt(L"Cheese"), Txt(L""), Choice(0)}});
     withApricots.items.push_back(ItemContent{{Choice(0), Txt(L"Apricots"), Txt(L""), Choice(0)}});
 
     ListContent staleOrder;
