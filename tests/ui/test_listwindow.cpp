@@ -199,12 +199,6 @@ void TapHeader(ui::Dlg& d, int column) {
     d.Tap(Header(d), (rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2);
 }
 
-void OpenContextMenu(ui::Dlg& d) {
-    POINT at = {20, 40};
-    ClientToScreen(d.Item(kList), &at);
-    PostMessageW(d.hwnd, WM_CONTEXTMENU, (WPARAM)d.Item(kList), MAKELPARAM(at.x, at.y));
-}
-
 // The popup menus on the screen.
 std::vector<HWND> OpenMenus() {
     std::vector<HWND> menus;
@@ -239,8 +233,8 @@ ListContent GroceryAs(std::vector<int> order, int sortColumn, int flag) {
 
 // One thing a user does in the list window, and what the window shows after it.
 struct Act {
-    enum Kind { Cmd, Header, Cell, Select, Key, Edit, Colour } kind;
-    int a = 0;                          // command, key, row (Cell: of column `col`) or palette entry (0: Cancel)
+    enum Kind { Cmd, Header, Cell, Select, Key, Edit, Colour, Menu, Context } kind;
+    int a = 0;  // command, key, row (Cell: of column `col`), palette entry (0: Cancel) or context menu entry
     int col = -1;                       // a column whose texts are then read ...
     std::wstring shows = L"";           // ... top to bottom, joined by '|'
     int marked = -2;                    // the column with the sort mark (-1: none; -2: not looked at)
@@ -299,6 +293,32 @@ void PlayAct(ui::Script& s, const Act& act) {
         s.Step([&](ui::Dlg& d) { act.a ? d.TapCenter(act.a) : d.Command(IDM_COLOR_CANCEL); });
         if (act.a) s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });  // Done
         s.WaitFor(L"#32770", L"Zorvel");
+        return;
+    case Act::Menu:  // the soft-key menu: the item commands grayed exactly without a selection; Back closes it
+        s.Step([](ui::Dlg& d) { d.SoftKey(ui::Right); });
+        s.WaitUntil(MenuOpen);
+        s.Step([](ui::Dlg& d) {
+            HMENU menu = d.SoftKeyMenu(ui::Right);
+            const bool none = d.ListSelectionMark(kList) < 0;
+            CHECK(MenuGrayed(menu, IDM_EDIT_ITEM) == none && MenuGrayed(menu, IDM_DELETE_ITEM) == none);
+            CHECK(MenuGrayed(menu, LISTWIN_POS_ROW_COLOR_POPUP, MF_BYPOSITION) == none);
+            CHECK(!MenuGrayed(menu, IDM_ADD_ITEM));
+            d.Back();
+        });
+        s.WaitUntil(MenuClosed);
+        return;
+    case Act::Context:  // the context menu on the list: entry `a` chosen, or closed with Back (0)
+        s.Step([](ui::Dlg& d) {
+            POINT at = {20, 40};
+            ClientToScreen(d.Item(kList), &at);
+            PostMessageW(d.hwnd, WM_CONTEXTMENU, (WPARAM)d.Item(kList), MAKELPARAM(at.x, at.y));
+        });
+        s.WaitUntil(MenuOpen);
+        s.Step([&](ui::Dlg& d) {
+            for (int i = 0; i < act.a; ++i) d.Key(VK_DOWN);
+            act.a ? d.Key(VK_RETURN) : d.Back();
+        });
+        s.WaitUntil(MenuClosed);
         return;
     }
 }
@@ -393,7 +413,8 @@ TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
         {{When(2007, 3, 1), Choice(1), Txt(L"third")}},     // high
         {{When(2007, 3, 1), Choice(1), Txt(L"fourth")}},    // high
     };
-    ListContent twoDone = Grocery();
+    ListContent firstDeleted = Grocery(), twoDone = Grocery();
+    firstDeleted.items.erase(firstDeleted.items.begin());
     twoDone.items[0].cells[0] = Choice(2);  // not exactly 1: stays on Delete checked
     ListContent deletedChecked = twoDone;
     deletedChecked.items.erase(deletedChecked.items.begin() + 1);
@@ -456,6 +477,14 @@ TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
          {{Act::Cmd, IDM_CHECK_ALL, 0, checked + L"|" + checked + L"|" + checked},
           {Act::Cmd, IDM_UNCHECK_ALL, 0, unchecked + L"|" + unchecked + L"|" + unchecked}, {Act::Cmd, IDM_CHECK_ALL}},
          false, {}, Grocery()},
+        // Without a selection the item commands are grayed and do nothing.
+        // Back in an open menu closes that menu only; the context menu's
+        // third entry deletes the selected item.
+        {"menus", Grocery(),
+         {{Act::Select, -1}, {Act::Menu}, {Act::Cmd, IDM_EDIT_ITEM},
+          {Act::Cmd, IDM_DELETE_ITEM, 1, L"milk|Bread|apples"}, {Act::Select, 0}, {Act::Menu}, {Act::Context, 0},
+          {Act::Context, 3, 1, L"Bread|apples"}},
+         true, {}, firstDeleted},
         {"delete checked", twoDone, {{Act::Cmd, IDM_DELETE_CHECKED, 1, L"milk|apples"}}, true, {}, deletedChecked},
         // Edit, a sort and Check all keep the item worked on selected.
         {"the item worked on stays selected", sortedByItem,
@@ -493,60 +522,6 @@ TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
             zvtest::Fail(ZV_HERE, std::string(c.name) + ": the file written");
         if (!c.save) CHECK_BYTES(before, ListBytes(c.written));
     }
-}
-
-// Without a selection the item commands are grayed and do nothing; with one,
-// the context menu deletes it. Back in an open menu closes that menu only.
-TEST_CASE(Ui_List_MenusOfferTheItemCommands) {
-    std::wstring path = WriteList(L"Grocery.zvl", Grocery());
-    ListOpenRequest req;
-    HMENU menu = nullptr;
-    ui::Script s;
-    s.Step([&](ui::Dlg& d) {
-        menu = d.SoftKeyMenu(ui::Right);
-        SelectRow(d, -1);
-        d.SoftKey(ui::Right);
-    });
-    s.WaitUntil(MenuOpen);
-    s.Step([&](ui::Dlg& d) {
-        CHECK(MenuGrayed(menu, IDM_EDIT_ITEM) && MenuGrayed(menu, IDM_DELETE_ITEM));
-        CHECK(MenuGrayed(menu, LISTWIN_POS_ROW_COLOR_POPUP, MF_BYPOSITION));
-        CHECK(!MenuGrayed(menu, IDM_ADD_ITEM));
-        d.Back();
-    });
-    s.WaitUntil(MenuClosed);
-    s.Step([&](ui::Dlg& d) {
-        CHECK(IsWindowVisible(d.hwnd));
-        d.Command(IDM_EDIT_ITEM);  // nothing happens without a selection
-        d.Command(IDM_DELETE_ITEM);
-    });
-    s.Step([&](ui::Dlg& d) {
-        CHECK_EQ(d.ListCount(kList), 3);
-        SelectRow(d, 0);
-        OpenContextMenu(d);
-    });
-    s.WaitUntil(MenuOpen);
-    s.Step([](ui::Dlg& d) { d.Back(); });
-    s.WaitUntil(MenuClosed);
-    s.Step([](ui::Dlg& d) {
-        CHECK(IsWindowVisible(d.hwnd));
-        OpenContextMenu(d);
-    });
-    s.WaitUntil(MenuOpen);
-    s.Step([&](ui::Dlg& d) {
-        for (int i = 0; i < 3; ++i) d.Key(VK_DOWN);  // Add, Edit, Delete Item
-        d.Key(VK_RETURN);
-    });
-    s.WaitUntil([](ui::Dlg& d) { return !d.MenuOpen() && d.ListCount(kList) == 2; });
-    s.Step([&](ui::Dlg& d) {
-        CHECK(Column(d, 1) == Texts({L"Bread", L"apples"}));
-        d.SoftKey(ui::Left);
-    });
-    CHECK_EQ((int)RunList(s, path, req), 1);
-    CHECK(ui::MessageBoxes().empty());
-    ListContent want = Grocery();
-    want.items.erase(want.items.begin());
-    CHECK_BYTES(ReadBytes(path), ListBytes(want));
 }
 
 // Names in any script: a Greek list with an emoji, exported under a Japanese name with an accent.
