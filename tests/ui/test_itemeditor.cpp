@@ -37,23 +37,12 @@ FieldDef Field(const wchar_t* name, FieldType type, const wchar_t* defaultText =
 
 using doctest::MakeTime;
 
-ListItem Item(const std::vector<FieldDef>& fields) {
-    ListItem item;
-    item.fieldCount = (int)fields.size();
-    item.values.resize(fields.size());
-    for (size_t i = 0; i < fields.size(); ++i) {
-        item.values[i].storedType = fields[i].type;
-        item.values[i].time = MakeTime(2007, 3, 1, 9, 5);
-    }
-    return item;
-}
-
 // One field of every type, in type order, and a tenth with an empty name.
 std::vector<FieldDef> EveryType() {
-    return {Field(L"Due", FieldType::Date),        Field(L"At", FieldType::Time),
-            Field(L"Level", FieldType::Priority),  Field(L"Note", FieldType::Text, L"milk"),
-            Field(L"Done", FieldType::YesNo),      Field(L"Amount", FieldType::Number, L"12"),
-            Field(L"Tick", FieldType::Check),      Field(L"When", FieldType::DateTime),
+    return {Field(L"Due", FieldType::Date),           Field(L"At", FieldType::Time),
+            Field(L"Level", FieldType::Priority, L"", 2), Field(L"Note", FieldType::Text, L"milk"),
+            Field(L"Done", FieldType::YesNo),         Field(L"Amount", FieldType::Number, L"12"),
+            Field(L"Tick", FieldType::Check),         Field(L"When", FieldType::DateTime),
             Field(L"Progress", FieldType::Selection), Field(L"", FieldType::Text)};
 }
 
@@ -62,20 +51,18 @@ struct Run {
     ListItem item;
     ItemEditRequest req;
 
-    explicit Run(std::vector<FieldDef> f) : fields(std::move(f)), item(Item(fields)) {
+    // A new item, made on 1 March 2007 at 9:05.
+    explicit Run(std::vector<FieldDef> f) : fields(std::move(f)) {
+        initNewItem(item, fields.data(), (int)fields.size(), MakeTime(2007, 3, 1, 9, 5));
         // The list colours as the program starts with them (the system's).
         g_appSettings.ListViewBack.value = DefaultColor;
         g_appSettings.ListViewText.value = DefaultColor;
     }
-    int Go(ui::Script& s, const char* file, int line) {
-        req = ItemEditRequest();
-        req.fields = fields.data();
-        req.fieldCount = (int)fields.size();
-        req.item = &item;
+    int Go(ui::Script& s, const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
+        req = {fields.data(), (int)fields.size(), &item, 0};
         return (int)ui::RunModal(s, [&] { return (INT_PTR)RunItemEditor(nullptr, req); }, file, line);
     }
 };
-#define GO(run, s) (run).Go(s, __FILE__, __LINE__)
 
 std::wstring ClassOf(HWND hwnd) {
     wchar_t cls[64] = {};
@@ -83,8 +70,10 @@ std::wstring ClassOf(HWND hwnd) {
     return cls;
 }
 
-std::vector<std::wstring> ListTexts(HWND list) {
-    std::vector<std::wstring> out;
+using Texts = std::vector<std::wstring>;
+
+Texts ListTexts(HWND list) {
+    Texts out;
     int n = (int)SendMessageW(list, LB_GETCOUNT, 0, 0);
     for (int i = 0; i < n; ++i) {
         wchar_t text[300] = {};
@@ -94,8 +83,8 @@ std::vector<std::wstring> ListTexts(HWND list) {
     return out;
 }
 
-std::vector<std::wstring> ChoiceTexts(FieldType type) {
-    std::vector<std::wstring> out;
+Texts ChoiceTexts(FieldType type) {
+    Texts out;
     for (int i = 0; i < choiceCount(type); ++i) out.push_back(choiceText(type, i).c_str());
     return out;
 }
@@ -134,38 +123,20 @@ void CheckValueUnchanged(const FieldValue& got, const FieldValue& want, const ch
     CHECK_AT(memcmp(&got.time, &want.time, sizeof(SYSTEMTIME)) == 0, file, line);
 }
 
-// A picture of a window's client area (or of anything drawn into it) as
-// 32-bit pixels, top row first.
+// A 32-bit picture to draw or copy into, read back pixel by pixel.
 struct Picture {
-    int width = 0, height = 0;
-    BitmapHandle bitmap;
     MemoryDC dc{nullptr};
-    const DWORD* bits = nullptr;
-
-    Picture(int w, int h) : width(w), height(h) {
-        BITMAPINFO info = {};
-        info.bmiHeader = {sizeof(BITMAPINFOHEADER), w, -h, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        void* memory = nullptr;
-        bitmap.Reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &memory, nullptr, 0));
-        bits = (const DWORD*)memory;
-        SelectObject(dc, bitmap);
-    }
-    DWORD At(int x, int y) const { return bits[(size_t)y * width + x] & 0xFFFFFF; }
-    bool Dark(int x, int y) const {
-        const DWORD p = At(x, y);
-        return (p & 0xFF) + ((p >> 8) & 0xFF) + ((p >> 16) & 0xFF) < 3 * 128;
-    }
-    // The first and last rows with a dark pixel left of `right`.
-    std::pair<int, int> InkRows(int right) const {
-        int top = -1, bottom = -1;
+    BitmapHandle bitmap;
+    Picture(int width, int height) : bitmap(CreateBitmap(width, height, 1, 32, nullptr)) { SelectObject(dc, bitmap); }
+    // The first and last rows with a dark pixel left of `right` ({-1, -1}: none).
+    std::pair<int, int> InkRows(int right, int height) const {
+        std::pair<int, int> rows = {-1, -1};
         for (int y = 0; y < height; ++y)
-            for (int x = 0; x < right; ++x)
-                if (Dark(x, y)) {
-                    if (top < 0) top = y;
-                    bottom = y;
-                    break;
-                }
-        return {top, bottom};
+            for (int x = 0; x < right; ++x) {
+                const COLORREF p = GetPixel(dc, x, y);
+                if (GetRValue(p) + GetGValue(p) + GetBValue(p) < 3 * 128) rows = {rows.first < 0 ? y : rows.first, y};
+            }
+        return rows;
     }
 };
 
@@ -178,18 +149,17 @@ void CheckPickerFace(HWND picker, const char* file, int line) {
     RedrawWindow(picker, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
     RECT rc;
     GetClientRect(picker, &rc);
-    Picture shown(rc.right, rc.bottom);
+    Picture shown(rc.right, rc.bottom), centred(rc.right, rc.bottom);
     HDC screen = GetDC(picker);
     BitBlt(shown.dc, 0, 0, rc.right, rc.bottom, screen, 0, 0, SRCCOPY);
     ReleaseDC(picker, screen);
-    GdiFlush();
 
-    const DWORD back = shown.At(1, 1);
+    const COLORREF back = GetPixel(shown.dc, 1, 1);
     const int want = ScaleX(kPickerButtonWidth);
     int buttonLeft = rc.right;
     for (int x = std::max(0, (int)rc.right - 2 * want); x < rc.right && buttonLeft == rc.right; ++x) {
         bool border = true;
-        for (int y = rc.bottom / 4; y < rc.bottom * 3 / 4 && border; ++y) border = shown.At(x, y) != back;
+        for (int y = rc.bottom / 4; y < rc.bottom * 3 / 4 && border; ++y) border = GetPixel(shown.dc, x, y) != back;
         if (border) buttonLeft = x;
     }
     if (rc.right - buttonLeft < want - 1)
@@ -198,14 +168,10 @@ void CheckPickerFace(HWND picker, const char* file, int line) {
 
     wchar_t text[64] = {};
     GetWindowTextW(picker, text, 64);
-    Picture centred(rc.right, rc.bottom);
-    PatBlt(centred.dc, 0, 0, rc.right, rc.bottom, WHITENESS);
+    PatBlt(centred.dc, 0, 0, rc.right, rc.bottom, WHITENESS);  // black text on white, as a new DC draws
     SelectedObject font(centred.dc, (HGDIOBJ)SendMessageW(picker, WM_GETFONT, 0, 0));
-    SetBkMode(centred.dc, TRANSPARENT);
-    SetTextColor(centred.dc, RGB(0, 0, 0));
     DrawTextW(centred.dc, text, -1, &rc, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
-    GdiFlush();
-    const auto got = shown.InkRows(buttonLeft), wanted = centred.InkRows(rc.right);
+    const auto got = shown.InkRows(buttonLeft, rc.bottom), wanted = centred.InkRows(rc.right, rc.bottom);
     if (got.first < 0 || std::abs(got.first - wanted.first) > 1 || std::abs(got.second - wanted.second) > 1)
         zvtest::Fail(file, line, "picker text on rows " + std::to_string(got.first) + "-" + std::to_string(got.second) +
                                      ", centred on " + std::to_string(wanted.first) + "-" +
@@ -214,8 +180,37 @@ void CheckPickerFace(HWND picker, const char* file, int line) {
 
 }  // namespace
 
+// At 192 dpi, where a size left unscaled shows: the form fits and the pickers
+// keep their face. Cancel, and Back outside an edit box, leave the item as it
+// was. Every type gets its editor, labelled with its name (an unnamed field:
+// its type's name), showing a new item's values and its fields' default texts.
 TEST_CASE(Ui_ItemEd_EachTypeGetsItsEditor) {
+    uitest::DensityScope density(192);
     Run run(EveryType());
+    run.item.values[9].text = L"own";  // a value with text keeps it
+    run.item.values[4].choice = 1;     // Yes first, No second: the entry at position `choice`
+    run.item.values[6].choice = 7;     // out of range: starts at the first entry
+    const ListItem before = run.item;
+    ui::Script cancel;
+    cancel.Step([&](ui::Dlg& d) {
+        uitest::ControlsFit(d.hwnd, {kItemLabelFirstId, kItemEditorFirstId, kItemLabelFirstId + 3,
+                                     kItemEditorFirstId + 3, kItemEditorFirstId + 9}, ZV_HERE);
+        CHECK_EQ((int)uitest::FontOf(d.Item(kItemEditorFirstId)).lfHeight, -ScaleY(12));
+        CheckPickerFace(d.Item(kItemEditorFirstId + 1), ZV_HERE);
+    });
+    PressSteps(cancel, VK_DOWN, 2);
+    PressSteps(cancel, VK_RIGHT, 1);
+    PressSteps(cancel, VK_DOWN, 1);
+    cancel.Step([](ui::Dlg& d) { d.Type(L" more"); });
+    cancel.Step([](ui::Dlg& d) { d.SoftKey(ui::Right); });
+    ui::Script back;
+    PressSteps(back, VK_DOWN, 2);
+    back.Step([](ui::Dlg& d) { d.Back(); });
+    for (ui::Script* script : {&cancel, &back}) {
+        CHECK_EQ(run.Go(*script), 0);
+        for (int i = 0; i < 10; ++i) CheckValueUnchanged(run.item.values[i], before.values[i], ZV_HERE);
+    }
+
     ui::Script s;
     s.Step([&](ui::Dlg& d) {
         const wchar_t* editorClass[] = {L"SysDateTimePick32", L"SysDateTimePick32", L"ListBox", L"Edit", L"ListBox",
@@ -223,77 +218,63 @@ TEST_CASE(Ui_ItemEd_EachTypeGetsItsEditor) {
                                         L"Edit"};
         for (int i = 0; i < 10; ++i) {
             CHECK_EQ(ClassOf(d.Item(kItemEditorFirstId + i)), std::wstring(editorClass[i]));
-            if (editorClass[i][0] != L'S') {  // edits and lists have an up-down buddy
-                HWND ud = d.Item(kItemUpDownFirstId + i);
-                CHECK_EQ(ClassOf(ud), std::wstring(UPDOWN_CLASSW));
-                CHECK_EQ((HWND)SendMessageW(ud, UDM_GETBUDDY, 0, 0), d.Item(kItemEditorFirstId + i));
-            }
+            if (editorClass[i][0] != L'S')  // edits and lists have an up-down control with the editor as buddy
+                CHECK_EQ((HWND)SendMessageW(d.Item(kItemUpDownFirstId + i), UDM_GETBUDDY, 0, 0),
+                         d.Item(kItemEditorFirstId + i));
         }
         CHECK_EQ(d.Text(kItemLabelFirstId + 0), std::wstring(L"Due :"));
         CHECK_EQ(d.Text(kItemLabelFirstId + 8), std::wstring(L"Progress :"));
         CHECK_EQ(d.Text(kItemLabelFirstId + 9), ResText(IDS_TYPE_TEXT) + L" :");  // no name: the type's name
         CHECK(ListTexts(d.Item(kItemEditorFirstId + 2)) == ChoiceTexts(FieldType::Priority));
+        CHECK(ListTexts(d.Item(kItemEditorFirstId + 4)) == Texts({ResText(IDS_YES), ResText(IDS_NO)}));
         CHECK(ListTexts(d.Item(kItemEditorFirstId + 6)) == ChoiceTexts(FieldType::Check));
         CHECK(ListTexts(d.Item(kItemEditorFirstId + 8)) == ChoiceTexts(FieldType::Selection));
+        CHECK_EQ(Selected(d.Item(kItemEditorFirstId + 2)), 2);
+        CHECK_EQ(Selected(d.Item(kItemEditorFirstId + 4)), 1);
+        CHECK_EQ(Selected(d.Item(kItemEditorFirstId + 6)), 0);
+        CHECK_EQ(d.Text(kItemEditorFirstId + 3), std::wstring(L"milk"));
+        CHECK_EQ(d.Text(kItemEditorFirstId + 5), std::wstring(L"12"));
+        CHECK_EQ(d.Text(kItemEditorFirstId + 9), std::wstring(L"own"));
         // The picker layouts (month-day-year here): "/" for dates, "." and three blanks for date and time.
         CHECK_EQ(d.Text(kItemEditorFirstId + 0), std::wstring(L"03/01/2007"));
         CHECK_EQ(d.Text(kItemEditorFirstId + 1), std::wstring(L"09:05"));
         CHECK_EQ(d.Text(kItemEditorFirstId + 7), std::wstring(L"03.01.2007   09:05"));
         CHECK_EQ(d.FocusId(), kItemEditorFirstId);
-        d.SoftKey(ui::Left);
+        // A new moment as the user picks it in the pickers.
+        SYSTEMTIME t = MakeTime(2008, 12, 24, 18, 30);
+        for (int i : {0, 1, 7}) SendMessageW(d.Item(kItemEditorFirstId + i), DTM_SETSYSTEMTIME, GDT_VALID, (LPARAM)&t);
+        d.SetFocusTo(kItemEditorFirstId + 3);
     });
-    CHECK_EQ(GO(run, s), 1);
-    // Date and time values keep the picker's text until the caller rebuilds it.
-    CHECK_EQ(std::wstring(run.item.values[0].text.c_str()), std::wstring(L"03/01/2007"));
-    CHECK_EQ(std::wstring(run.item.values[7].text.c_str()), std::wstring(L"03.01.2007   09:05"));
-    CHECK_EQ(std::wstring(run.item.values[2].text.c_str()), std::wstring(choiceText(FieldType::Priority, 0).c_str()));
-    for (int i = 0; i < 10; ++i) CHECK_EQ((int)run.item.values[i].storedType, (int)run.fields[i].type);
-}
+    s.Step([](ui::Dlg& d) { d.Enter(); });  // Enter in an edit box confirms like Done
+    CHECK_EQ(run.Go(s), 1);
+    const FieldValue* v = run.item.values.data();
+    for (int i = 0; i < 10; ++i) CHECK_EQ((int)v[i].storedType, (int)run.fields[i].type);
+    CHECK_EQ(std::wstring(v[3].text.c_str()) + L"," + v[5].text.c_str() + L"," + v[9].text.c_str(), L"milk,12,own");
+    CHECK_EQ(v[3].choice, 0);  // every editor is asked for its list index
+    CHECK_EQ(v[2].choice, 2);
+    CHECK_EQ(std::wstring(v[2].text.c_str()), std::wstring(choiceText(FieldType::Priority, 2).c_str()));
+    CHECK_EQ(v[4].choice, 1);
+    CHECK_EQ(std::wstring(v[4].text.c_str()), ResText(IDS_NO));
+    CHECK_EQ(v[6].choice, 0);
+    CHECK_EQ(v[0].time.wYear * 10000 + v[0].time.wMonth * 100 + v[0].time.wDay, 20081224);
+    CHECK_EQ(v[1].time.wHour * 100 + v[1].time.wMinute, 1830);
+    // Date and time values keep the texts shown when the dialog opened...
+    CHECK_EQ(std::wstring(v[0].text.c_str()), std::wstring(L"03/01/2007"));
+    CHECK_EQ(std::wstring(v[7].text.c_str()), std::wstring(L"03.01.2007   09:05"));
 
-TEST_CASE(Ui_ItemEd_YesNoListsYesThenNo) {
-    Run run({Field(L"Paid", FieldType::YesNo), Field(L"Sent", FieldType::YesNo)});
-    run.item.values[0].choice = 1;
-    run.item.values[1].choice = 7;  // out of range: starts at the first entry
-    ui::Script s;
-    s.Step([&](ui::Dlg& d) {
-        HWND list = d.Item(kItemEditorFirstId);
-        std::vector<std::wstring> want = {ResText(IDS_YES), ResText(IDS_NO)};
-        CHECK(ListTexts(list) == want);
-        CHECK_EQ(Selected(list), 1);  // the entry at position `choice`
-        CHECK_EQ(Selected(d.Item(kItemEditorFirstId + 1)), 0);
-        d.Key(VK_RIGHT);  // wraps from the last entry to the first
-    });
-    s.Step([&](ui::Dlg& d) {
-        CHECK_EQ(Selected(d.Item(kItemEditorFirstId)), 0);
-        d.SoftKey(ui::Left);
-    });
-    CHECK_EQ(GO(run, s), 1);
-    CHECK_EQ(run.item.values[0].choice, 0);
-    CHECK_EQ(std::wstring(run.item.values[0].text.c_str()), ResText(IDS_YES));
-    CHECK_EQ(run.item.values[1].choice, 0);
-}
-
-TEST_CASE(Ui_ItemEd_NewItemShowsDefaults) {
-    std::vector<FieldDef> fields = {Field(L"Name", FieldType::Text, L"milk"), Field(L"Qty", FieldType::Number, L"12"),
-                                    Field(L"Level", FieldType::Priority, L"", 2), Field(L"Kept", FieldType::Text)};
-    Run run(fields);
-    SYSTEMTIME now = MakeTime(2007, 3, 1, 9, 5);
-    initNewItem(run.item, run.fields.data(), (int)run.fields.size(), now);
-    run.item.values[3].text = L"own";  // a value with text keeps it
-    ui::Script s;
-    s.Step([&](ui::Dlg& d) {
-        CHECK_EQ(d.Text(kItemEditorFirstId + 0), std::wstring(L"milk"));
-        CHECK_EQ(d.Text(kItemEditorFirstId + 1), std::wstring(L"12"));
-        CHECK_EQ(Selected(d.Item(kItemEditorFirstId + 2)), 2);
-        CHECK_EQ(d.Text(kItemEditorFirstId + 3), std::wstring(L"own"));
-        d.Enter();  // Enter confirms like Done
-    });
-    CHECK_EQ(GO(run, s), 1);
-    CHECK_EQ(std::wstring(run.item.values[0].text.c_str()), std::wstring(L"milk"));
-    CHECK_EQ(std::wstring(run.item.values[1].text.c_str()), std::wstring(L"12"));
-    CHECK_EQ(run.item.values[2].choice, 2);
-    CHECK_EQ(std::wstring(run.item.values[2].text.c_str()), std::wstring(choiceText(FieldType::Priority, 2).c_str()));
-    CHECK_EQ(run.item.values[0].choice, 0);  // every editor is asked for its list index
+    // ...until the caller rebuilds them with the list layouts (their formats
+    // are checked with the date texts).
+    const int oldSlash = UseSlashDates;
+    for (int slash : {1, 0}) {
+        UseSlashDates = slash;
+        RebuildItemTimeTexts(run.fields.data(), (int)run.fields.size(), run.item);
+        wchar_t want[kTimeTextCapacity];
+        formatDateText(v[0].time, listTextLayout().order, slash != 0, want);
+        CHECK_EQ(std::wstring(v[0].text.c_str()), std::wstring(want));
+        CHECK_EQ(std::wstring(v[1].text.c_str()), std::wstring(L"18:30"));
+        CHECK_EQ(std::wstring(v[7].text.c_str()).find(want), (size_t)0);
+    }
+    UseSlashDates = oldSlash;
 }
 
 TEST_CASE(Ui_ItemEd_NumberCheck) {
@@ -305,7 +286,8 @@ TEST_CASE(Ui_ItemEd_NumberCheck) {
                  {L"1a", false}, {L"1-", false}, {L" 1", false}};
     for (const auto& row : kRule)
         if ((bool)IsAcceptedNumberText(row.text) != row.accepted)
-            zvtest::Fail(ZV_HERE, "IsAcceptedNumberText(" + zvtest::Show(row.text) + ") should be " + zvtest::Show(row.accepted));
+            zvtest::Fail(ZV_HERE, "IsAcceptedNumberText(" + zvtest::Show(row.text) + ") should be " +
+                                      zvtest::Show(row.accepted));
 
     Run run({Field(L"Note", FieldType::Text), Field(L"Amount", FieldType::Number), Field(L"", FieldType::Number)});
     ui::Script s;
@@ -331,7 +313,7 @@ TEST_CASE(Ui_ItemEd_NumberCheck) {
         SetWindowTextW(d.Item(kItemEditorFirstId + 2), L"3.5");
         d.SoftKey(ui::Left);
     });
-    CHECK_EQ(GO(run, s), 1);
+    CHECK_EQ(run.Go(s), 1);
     const std::wstring invalid = ResText(IDS_NUMBER_INVALID), error = ResText(IDS_ERROR_CAPTION);
     uitest::CheckBoxes({{invalid + L" \"Amount\"", error, MB_ICONEXCLAMATION},
                         {invalid + L" \"" + ResText(IDS_TYPE_NUMBER) + L"\"", error, MB_ICONEXCLAMATION}},
@@ -345,7 +327,6 @@ TEST_CASE(Ui_ItemEd_AllEmptyGivesZero) {
     // The empty selection (choice 11) has no text either.
     Run run({Field(L"Note", FieldType::Text), Field(L"Qty", FieldType::Number),
              Field(L"Progress", FieldType::Selection, L"", kEmptySelection)});
-    run.item.values[2].choice = kEmptySelection;
     run.item.values[0].text = L"gone";
     const ListItem before = run.item;
     ui::Script s;
@@ -354,80 +335,19 @@ TEST_CASE(Ui_ItemEd_AllEmptyGivesZero) {
         CHECK_EQ(Selected(d.Item(kItemEditorFirstId + 2)), kEmptySelection);
         d.SoftKey(ui::Left);
     });
-    CHECK_EQ(GO(run, s), 0);
+    CHECK_EQ(run.Go(s), 0);
     CHECK_EQ(run.req.result, 0);
     for (int i = 0; i < 3; ++i) CheckValueUnchanged(run.item.values[i], before.values[i], ZV_HERE);
 }
 
-TEST_CASE(Ui_ItemEd_TimeTextsRebuiltWithListLayouts) {
-    Run run({Field(L"Due", FieldType::Date), Field(L"At", FieldType::Time), Field(L"When", FieldType::DateTime)});
-    ui::Script s;
-    s.Step([](ui::Dlg& d) {
-        // A new date as the user picks it in the pickers.
-        SYSTEMTIME t = MakeTime(2008, 12, 24, 18, 30);
-        for (int i = 0; i < 3; ++i) SendMessageW(d.Item(kItemEditorFirstId + i), DTM_SETSYSTEMTIME, GDT_VALID, (LPARAM)&t);
-        d.SoftKey(ui::Left);
-    });
-    CHECK_EQ(GO(run, s), 1);
-    const FieldValue* v = run.item.values.data();
-    CHECK_EQ(v[0].time.wYear * 10000 + v[0].time.wMonth * 100 + v[0].time.wDay, 20081224);
-    CHECK_EQ(v[1].time.wHour * 100 + v[2].time.wMinute, 1830);
-    // The texts are still those shown when the dialog opened...
-    CHECK_EQ(std::wstring(v[2].text.c_str()), std::wstring(L"03.01.2007   09:05"));
-
-    // ...until the caller rebuilds them with the list layouts (their formats
-    // are checked with the date texts).
-    const int oldSlash = UseSlashDates;
-    for (int slash : {1, 0}) {
-        UseSlashDates = slash;
-        RebuildItemTimeTexts(run.fields.data(), (int)run.fields.size(), run.item);
-        wchar_t want[kTimeTextCapacity];
-        formatDateText(v[0].time, listTextLayout().order, slash != 0, want);
-        CHECK_EQ(std::wstring(v[0].text.c_str()), std::wstring(want));
-        CHECK_EQ(std::wstring(v[1].text.c_str()), std::wstring(L"18:30"));
-        CHECK_EQ(std::wstring(v[2].text.c_str()).find(want), (size_t)0);
-    }
-    UseSlashDates = oldSlash;
-}
-
-// Up and Down move between rows and stop at the ends; Left and Right turn a
-// list, wrapping. Each row: the key, then the focused row and the level shown.
-TEST_CASE(Ui_ItemEd_ArrowsMoveBetweenRowsAndTurnLists) {
+// A picker takes typed parts, Up and Down change the part edited, Right moves
+// to the next part and the Action key ends the editing. Then Up and Down move
+// between rows and stop at the ends; Left and Right turn a list, wrapping
+// (each move: the key, then the focused row and the level shown). Then taps:
+// on a label, an up-down arrow and an editor.
+TEST_CASE(Ui_ItemEd_KeysAndTapsMoveBetweenRowsAndChangeValues) {
     Run run({Field(L"Due", FieldType::Date), Field(L"Level", FieldType::Priority), Field(L"Note", FieldType::Text),
-             Field(L"Tick", FieldType::Check)});
-    const struct {
-        UINT key;
-        int row, level;
-    } kMoves[] = {{VK_UP, 0, 0},    {VK_DOWN, 1, 0}, {VK_LEFT, 1, 2}, {VK_RIGHT, 1, 0}, {VK_RIGHT, 1, 1},
-                  {VK_DOWN, 2, 1},  {VK_DOWN, 3, 1}, {VK_DOWN, 3, 1}, {VK_UP, 2, 1}};
-    ui::Script s;
-    for (size_t i = 0; i < sizeof kMoves / sizeof kMoves[0]; ++i) {
-        const auto m = kMoves[i];
-        s.Step([m](ui::Dlg& d) { d.Key(m.key); });
-        s.Step([m, i](ui::Dlg& d) {
-            const std::string at = "move " + std::to_string(i) + ": ";
-            CHECK_EQ(at + "row " + std::to_string(d.FocusId() - kItemEditorFirstId), at + "row " + std::to_string(m.row));
-            CHECK_EQ(at + "level " + std::to_string(Selected(d.Item(kItemEditorFirstId + 1))),
-                     at + "level " + std::to_string(m.level));
-        });
-    }
-    s.Step([](ui::Dlg& d) { d.Type(L"ab"); });
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.Text(kItemEditorFirstId + 2), std::wstring(L"ab"));
-        d.Back();  // Back erases in an edit box
-    });
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.Text(kItemEditorFirstId + 2), std::wstring(L"a"));
-        d.SoftKey(ui::Left);
-    });
-    CHECK_EQ(GO(run, s), 1);
-    CHECK_EQ(run.item.values[1].choice, 1);
-    CHECK_EQ(std::wstring(run.item.values[2].text.c_str()), std::wstring(L"a"));
-}
-
-TEST_CASE(Ui_ItemEd_PickersTakeTypedDigits) {
-    // Typed parts and Up/Down change the part edited; Right moves on; Action ends the editing.
-    Run run({Field(L"Due", FieldType::Date), Field(L"At", FieldType::Time)});
+             Field(L"Tick", FieldType::Check), Field(L"At", FieldType::Time)});
     ui::Script s;
     s.Step([](ui::Dlg& d) { d.Type(L"12"); });
     s.Step([](ui::Dlg& d) {
@@ -445,46 +365,62 @@ TEST_CASE(Ui_ItemEd_PickersTakeTypedDigits) {
         CHECK_EQ(d.Text(kItemEditorFirstId), std::wstring(L"12/24/2007"));
         d.Enter();  // ends the editing, not the dialog
     });
-    s.Step([](ui::Dlg& d) { d.Key(VK_DOWN); });
+    const struct {
+        UINT key;
+        int row, level;
+    } kMoves[] = {{VK_UP, 0, 0},   {VK_DOWN, 1, 0}, {VK_LEFT, 1, 2}, {VK_RIGHT, 1, 0},
+                  {VK_RIGHT, 1, 1}, {VK_DOWN, 2, 1}, {VK_DOWN, 3, 1}, {VK_DOWN, 4, 1},
+                  {VK_DOWN, 4, 1}, {VK_UP, 3, 1},   {VK_UP, 2, 1}};
+    for (size_t i = 0; i < sizeof kMoves / sizeof kMoves[0]; ++i) {
+        const auto m = kMoves[i];
+        s.Step([m](ui::Dlg& d) { d.Key(m.key); });
+        s.Step([m, i](ui::Dlg& d) {
+            const std::string at = "move " + std::to_string(i) + ": ";
+            CHECK_EQ(at + "row " + std::to_string(d.FocusId() - kItemEditorFirstId),
+                     at + "row " + std::to_string(m.row));
+            CHECK_EQ(at + "level " + std::to_string(Selected(d.Item(kItemEditorFirstId + 1))),
+                     at + "level " + std::to_string(m.level));
+        });
+    }
+    s.Step([](ui::Dlg& d) { d.Type(L"ab"); });
     s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.FocusId(), kItemEditorFirstId + 1);
-        d.Type(L"18");
-        d.SoftKey(ui::Left);
+        CHECK_EQ(d.Text(kItemEditorFirstId + 2), std::wstring(L"ab"));
+        d.Back();  // Back erases in an edit box
     });
-    CHECK_EQ(GO(run, s), 1);
-    CHECK_EQ(run.item.values[0].time.wMonth * 100 + run.item.values[0].time.wDay, 1224);
-    CHECK_EQ(run.item.values[1].time.wHour * 100 + run.item.values[1].time.wMinute, 1805);
-}
-
-TEST_CASE(Ui_ItemEd_TapsFocusAndTurn) {
-    Run run({Field(L"Note", FieldType::Text), Field(L"Level", FieldType::Priority)});
-    ui::Script s;
-    s.Step([](ui::Dlg& d) { d.TapCenter(kItemLabelFirstId + 1); });  // a tap on a label goes to its editor
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.Text(kItemEditorFirstId + 2), std::wstring(L"a"));
+        d.TapCenter(kItemLabelFirstId + 1);  // a tap on a label goes to its editor
+    });
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(d.FocusId(), kItemEditorFirstId + 1);
         RECT rc = d.ClientRect(kItemUpDownFirstId + 1);
-        d.Tap(kItemUpDownFirstId + 1, rc.right - 3, rc.bottom / 2);  // the right arrow
+        d.Tap(kItemUpDownFirstId + 1, rc.right - 3, rc.bottom / 2);  // the right arrow turns the list
     });
     s.Step([](ui::Dlg& d) {
-        CHECK_EQ(Selected(d.Item(kItemEditorFirstId + 1)), 1);
-        d.TapCenter(kItemEditorFirstId);
+        CHECK_EQ(Selected(d.Item(kItemEditorFirstId + 1)), 2);
+        d.TapCenter(kItemEditorFirstId + 2);
     });
     s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.FocusId(), kItemEditorFirstId);
-        d.Type(L"hi");
+        CHECK_EQ(d.FocusId(), kItemEditorFirstId + 2);
+        d.Key(VK_DOWN);
+    });
+    s.Step([](ui::Dlg& d) { d.Key(VK_DOWN); });
+    s.Step([](ui::Dlg& d) {
+        d.Type(L"18");  // the hour of the time picker
         d.SoftKey(ui::Left);
     });
-    CHECK_EQ(GO(run, s), 1);
-    CHECK_EQ(run.item.values[1].choice, 1);
-    CHECK_EQ(std::wstring(run.item.values[0].text.c_str()), std::wstring(L"hi"));
+    CHECK_EQ(run.Go(s), 1);
+    const FieldValue* v = run.item.values.data();
+    CHECK_EQ(v[0].time.wMonth * 100 + v[0].time.wDay, 1224);
+    CHECK_EQ(v[1].choice, 2);
+    CHECK_EQ(std::wstring(v[2].text.c_str()), std::wstring(L"a"));
+    CHECK_EQ(v[4].time.wHour * 100 + v[4].time.wMinute, 1805);
 }
 
 TEST_CASE(Ui_ItemEd_FiftyFieldsScrollToTheLast) {
     std::vector<FieldDef> fields;
     for (int i = 0; i < kMaxFields; ++i) {
-        wchar_t name[16];
-        wsprintfW(name, L"F%d", i + 1);
-        fields.push_back(Field(name, i % 2 ? FieldType::Priority : FieldType::Text));
+        fields.push_back(Field((L"F" + std::to_wstring(i + 1)).c_str(), i % 2 ? FieldType::Priority : FieldType::Text));
     }
     fields[kMaxFields - 1].type = FieldType::Text;
     Run run(fields);
@@ -525,43 +461,7 @@ TEST_CASE(Ui_ItemEd_FiftyFieldsScrollToTheLast) {
         CHECK_EQ((int)SendMessageW(d.Item(kItemEditorFirstId + 1), LB_GETTOPINDEX, 0, 0), 0);
         d.SoftKey(ui::Left);
     });
-    CHECK_EQ(GO(run, s), 1);
+    CHECK_EQ(run.Go(s), 1);
     CHECK_EQ((int)run.item.values.size(), kMaxFields);
     CHECK_EQ(std::wstring(run.item.values[kMaxFields - 1].text.c_str()), std::wstring(L"end"));
-}
-
-TEST_CASE(Ui_ItemEd_CancelLeavesTheItem) {
-    Run run(EveryType());
-    run.item.values[3].text = L"keep";
-    run.item.values[2].choice = 1;
-    const ListItem before = run.item;
-    ui::Script s;
-    PressSteps(s, VK_DOWN, 2);
-    PressSteps(s, VK_RIGHT, 1);
-    PressSteps(s, VK_DOWN, 1);
-    s.Step([](ui::Dlg& d) { d.Type(L" more"); });
-    s.Step([](ui::Dlg& d) { d.SoftKey(ui::Right); });
-    // Back outside an edit box leaves the same way.
-    ui::Script back;
-    PressSteps(back, VK_DOWN, 2);
-    back.Step([](ui::Dlg& d) { d.Back(); });
-    for (ui::Script* script : {&s, &back}) {
-        CHECK_EQ(GO(run, *script), 0);
-        for (int i = 0; i < 10; ++i) CheckValueUnchanged(run.item.values[i], before.values[i], ZV_HERE);
-    }
-}
-
-// At 192 dpi, where a size left unscaled shows.
-TEST_CASE(Ui_ItemEd_LayoutAt192Dpi) {
-    uitest::DensityScope density(192);
-    Run run(EveryType());
-    ui::Script s;
-    s.Step([&](ui::Dlg& d) {
-        uitest::ControlsFit(d.hwnd, {kItemLabelFirstId, kItemEditorFirstId, kItemLabelFirstId + 3, kItemEditorFirstId + 3,
-                                     kItemEditorFirstId + 9}, ZV_HERE);
-        CHECK_EQ((int)uitest::FontOf(d.Item(kItemEditorFirstId)).lfHeight, -ScaleY(12));
-        CheckPickerFace(d.Item(kItemEditorFirstId + 1), ZV_HERE);
-        d.SoftKey(ui::Right);
-    });
-    CHECK_EQ(GO(run, s), 0);
 }

@@ -1,6 +1,5 @@
-// Adding to a sorted list searches for the new item's place instead of
-// sorting again: on every kind of comparator and both direction flags the
-// place found must give exactly the order a full stable sort gives.
+// Sorting a list's items: text by the locale's sort keys, and adding to a
+// sorted list by searching for the new item's place instead of sorting again.
 #include <windows.h>
 
 #include <cstdint>
@@ -60,6 +59,21 @@ ListItem ItemOf(FieldType type, uint32_t serial, Dice& dice) {
     return item;
 }
 
+ListItem OneCell(FieldType type, const wchar_t* text, uint32_t serial) {
+    ListItem item;
+    item.values.resize(1);
+    item.values[0].storedType = type;
+    item.values[0].text = text;
+    item.serial = serial;
+    return item;
+}
+
+std::vector<ListItem*> Rows(ItemList& items) {
+    std::vector<ListItem*> rows;
+    for (ListItem& item : items) rows.push_back(&item);
+    return rows;
+}
+
 std::vector<uint32_t> SerialsOf(const ItemList& items) {
     std::vector<uint32_t> serials;
     for (const ListItem& item : items) serials.push_back(item.serial);
@@ -76,11 +90,9 @@ void CheckInsertMatchesSort(FieldType type, bool flag, uint32_t seed, int count,
 
     for (int round = 0; round < 12; ++round) {
         ListItem added = ItemOf(type, 1000u * 64u + (uint32_t)round, dice);
-        std::vector<ListItem*> rows;
-        for (ListItem& item : items) rows.push_back(&item);
-        size_t place = sortedInsertIndex(rows, added, 0, type, flag);
-        CHECK_AT(place <= rows.size(), file, line);
-        if (place > rows.size()) return;
+        size_t place = sortedInsertIndex(Rows(items), added, 0, type, flag);
+        CHECK_AT(place <= items.size(), file, line);
+        if (place > items.size()) return;
 
         ItemList sorted = items;
         sorted.push_back(added);
@@ -95,6 +107,26 @@ void CheckInsertMatchesSort(FieldType type, bool flag, uint32_t seed, int count,
 
 }  // namespace
 
+// Text columns must order exactly as CompareStringW (system locale, case
+// ignored) orders the same texts.
+TEST_CASE(Ui_List_TextSortMatchesCompareString) {
+    const wchar_t* texts[] = {L"apple", L"Apple", L"APPLE", L"apples", L"b", L"B", L"\x00e9t\x00e9", L"ete",
+                              L"\x00c9T\x00c9", L"co-op", L"coop", L"co op", L"it's", L"its", L"10", L"9",
+                              L"", L" ", L"a1", L"a01", L"zebra", L"\x00c5ngstr\x00f6m", L"Zulu"};
+    for (const wchar_t* a : texts) {
+        for (const wchar_t* b : texts) {
+            ItemList items = {OneCell(FieldType::Text, a, 0), OneCell(FieldType::Text, b, 1)};
+            // Flag 1 sorts text ascending; equal texts keep the later item first.
+            sortListItems(items, 0, FieldType::Text, true);
+            bool aFirst = CompareStringW(LOCALE_SYSTEM_DEFAULT, NORM_IGNORECASE, a, -1, b, -1) == CSTR_LESS_THAN;
+            if (items.front().serial != (aFirst ? 0u : 1u))
+                zvtest::Fail(ZV_HERE, "order of " + zvtest::Show(a) + " and " + zvtest::Show(b));
+        }
+    }
+}
+
+// On every kind of comparator and both direction flags the place found for a
+// new item must give exactly the order a full stable sort gives.
 TEST_CASE(Ui_List_SortedInsertMatchesFullSort) {
     const FieldType types[] = {FieldType::Text,  FieldType::Priority, FieldType::Number,
                                FieldType::Check, FieldType::Date,     FieldType::DateTime};
@@ -110,23 +142,10 @@ TEST_CASE(Ui_List_SortedInsertMatchesFullSort) {
 // A number read as NaN compares with nothing: no strict order to search,
 // so the caller is told to sort the whole list.
 TEST_CASE(Ui_List_SortedInsertRefusesNaN) {
-    ItemList items;
-    for (const wchar_t* text : {L"3", L"nan", L"1"}) {
-        ListItem item;
-        item.values.resize(1);
-        item.values[0].storedType = FieldType::Number;
-        item.values[0].text = text;
-        item.serial = (uint32_t)items.size();
-        items.push_back(std::move(item));
-    }
+    ItemList items = {OneCell(FieldType::Number, L"3", 0), OneCell(FieldType::Number, L"nan", 1),
+                      OneCell(FieldType::Number, L"1", 2)};
     CHECK(!sortListItems(items, 0, FieldType::Number, false));
     items.pop_front();
-    std::vector<ListItem*> rows;
-    for (ListItem& item : items) rows.push_back(&item);
-    ListItem added;
-    added.values.resize(1);
-    added.values[0].storedType = FieldType::Number;
-    added.values[0].text = L"NaN";
-    added.serial = 9;
-    CHECK_EQ(sortedInsertIndex(rows, added, 0, FieldType::Number, false), SIZE_MAX);
+    ListItem added = OneCell(FieldType::Number, L"NaN", 9);
+    CHECK_EQ(sortedInsertIndex(Rows(items), added, 0, FieldType::Number, false), SIZE_MAX);
 }
