@@ -27,7 +27,6 @@ const UINT kCmdTellOk = 601;      // shows an error with OK
 
 // How the test dialog is set up, and what it saw.
 struct TestDialog {
-    DWORD initFlags = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
     bool overrideBack = true;
     bool ignoreCancel = false;     // IDCANCEL is only recorded
     HWND bar = nullptr;
@@ -61,7 +60,7 @@ HMENU BuildTestMenu() {
 }
 
 BOOL OnInitDialog(HWND hwnd) {
-    SHINITDLGINFO init = {SHIDIM_FLAGS, hwnd, g_test.initFlags};
+    SHINITDLGINFO init = {SHIDIM_FLAGS, hwnd, SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN};
     SHInitDialog(&init);
     SHMENUBARINFO mb = {};
     mb.cbSize = sizeof mb;
@@ -117,16 +116,16 @@ struct EmptyTemplate {
     WORD pad;
 };
 
-INT_PTR RunTestDialog(HWND owner = nullptr) {
+// Runs the test dialog, set up afresh, under a script; returns how it ended.
+INT_PTR RunTestDialog(ui::Script& s, const TestDialog& setup = {}, HWND owner = nullptr,
+                      const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
     static EmptyTemplate t;
     t.dlg.style = WS_POPUP | WS_CAPTION | WS_VISIBLE | DS_MODALFRAME;
-    g_test.commands.clear();
-    g_test.hotkeys.clear();
-    g_test.boxResults.clear();
-    return DialogBoxIndirectParamW(GetModuleHandleW(nullptr), &t.dlg, owner, TestDlgProc, 0);
+    g_test = setup;
+    return ui::RunModal(
+        s, [owner] { return DialogBoxIndirectParamW(GetModuleHandleW(nullptr), &t.dlg, owner, TestDlgProc, 0); },
+        file, line);
 }
-
-void ResetTestDialog() { g_test = TestDialog(); }
 
 RECT ScreenRectOf(HWND hwnd) {
     RECT rc;
@@ -141,23 +140,30 @@ RECT ClientScreenRect(HWND hwnd) {
     return rc;
 }
 
+std::string RectText(const RECT& r) {
+    return std::to_string(r.left) + "," + std::to_string(r.top) + "," + std::to_string(r.right) + "," +
+           std::to_string(r.bottom);
+}
+
+// The phone screen is 240 x 320 at 96 dpi; the client area fills it above the bar.
 void CheckPhoneLayout(HWND dlg, int dpi, const char* file, int line) {
     RECT phone;
     GetPhoneScreenRect(&phone);
-    int barH = SoftKeyBarHeight();
     CHECK_EQ_AT(phone.right - phone.left, 240 * dpi / 96, file, line);
     CHECK_EQ_AT(phone.bottom - phone.top, 320 * dpi / 96, file, line);
-    RECT client = ClientScreenRect(dlg);
-    CHECK_EQ_AT(client.left, phone.left, file, line);
-    CHECK_EQ_AT(client.top, phone.top, file, line);
-    CHECK_EQ_AT(client.right, phone.right, file, line);
-    CHECK_EQ_AT(client.bottom, phone.bottom - barH, file, line);
-    RECT bar = ScreenRectOf(FindSoftKeyBar(dlg));
-    CHECK_EQ_AT(bar.left, phone.left, file, line);
-    CHECK_EQ_AT(bar.top, client.bottom, file, line);
-    CHECK_EQ_AT(bar.right, phone.right, file, line);
-    CHECK_EQ_AT(bar.bottom, phone.bottom, file, line);
+    int barTop = phone.bottom - SoftKeyBarHeight();
+    CHECK_EQ_AT(RectText(ClientScreenRect(dlg)), RectText({phone.left, phone.top, phone.right, barTop}), file, line);
+    CHECK_EQ_AT(RectText(ScreenRectOf(FindSoftKeyBar(dlg))), RectText({phone.left, barTop, phone.right, phone.bottom}), file,
+                line);
     CHECK_AT(IsWindowVisible(FindSoftKeyBar(dlg)), file, line);
+}
+
+void SendKey(WORD vk) {
+    INPUT in[2] = {};
+    in[0].type = in[1].type = INPUT_KEYBOARD;
+    in[0].ki.wVk = in[1].ki.wVk = vk;
+    in[1].ki.dwFlags = KEYEVENTF_KEYUP;
+    SendInput(2, in, sizeof(INPUT));
 }
 
 }  // namespace
@@ -165,24 +171,28 @@ void CheckPhoneLayout(HWND dlg, int dpi, const char* file, int line) {
 TEST_CASE(Ui_Platform_FullScreenDialogCoversThePhoneScreen) {
     for (int dpi : {96, 192}) {
         uitest::DensityScope density(dpi);
-        ResetTestDialog();
         ui::Script s;
         s.Step([dpi](ui::Dlg& d) {
             CheckPhoneLayout(d.hwnd, dpi, ZV_HERE);
             // The content was laid out in the whole client area, above the bar.
-            CHECK_EQ(g_test.clientAtInit.right, 240 * dpi / 96);
-            CHECK_EQ(g_test.clientAtInit.bottom, 320 * dpi / 96 - SoftKeyBarHeight());
+            CHECK_EQ(RectText(g_test.clientAtInit), RectText(d.ClientRect()));
             d.SoftKey(ui::Left);
         });
-        CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
+        CHECK_EQ(RunTestDialog(s), (INT_PTR)1);
     }
     CHECK_EQ(SoftKeyBarHeight(), ScaleY(26));
 }
 
 // Entries are numbered while the menu is open, nested popups too; a digit
-// picks one (a top-level digit: see the Back test below).
-TEST_CASE(Ui_Platform_SoftKeysSendCommandsAndOpenNumberedMenus) {
-    ResetTestDialog();
+// picks one (a top-level digit: see the Back test below). A tap on a key of
+// the bar, and a mouse click on the band below the client area (the frame
+// shows the bar there), press the key.
+TEST_CASE(Ui_Platform_SoftKeysTapsAndClicksSendCommandsAndOpenNumberedMenus) {
+    auto tapButton = [](ui::Dlg& d, int index) {
+        RECT rc;
+        SendMessageW(d.MenuBar(), TB_GETITEMRECT, index, (LPARAM)&rc);
+        d.Tap(d.MenuBar(), (rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2);
+    };
     ui::Script s;
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(d.SoftKeyText(ui::Left), L"Done");
@@ -209,25 +219,10 @@ TEST_CASE(Ui_Platform_SoftKeysSendCommandsAndOpenNumberedMenus) {
         CHECK(d.MenuOpen());
         d.SoftKey(ui::Right);
     });
-    s.Step([](ui::Dlg& d) {
+    s.Step([&](ui::Dlg& d) {
         CHECK(!d.MenuOpen());
-        d.SoftKey(ui::Left);
+        tapButton(d, 1);
     });
-    CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
-    CHECK(g_test.commands == (std::vector<UINT>{kCmdDelta, kCmdDone}));
-}
-
-// A tap on a key of the bar, and a mouse click on the band below the client
-// area (the frame shows the bar there), press the key.
-TEST_CASE(Ui_Platform_TapsAndClicksInTheBarPressTheKey) {
-    ResetTestDialog();
-    auto tapButton = [](ui::Dlg& d, int index) {
-        RECT rc;
-        SendMessageW(d.MenuBar(), TB_GETITEMRECT, index, (LPARAM)&rc);
-        d.Tap(d.MenuBar(), (rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2);
-    };
-    ui::Script s;
-    s.Step([&](ui::Dlg& d) { tapButton(d, 1); });
     s.Step([](ui::Dlg& d) {
         CHECK(d.MenuOpen());
         d.Key(VK_ESCAPE);  // Back inside a menu closes it
@@ -235,11 +230,7 @@ TEST_CASE(Ui_Platform_TapsAndClicksInTheBarPressTheKey) {
     s.Step([](ui::Dlg& d) {
         CHECK(!d.MenuOpen());
         CHECK(g_test.hotkeys.empty());
-        RECT band = ScreenRectOf(d.MenuBar());
-        POINT right = {band.right - 10, (band.top + band.bottom) / 2};
-        CHECK_EQ(SendMessageW(d.hwnd, WM_NCHITTEST, 0, MAKELPARAM(right.x, right.y)), (LRESULT)HTOBJECT);
-        PostMessageW(d.hwnd, WM_NCLBUTTONDOWN, HTOBJECT, MAKELPARAM(right.x, right.y));
-        PostMessageW(d.hwnd, WM_NCLBUTTONUP, HTOBJECT, MAKELPARAM(right.x, right.y));
+        d.TapSoftKey(ui::Right);  // opens the menu only when the band answers the hit test as the bar's
     });
     s.Step([](ui::Dlg& d) {
         CHECK(d.MenuOpen());
@@ -255,30 +246,20 @@ TEST_CASE(Ui_Platform_TapsAndClicksInTheBarPressTheKey) {
     });
     s.Step([](ui::Dlg& d) {
         CHECK(!d.MenuOpen());
-        CHECK(g_test.commands.empty());
+        CHECK(g_test.commands == std::vector<UINT>{kCmdDelta});
         d.TapSoftKey(ui::Left);
     });
-    CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
-    CHECK(g_test.commands == std::vector<UINT>{kCmdDone});
-    ResetTestDialog();
+    CHECK_EQ(RunTestDialog(s), (INT_PTR)1);
+    CHECK(g_test.commands == (std::vector<UINT>{kCmdDelta, kCmdDone}));
     ui::Script tap;
     tap.Step([&](ui::Dlg& d) { tapButton(d, 0); });
-    CHECK_EQ(ui::RunModal(tap, [] { return RunTestDialog(); }), (INT_PTR)1);
-}
-
-void SendKey(WORD vk) {
-    INPUT in[2] = {};
-    in[0].type = in[1].type = INPUT_KEYBOARD;
-    in[0].ki.wVk = in[1].ki.wVk = vk;
-    in[1].ki.dwFlags = KEYEVENTF_KEYUP;
-    SendInput(2, in, sizeof(INPUT));
+    CHECK_EQ(RunTestDialog(tap), (INT_PTR)1);
 }
 
 // Back, overridden, arrives as WM_HOTKEY (press and release) and erases one
 // character, never closing; keys from the keyboard driver (not posted by the
 // harness) take the same way as the harness's.
 TEST_CASE(Ui_Platform_OverriddenBackArrivesAsHotKeyAndErasesOneCharacter) {
-    ResetTestDialog();
     ui::Script s;
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(GetForegroundWindow(), d.hwnd);
@@ -291,9 +272,6 @@ TEST_CASE(Ui_Platform_OverriddenBackArrivesAsHotKeyAndErasesOneCharacter) {
         CHECK_EQ(d.Text(kEditId), L"a");
         CHECK(g_test.hotkeys == (std::vector<LPARAM>{MAKELPARAM(0, VK_ESCAPE), MAKELPARAM(MOD_KEYUP, VK_ESCAPE)}));
         d.Type(L"bc");
-    });
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.Text(kEditId), L"abc");
         d.Back();
     });
     s.Step([](ui::Dlg& d) {
@@ -301,12 +279,10 @@ TEST_CASE(Ui_Platform_OverriddenBackArrivesAsHotKeyAndErasesOneCharacter) {
         CHECK_EQ(g_test.hotkeys.size(), 4u);
         d.Back();
         d.Back();
+        d.Back();  // nothing left to erase: still no closing
     });
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(d.Text(kEditId), L"");
-        d.Back();  // nothing left to erase: still no closing
-    });
-    s.Step([](ui::Dlg&) {
         CHECK(g_test.commands.empty());
         SendKey(VK_F2);
     });
@@ -314,23 +290,24 @@ TEST_CASE(Ui_Platform_OverriddenBackArrivesAsHotKeyAndErasesOneCharacter) {
         CHECK(d.MenuOpen());
         SendKey('2');
     });
-    s.Step([](ui::Dlg& d) {
-        CHECK(!d.MenuOpen());
+    s.Step([](ui::Dlg&) {
         CHECK(g_test.commands == std::vector<UINT>{kCmdBeta});
         SendKey(VK_F1);
     });
-    CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
+    CHECK_EQ(RunTestDialog(s), (INT_PTR)1);
 }
 
 // Without the override Back erases in an edit box and elsewhere cancels;
 // without a bar F1 and F2 do nothing and Esc still reaches the dialog manager.
 TEST_CASE(Ui_Platform_BackWithoutOverrideAndKeysWithoutBar) {
-    ResetTestDialog();
-    g_test.overrideBack = false;
-    g_test.ignoreCancel = true;  // IDCANCEL is only recorded
+    TestDialog setup;
+    setup.overrideBack = false;
+    setup.ignoreCancel = true;
     ui::Script s;
-    s.Step([](ui::Dlg& d) { d.Type(L"xy"); });
-    s.Step([](ui::Dlg& d) { d.Back(); });
+    s.Step([](ui::Dlg& d) {
+        d.Type(L"xy");
+        d.Back();
+    });
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(d.Text(kEditId), L"x");
         CHECK(g_test.hotkeys.empty());
@@ -349,26 +326,24 @@ TEST_CASE(Ui_Platform_BackWithoutOverrideAndKeysWithoutBar) {
         d.SoftKey(ui::Right);
     });
     s.Step([](ui::Dlg& d) {
-        CHECK_EQ(g_test.commands.size(), 1u);
         CHECK(!d.MenuOpen());
         d.Back();
+        d.Command(kCmdDone);
     });
-    s.Step([](ui::Dlg& d) { d.Command(kCmdDone); });
-    CHECK_EQ(ui::RunModal(s, [] { return RunTestDialog(); }), (INT_PTR)1);
+    CHECK_EQ(RunTestDialog(s, setup), (INT_PTR)1);
     CHECK(g_test.commands == (std::vector<UINT>{(UINT)IDCANCEL, (UINT)IDCANCEL, kCmdDone}));
 }
 
 // Answers a box cannot take, and answers never used, are reported: without
 // this a test scripting a box that never comes would pass.
 TEST_CASE(Ui_Platform_MessageBoxAnswersThatCannotBeGiven) {
-    ResetTestDialog();
     ui::Script bad;
     bad.ExpectProblems();
     bad.Answer(IDYES);  // the box only has OK
     bad.Answer(IDNO);   // never used
     bad.Step([](ui::Dlg& d) { d.Command(kCmdTellOk); });
     bad.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
-    CHECK_EQ(ui::RunModal(bad, [] { return RunTestDialog(); }), (INT_PTR)1);
+    CHECK_EQ(RunTestDialog(bad), (INT_PTR)1);
     CHECK(g_test.boxResults == std::vector<int>{IDOK});
     CHECK_EQ(ui::LastRunProblems().size(), 2u);
 }
@@ -387,25 +362,17 @@ TEST_CASE(Ui_Platform_DialogsFollowAMovedPhoneScreen) {
     GetPhoneScreenRect(&moved);
     CHECK_EQ(moved.left, before.left + 30);
     CHECK_EQ(moved.top, before.top + 20);
-
-    ResetTestDialog();
     ui::Script s;
     s.Step([](ui::Dlg& d) {
         CheckPhoneLayout(d.hwnd, ScreenDpiX(), ZV_HERE);
         d.SoftKey(ui::Left);
     });
-    ui::RunModal(s, [main] { return RunTestDialog(main); });
-    DestroyWindow(main);
+    RunTestDialog(s, {}, main);
     // Put the phone screen back for the tests that follow.
-    HWND back = CreateWindowExW(0, L"Static", L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
-    FitToPhoneScreen(back);
-    ShowWindow(back, SW_SHOWNA);
-    win = ScreenRectOf(back);
-    SetWindowPos(back, nullptr, win.left - 30, win.top - 20, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    DestroyWindow(back);
-    RECT after;
-    GetPhoneScreenRect(&after);
-    CHECK_EQ(after.top, before.top);
+    SetWindowPos(main, nullptr, win.left, win.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    DestroyWindow(main);
+    GetPhoneScreenRect(&moved);
+    CHECK_EQ(moved.top, before.top);
 }
 
 TEST_CASE(Ui_Platform_TransparentImageFromBitmapOrDc) {
