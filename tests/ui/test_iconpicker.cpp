@@ -97,15 +97,10 @@ void MakeSolid(PlanarImage& image, int size, Rgb c) {
 }
 
 bool RunPicker(ui::Script& script, PlanarImage& image, const char* file, int line) {
-    bool confirmed = false;
-    ui::RunModal(
-        script,
-        [&] {
-            confirmed = IconPicker::Run(nullptr, hLangModule, (INT_PTR)hInstance, kProgramImageStrip, 0, image);
-            return (INT_PTR)confirmed;
-        },
-        file, line);
-    return confirmed;
+    auto run = [&] {
+        return (INT_PTR)IconPicker::Run(nullptr, hLangModule, (INT_PTR)hInstance, kProgramImageStrip, 0, image);
+    };
+    return ui::RunModal(script, run, file, line) != 0;
 }
 
 // True when some pixel of the preview band's middle row has this colour.
@@ -121,8 +116,7 @@ bool BandShows(ui::Dlg& d, Rgb c) {
 
 // A tap in the middle of an icon's cell.
 void TapIcon(ui::Dlg& d, int row) {
-    RECT r = {};
-    r.left = LVIR_BOUNDS;
+    RECT r = {LVIR_BOUNDS, 0, 0, 0};
     SendMessageW(d.Item(kList), LVM_GETITEMRECT, row, (LPARAM)&r);
     d.Tap(kList, (r.left + r.right) / 2, (r.top + r.bottom) / 2);
 }
@@ -144,8 +138,7 @@ TEST_CASE(Ui_Icon_GridCellsAndSizeLimitFollowDensity) {
         ui::Script s;
         s.Step([k](ui::Dlg& d) {
             CHECK_EQ(d.ListCount(kList), k == 1 ? 11 : 12);
-            RECT r = {};
-            r.left = LVIR_SELECTBOUNDS;
+            RECT r = {LVIR_SELECTBOUNDS, 0, 0, 0};
             SendMessageW(d.Item(kList), LVM_GETITEMRECT, 0, (LPARAM)&r);
             CHECK_EQ(r.right - r.left, (LONG)(44 * k));
             TapIcon(d, 2);  // 96 dpi: c.tga; 192 dpi: big.tga
@@ -193,6 +186,20 @@ TEST_CASE(Ui_Icon_ScanOrderAndNoRescan) {
     RunPicker(second, image, ZV_HERE);
     CHECK_EQ(IconPicker::IconScanCount(), scans + 1);
     CHECK_EQ(IconPicker::CachedIconCount(), (size_t)3);
+
+    // A missing folder gives an empty grid, and Done keeps the caller's icon.
+    IconPicker::ReleaseIconCache();
+    g_appSettings.IconsFolder.value = kMissingRoot;
+    MakeSolid(image, 16, kBlue);
+    ui::Script missing;
+    missing.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.ListCount(kList), 0);
+        d.Key(VK_DOWN);
+        d.SoftKey(ui::Left);
+    });
+    CHECK(RunPicker(missing, image, ZV_HERE));
+    CHECK(IsSolid(image, 16, 16, kBlue));
+    CHECK_EQ(IconPicker::CachedIconCount(), (size_t)0);
 }
 
 // What the caller's icon becomes. Each row: the icon the caller holds
@@ -248,21 +255,4 @@ TEST_CASE(Ui_Icon_ConfirmOrCancelTheCallersIcon) {
     CHECK(RunPicker(s, image, ZV_HERE));
     CHECK(IsSolid(IconPicker::CachedIcon(1), 16, 16, kRed));
     CHECK(IconPicker::CachedIcon(1).red != image.red);
-}
-
-TEST_CASE(Ui_Icon_MissingFolderGivesAnEmptyGrid) {
-    IconFolderFixture fixture;
-    PlanarImage image;
-    MakeSolid(image, 16, kBlue);
-    IconPicker::ReleaseIconCache();
-    g_appSettings.IconsFolder.value = kMissingRoot;
-    ui::Script missing;
-    missing.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.ListCount(kList), 0);
-        d.Key(VK_DOWN);
-        d.SoftKey(ui::Left);
-    });
-    CHECK(RunPicker(missing, image, ZV_HERE));
-    CHECK(IsSolid(image, 16, 16, kBlue));
-    CHECK_EQ(IconPicker::CachedIconCount(), (size_t)0);
 }
