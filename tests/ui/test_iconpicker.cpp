@@ -51,12 +51,10 @@ void WriteTga(const std::wstring& path, int width, int height, int bits, Rgb c, 
 struct IconFolderFixture {
     uitest::OnDriveC drive;
     CeString oldFolder;
-    int oldDirty;
 
     IconFolderFixture() {
         // The value itself, not Set: nothing here should reach the registry.
         oldFolder = g_appSettings.IconsFolder.value;
-        oldDirty = g_appSettings.IconsFolder.dirty;
         std::wstring root = kIconsRoot;
         uitest::RemoveTree(root);
         CreateDirectoryW(root.c_str(), nullptr);
@@ -73,7 +71,6 @@ struct IconFolderFixture {
     ~IconFolderFixture() {
         IconPicker::ReleaseIconCache();
         g_appSettings.IconsFolder.value = oldFolder;
-        g_appSettings.IconsFolder.dirty = oldDirty;
         uitest::RemoveTree(kIconsRoot);
     }
 };

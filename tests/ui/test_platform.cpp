@@ -24,13 +24,13 @@ const UINT kCmdDone = 40069;      // left soft key
 const UINT kMenuButtonId = 2;     // right soft key: a popup
 const UINT kCmdAlpha = 501, kCmdBeta = 502, kCmdGamma = 504, kCmdDelta = 505;
 const UINT kCmdTellOk = 601;      // shows an error with OK
+using Texts = std::vector<std::wstring>;
 
 // How the test dialog is set up, and what it saw.
 struct TestDialog {
     bool overrideBack = true;
     bool ignoreCancel = false;     // IDCANCEL is only recorded
     HWND bar = nullptr;
-    HWND edit = nullptr;
     std::vector<UINT> commands;
     std::vector<LPARAM> hotkeys;
     std::vector<int> boxResults;
@@ -74,11 +74,10 @@ BOOL OnInitDialog(HWND hwnd) {
     GetClientRect(hwnd, &g_test.clientAtInit);
     // Laid out over the whole client area, as the program's dialogs are.
     RECT rc = g_test.clientAtInit;
-    g_test.edit = CreateWindowExW(0, L"edit", L"", WS_CHILD | WS_VISIBLE | WS_BORDER | WS_TABSTOP, 0, 0, rc.right, 24,
-                                  hwnd, (HMENU)(INT_PTR)kEditId, nullptr, nullptr);
     CreateWindowExW(0, L"button", L"Button", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, rc.bottom - 24, rc.right, 24,
                     hwnd, (HMENU)(INT_PTR)kButtonId, nullptr, nullptr);
-    SetFocus(g_test.edit);
+    SetFocus(CreateWindowExW(0, L"edit", L"", WS_CHILD | WS_VISIBLE | WS_BORDER | WS_TABSTOP, 0, 0, rc.right, 24,
+                             hwnd, (HMENU)(INT_PTR)kEditId, nullptr, nullptr));
     return FALSE;
 }
 
@@ -200,19 +199,16 @@ TEST_CASE(Ui_Platform_SoftKeysTapsAndClicksSendCommandsAndOpenNumberedMenus) {
         d.SoftKey(ui::Right);
     });
     s.Step([](ui::Dlg& d) {
-        std::vector<std::wstring> want = {L"&1 Alpha", L"&2 Beta", L"-", L"&3 More"};
-        CHECK(ui::Dlg::MenuTexts(d.SoftKeyMenu(ui::Right)) == want);
+        CHECK(ui::Dlg::MenuTexts(d.SoftKeyMenu(ui::Right)) == (Texts{L"&1 Alpha", L"&2 Beta", L"-", L"&3 More"}));
         d.Char('3');  // opens the nested popup
     });
     s.Step([](ui::Dlg& d) {
-        std::vector<std::wstring> want = {L"&1 Gamma", L"&2 Delta"};
-        CHECK(ui::Dlg::MenuTexts(GetSubMenu(d.SoftKeyMenu(ui::Right), 3)) == want);
+        CHECK(ui::Dlg::MenuTexts(GetSubMenu(d.SoftKeyMenu(ui::Right), 3)) == (Texts{L"&1 Gamma", L"&2 Delta"}));
         d.Char('2');
     });
     s.Step([](ui::Dlg& d) {
         CHECK(!d.MenuOpen());
-        std::vector<std::wstring> want = {L"&Alpha", L"Beta", L"-", L"More"};
-        CHECK(ui::Dlg::MenuTexts(d.SoftKeyMenu(ui::Right)) == want);
+        CHECK(ui::Dlg::MenuTexts(d.SoftKeyMenu(ui::Right)) == (Texts{L"&Alpha", L"Beta", L"-", L"More"}));
         d.SoftKey(ui::Right);  // a soft key pressed while its menu is open closes the menu
     });
     s.Step([](ui::Dlg& d) {
@@ -378,27 +374,24 @@ TEST_CASE(Ui_Platform_DialogsFollowAMovedPhoneScreen) {
 TEST_CASE(Ui_Platform_TransparentImageFromBitmapOrDc) {
     // Source 2x1: green (the key) and red; destination 2x1 white.
     BITMAPINFO bi = {{sizeof(BITMAPINFOHEADER), 2, -1, 1, 32, BI_RGB, 0, 0, 0, 0, 0}, {}};
-    DWORD* src = nullptr;
-    DWORD* dst = nullptr;
+    DWORD *src = nullptr, *dst = nullptr;
     HBITMAP srcBmp = CreateDIBSection(nullptr, &bi, DIB_RGB_COLORS, (void**)&src, nullptr, 0);
     HBITMAP dstBmp = CreateDIBSection(nullptr, &bi, DIB_RGB_COLORS, (void**)&dst, nullptr, 0);
     src[0] = 0x0000FF00;
     src[1] = 0x00FF0000;
     HDC dc = CreateCompatibleDC(nullptr), srcDc = CreateCompatibleDC(nullptr);
-    HGDIOBJ old = SelectObject(dc, dstBmp), oldSrc = nullptr;
-    for (int pass = 0; pass < 2; ++pass) {
+    HGDIOBJ old = SelectObject(dc, dstBmp);
+    for (HANDLE source : {(HANDLE)srcBmp, (HANDLE)srcDc}) {  // the bitmap alone first, then selected in a DC
         dst[0] = dst[1] = 0x00FFFFFF;
-        if (pass) oldSrc = SelectObject(srcDc, srcBmp);  // the bitmap alone first, then selected in a DC
+        if (source == srcDc) SelectObject(srcDc, srcBmp);
         GdiFlush();
-        CHECK(pass ? TransparentImage(dc, 0, 0, 2, 1, srcDc, 0, 0, 2, 1, RGB(0, 255, 0))
-                   : TransparentImage(dc, 0, 0, 2, 1, srcBmp, 0, 0, 2, 1, RGB(0, 255, 0)));
+        CHECK(TransparentImage(dc, 0, 0, 2, 1, source, 0, 0, 2, 1, RGB(0, 255, 0)));
         GdiFlush();
         CHECK_EQ((unsigned)dst[0], 0x00FFFFFFu);  // the key colour left the destination alone
         CHECK_EQ((unsigned)dst[1], 0x00FF0000u);
     }
-    SelectObject(srcDc, oldSrc);
-    DeleteDC(srcDc);
     CHECK(!TransparentImage(dc, 0, 0, 2, 1, nullptr, 0, 0, 2, 1, 0));
+    DeleteDC(srcDc);
     SelectObject(dc, old);
     DeleteDC(dc);
     DeleteObject(srcBmp);
