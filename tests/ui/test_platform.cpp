@@ -10,6 +10,7 @@
 #include "LangIds.h"
 #include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
+#include "platform/MenuBars.h"
 #include "platform/Platform.h"
 #include "platform/aygshell.h"
 #include "tests/framework/ZvTest.h"
@@ -20,13 +21,12 @@ namespace {
 
 const int kEditId = 100;
 const int kButtonId = 101;
-const UINT kCmdDone = 40069;      // left soft key
-const UINT kMenuButtonId = 2;     // right soft key: a popup
-const UINT kCmdAlpha = 501, kCmdBeta = 502, kCmdGamma = 504, kCmdDelta = 505;
-const UINT kCmdTellOk = 601;      // shows an error with OK
+const UINT kCmdTellOk = 601;  // shows an error with OK
 using Texts = std::vector<std::wstring>;
 
-// How the test dialog is set up, and what it saw.
+// How the test dialog is set up, and what it saw. Its bar is the list
+// window's: Save | Menu (Add Item..., Edit Item..., Delete Item, -,
+// Row Color > (Yellow, Red, ...), ...).
 struct TestDialog {
     bool overrideBack = true;
     bool ignoreCancel = false;     // IDCANCEL is only recorded
@@ -37,40 +37,11 @@ struct TestDialog {
     RECT clientAtInit = {};
 } g_test;
 
-// Done | Menu (Alpha, Beta, More > (Gamma, Delta)).
-HMENU BuildTestMenu() {
-    HMENU more = CreatePopupMenu();
-    AppendMenuW(more, MF_STRING, kCmdGamma, L"Gamma");
-    AppendMenuW(more, MF_STRING, kCmdDelta, L"Delta");
-    HMENU popup = CreatePopupMenu();
-    AppendMenuW(popup, MF_STRING, kCmdAlpha, L"&Alpha");
-    AppendMenuW(popup, MF_STRING, kCmdBeta, L"Beta");
-    AppendMenuW(popup, MF_SEPARATOR, 0, nullptr);
-    AppendMenuW(popup, MF_POPUP, (UINT_PTR)more, L"More");
-    HMENU bar = CreateMenu();
-    AppendMenuW(bar, MF_STRING, kCmdDone, L"Done");
-    MENUITEMINFOW mii = {};
-    mii.cbSize = sizeof mii;
-    mii.fMask = MIIM_ID | MIIM_SUBMENU | MIIM_STRING;
-    mii.wID = kMenuButtonId;
-    mii.hSubMenu = popup;
-    mii.dwTypeData = (LPWSTR)L"Menu";
-    InsertMenuItemW(bar, 1, TRUE, &mii);
-    return bar;
-}
-
 BOOL OnInitDialog(HWND hwnd) {
     SHINITDLGINFO init = {SHIDIM_FLAGS, hwnd, SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN};
     SHInitDialog(&init);
-    SHMENUBARINFO mb = {};
-    mb.cbSize = sizeof mb;
-    mb.hwndParent = hwnd;
-    mb.dwFlags = SHCMBF_HMENU;
-    CreateSoftKeyBar(&mb, BuildTestMenu());
-    g_test.bar = mb.hwndMB;
-    if (g_test.bar && g_test.overrideBack)
-        SendMessageW(g_test.bar, SHCMBM_OVERRIDEKEY, VK_ESCAPE,
-                     MAKELPARAM(SHMBOF_NODEFAULT | SHMBOF_NOTIFY, SHMBOF_NODEFAULT | SHMBOF_NOTIFY));
+    g_test.bar = CreateMenuBarFromMenu(hwnd, hLangModule, IDM_LIST_WINDOW_MENUBAR);
+    if (g_test.overrideBack) OverrideBackKey(g_test.bar);
     GetClientRect(hwnd, &g_test.clientAtInit);
     // Laid out over the whole client area, as the program's dialogs are.
     RECT rc = g_test.clientAtInit;
@@ -85,7 +56,7 @@ void OnCommand(HWND hwnd, UINT id) {
     g_test.commands.push_back(id);
     if (id == kCmdTellOk)
         g_test.boxResults.push_back(MessageBoxW(hwnd, L"Cannot open the file", L"Error", MB_ICONEXCLAMATION));
-    else if (id == kCmdDone) EndDialog(hwnd, 1);
+    else if (id == IDM_SAVE) EndDialog(hwnd, 1);
     else if (id == IDCANCEL && !g_test.ignoreCancel) EndDialog(hwnd, 2);
 }
 
@@ -99,10 +70,6 @@ INT_PTR CALLBACK TestDlgProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) 
     case WM_HOTKEY:
         g_test.hotkeys.push_back(lParam);
         if (HIWORD(lParam) == VK_ESCAPE) SHSendBackToFocusWindow(msg, wParam, lParam);
-        return TRUE;
-    case WM_DESTROY:
-        if (g_test.bar) DestroyWindow(g_test.bar);
-        g_test.bar = nullptr;
         return TRUE;
     }
     return FALSE;
@@ -192,23 +159,33 @@ TEST_CASE(Ui_Platform_SoftKeysTapsAndClicksSendCommandsAndOpenNumberedMenus) {
         SendMessageW(d.MenuBar(), TB_GETITEMRECT, index, (LPARAM)&rc);
         d.Tap(d.MenuBar(), (rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2);
     };
+    // Texts of entries 0, 4, 12 and 13 of a popup.
+    auto some = [](HMENU menu) {
+        Texts t = ui::Dlg::MenuTexts(menu);
+        t.resize(14);
+        return t[0] + L"|" + t[4] + L"|" + t[12] + L"|" + t[13];
+    };
     ui::Script s;
     s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.SoftKeyText(ui::Left), L"Done");
-        CHECK_EQ(d.SoftKeyCommand(ui::Right), (int)kMenuButtonId);
+        CHECK_EQ(d.SoftKeyText(ui::Left), L"Save");
+        // An entry with a mnemonic of its own: numbering replaces it, closing puts it back.
+        ModifyMenuW(d.SoftKeyMenu(ui::Right), 0, MF_BYPOSITION | MF_STRING, IDM_ADD_ITEM, L"&Add Item...");
         d.SoftKey(ui::Right);
     });
-    s.Step([](ui::Dlg& d) {
-        CHECK(ui::Dlg::MenuTexts(d.SoftKeyMenu(ui::Right)) == (Texts{L"&1 Alpha", L"&2 Beta", L"-", L"&3 More"}));
-        d.Char('3');  // opens the nested popup
+    s.Step([&](ui::Dlg& d) {
+        // 1 to 9, then 0; separators and the entries after the tenth go unnumbered.
+        CHECK_EQ(some(d.SoftKeyMenu(ui::Right)), L"&1 Add Item...|&4 Row Color|&0 Check All|Uncheck All");
+        d.Char('4');  // opens the nested popup
     });
     s.Step([](ui::Dlg& d) {
-        CHECK(ui::Dlg::MenuTexts(GetSubMenu(d.SoftKeyMenu(ui::Right), 3)) == (Texts{L"&1 Gamma", L"&2 Delta"}));
+        Texts texts = ui::Dlg::MenuTexts(GetSubMenu(d.SoftKeyMenu(ui::Right), 4));
+        texts.resize(2);
+        CHECK(texts == (Texts{L"&1 Yellow", L"&2 Red"}));
         d.Char('2');
     });
-    s.Step([](ui::Dlg& d) {
+    s.Step([&](ui::Dlg& d) {
         CHECK(!d.MenuOpen());
-        CHECK(ui::Dlg::MenuTexts(d.SoftKeyMenu(ui::Right)) == (Texts{L"&Alpha", L"Beta", L"-", L"More"}));
+        CHECK_EQ(some(d.SoftKeyMenu(ui::Right)), L"&Add Item...|Row Color|Check All|Uncheck All");
         d.SoftKey(ui::Right);  // a soft key pressed while its menu is open closes the menu
     });
     s.Step([](ui::Dlg& d) {
@@ -242,11 +219,11 @@ TEST_CASE(Ui_Platform_SoftKeysTapsAndClicksSendCommandsAndOpenNumberedMenus) {
     });
     s.Step([](ui::Dlg& d) {
         CHECK(!d.MenuOpen());
-        CHECK(g_test.commands == std::vector<UINT>{kCmdDelta});
+        CHECK(g_test.commands == std::vector<UINT>{(UINT)IDM_ROW_RED});
         d.TapSoftKey(ui::Left);
     });
     CHECK_EQ(RunTestDialog(s), (INT_PTR)1);
-    CHECK(g_test.commands == (std::vector<UINT>{kCmdDelta, kCmdDone}));
+    CHECK(g_test.commands == (std::vector<UINT>{(UINT)IDM_ROW_RED, IDM_SAVE}));
     ui::Script tap;
     tap.Step([&](ui::Dlg& d) { tapButton(d, 0); });
     CHECK_EQ(RunTestDialog(tap), (INT_PTR)1);
@@ -287,7 +264,7 @@ TEST_CASE(Ui_Platform_OverriddenBackArrivesAsHotKeyAndErasesOneCharacter) {
         SendKey('2');
     });
     s.Step([](ui::Dlg&) {
-        CHECK(g_test.commands == std::vector<UINT>{kCmdBeta});
+        CHECK(g_test.commands == std::vector<UINT>{(UINT)IDM_EDIT_ITEM});
         SendKey(VK_F1);
     });
     CHECK_EQ(RunTestDialog(s), (INT_PTR)1);
@@ -324,10 +301,10 @@ TEST_CASE(Ui_Platform_BackWithoutOverrideAndKeysWithoutBar) {
     s.Step([](ui::Dlg& d) {
         CHECK(!d.MenuOpen());
         d.Back();
-        d.Command(kCmdDone);
+        d.Command(IDM_SAVE);
     });
     CHECK_EQ(RunTestDialog(s, setup), (INT_PTR)1);
-    CHECK(g_test.commands == (std::vector<UINT>{(UINT)IDCANCEL, (UINT)IDCANCEL, kCmdDone}));
+    CHECK(g_test.commands == (std::vector<UINT>{(UINT)IDCANCEL, (UINT)IDCANCEL, IDM_SAVE}));
 }
 
 // Answers a box cannot take, and answers never used, are reported: without
