@@ -1,6 +1,6 @@
 // The phone shell on the desktop: screen size, the soft-key bar and its
-// messages, the keys (soft keys, Back, digits in menus), and the harness's
-// scripted answers.
+// messages, the keys (soft keys, Back, digits in menus), message boxes on the
+// phone screen, and the harness's scripted answers.
 #include <windows.h>
 #include <commctrl.h>
 
@@ -119,9 +119,37 @@ void CheckPhoneLayout(HWND dlg, int dpi, const char* file, int line) {
     CHECK_EQ_AT(phone.bottom - phone.top, 320 * dpi / 96, file, line);
     int barTop = phone.bottom - SoftKeyBarHeight();
     CHECK_EQ_AT(RectText(ClientScreenRect(dlg)), RectText({phone.left, phone.top, phone.right, barTop}), file, line);
-    CHECK_EQ_AT(RectText(ScreenRectOf(FindSoftKeyBar(dlg))), RectText({phone.left, barTop, phone.right, phone.bottom}), file,
-                line);
+    RECT bar = ScreenRectOf(FindSoftKeyBar(dlg));
+    CHECK_EQ_AT(RectText(bar), RectText({phone.left, barTop, phone.right, phone.bottom}), file, line);
     CHECK_AT(IsWindowVisible(FindSoftKeyBar(dlg)), file, line);
+}
+
+// Where a message box was when it closed: window, text and button
+// rectangles, and the height of its text wrapped at the text control's width.
+struct SeenBox {
+    RECT window = {}, text = {}, button = {};
+    int textNeeds = 0;
+} g_seen;
+HHOOK g_watch;
+
+LRESULT CALLBACK WatchBoxes(int code, WPARAM wParam, LPARAM lParam) {
+    HWND box = (HWND)wParam;
+    HWND text = code == HCBT_DESTROYWND ? GetDlgItem(box, 0xFFFF) : nullptr;
+    if (text) {
+        GetWindowRect(box, &g_seen.window);
+        GetWindowRect(text, &g_seen.text);
+        GetWindowRect(GetDlgItem(box, IDOK), &g_seen.button);
+        wchar_t buffer[512];
+        int length = GetWindowTextW(text, buffer, 512);
+        HDC dc = GetDC(text);
+        HGDIOBJ old = SelectObject(dc, (HGDIOBJ)SendMessageW(text, WM_GETFONT, 0, 0));
+        RECT r = {0, 0, g_seen.text.right - g_seen.text.left, 0};
+        DrawTextW(dc, buffer, length, &r, DT_CALCRECT | DT_WORDBREAK | DT_EXPANDTABS | DT_NOPREFIX);
+        SelectObject(dc, old);
+        ReleaseDC(text, dc);
+        g_seen.textNeeds = r.bottom;
+    }
+    return CallNextHookEx(g_watch, code, wParam, lParam);
 }
 
 void SendKey(WORD vk) {
@@ -134,6 +162,7 @@ void SendKey(WORD vk) {
 
 }  // namespace
 
+// At both densities; and wherever the user moved the phone screen.
 TEST_CASE(Ui_Platform_FullScreenDialogCoversThePhoneScreen) {
     for (int dpi : {96, 192}) {
         uitest::DensityScope density(dpi);
@@ -147,6 +176,32 @@ TEST_CASE(Ui_Platform_FullScreenDialogCoversThePhoneScreen) {
         CHECK_EQ(RunTestDialog(s), (INT_PTR)1);
     }
     CHECK_EQ(SoftKeyBarHeight(), ScaleY(26));
+
+    // A dialog follows a phone screen the user moved.
+    RECT before;
+    GetPhoneScreenRect(&before);
+    HWND main = CreateWindowExW(0, L"Static", L"Main", WS_VISIBLE | WS_CLIPSIBLINGS, CW_USEDEFAULT, CW_USEDEFAULT,
+                                CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, nullptr, nullptr);
+    FitToPhoneScreen(main);
+    CHECK(IsOnPhoneScreen(main));
+    CHECK_EQ(ClientScreenRect(main).top, before.top);
+    RECT win = ScreenRectOf(main);
+    SetWindowPos(main, nullptr, win.left + 30, win.top + 20, 0, 0, SWP_NOSIZE | SWP_NOZORDER);  // a user drag
+    RECT moved;
+    GetPhoneScreenRect(&moved);
+    CHECK_EQ(moved.left, before.left + 30);
+    CHECK_EQ(moved.top, before.top + 20);
+    ui::Script s;
+    s.Step([](ui::Dlg& d) {
+        CheckPhoneLayout(d.hwnd, ScreenDpiX(), ZV_HERE);
+        d.SoftKey(ui::Left);
+    });
+    RunTestDialog(s, {}, main);
+    // Put the phone screen back for the tests that follow.
+    SetWindowPos(main, nullptr, win.left, win.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    DestroyWindow(main);
+    GetPhoneScreenRect(&moved);
+    CHECK_EQ(moved.top, before.top);
 }
 
 // Entries are numbered while the menu is open, nested popups too; a digit
@@ -321,33 +376,6 @@ TEST_CASE(Ui_Platform_MessageBoxAnswersThatCannotBeGiven) {
     CHECK_EQ(ui::LastRunProblems().size(), 2u);
 }
 
-TEST_CASE(Ui_Platform_DialogsFollowAMovedPhoneScreen) {
-    RECT before;
-    GetPhoneScreenRect(&before);
-    HWND main = CreateWindowExW(0, L"Static", L"Main", WS_VISIBLE | WS_CLIPSIBLINGS, CW_USEDEFAULT, CW_USEDEFAULT,
-                                CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, nullptr, nullptr);
-    FitToPhoneScreen(main);
-    CHECK(IsOnPhoneScreen(main));
-    CHECK_EQ(ClientScreenRect(main).top, before.top);
-    RECT win = ScreenRectOf(main);
-    SetWindowPos(main, nullptr, win.left + 30, win.top + 20, 0, 0, SWP_NOSIZE | SWP_NOZORDER);  // a user drag
-    RECT moved;
-    GetPhoneScreenRect(&moved);
-    CHECK_EQ(moved.left, before.left + 30);
-    CHECK_EQ(moved.top, before.top + 20);
-    ui::Script s;
-    s.Step([](ui::Dlg& d) {
-        CheckPhoneLayout(d.hwnd, ScreenDpiX(), ZV_HERE);
-        d.SoftKey(ui::Left);
-    });
-    RunTestDialog(s, {}, main);
-    // Put the phone screen back for the tests that follow.
-    SetWindowPos(main, nullptr, win.left, win.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-    DestroyWindow(main);
-    GetPhoneScreenRect(&moved);
-    CHECK_EQ(moved.top, before.top);
-}
-
 TEST_CASE(Ui_Platform_TransparentImageFromBitmapOrDc) {
     // Source 2x1: green (the key) and red; destination 2x1 white.
     BITMAPINFO bi = {{sizeof(BITMAPINFOHEADER), 2, -1, 1, 32, BI_RGB, 0, 0, 0, 0, 0}, {}};
@@ -387,4 +415,32 @@ TEST_CASE(Ui_Platform_ActivationGivesTheFocusBack) {
     SHHandleWMActivate(w, WA_ACTIVE, 0, &sai, 0);
     CHECK_EQ(GetFocus(), edit);
     DestroyWindow(w);
+}
+
+// Message boxes open over the phone screen and no wider than it, their text
+// wrapped to fit, at both densities.
+TEST_CASE(Ui_Platform_MessageBoxFitsThePhoneScreenAndWraps) {
+    PlaceDialogsOnPhoneScreen();
+    for (int dpi : {96, 192}) {
+        uitest::DensityScope density(dpi);
+        g_seen = SeenBox();
+        g_watch = SetWindowsHookExW(WH_CBT, WatchBoxes, nullptr, GetCurrentThreadId());
+        ui::Script s;
+        ui::RunModal(s, [] {
+            return (INT_PTR)MessageBoxW(nullptr,
+                                        L"Error loading system files Please re-install Zorvel. The number must be "
+                                        L"between -999999999 and 999999999 with at most four decimals.",
+                                        L"Error", MB_ICONEXCLAMATION);
+        });
+        UnhookWindowsHookEx(g_watch);
+        RECT phone;
+        GetPhoneScreenRect(&phone);
+        CHECK(g_seen.window.left >= phone.left);
+        CHECK(g_seen.window.right <= phone.right);
+        CHECK(g_seen.window.top >= phone.top);
+        CHECK((int)(g_seen.text.bottom - g_seen.text.top) >= g_seen.textNeeds);
+        CHECK(g_seen.text.right <= g_seen.window.right);
+        CHECK(g_seen.button.top >= g_seen.text.bottom);
+        CHECK(g_seen.button.left >= g_seen.window.left && g_seen.button.right <= g_seen.window.right);
+    }
 }
