@@ -123,13 +123,24 @@ TEST_CASE(Ui_Color_SlidersAndNumberFields) {
 }
 
 // The menu checks the current mode; leaving the field by switching to the
-// sliders takes the text.
+// sliders takes the text, keeping channels that do not parse, and the left
+// soft key reads the field the user is still in.
 TEST_CASE(Ui_Color_HtmlFieldSetsChannelsAndSliders) {
     ui::Script s;
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(d.FocusId(), (int)IDC_COLOR_HTML_FIELD);
         CHECK(!d.Visible(IDC_COLOR_RED_SLIDER));
         CHECK_EQ(d.Text(IDC_COLOR_HTML_FIELD), L"123456");
+        SelectAllIn(d, IDC_COLOR_HTML_FIELD);
+        d.Type(L"zz");
+        d.Command(IDM_COLOR_SLIDERS);
+    });
+    s.Step([](ui::Dlg& d) {
+        CHECK_EQ(d.Text(IDC_COLOR_HTML_FIELD), L"123456");
+        CheckChannels(d, RGB(0x12, 0x34, 0x56), ZV_HERE);
+        d.Command(IDM_COLOR_HTML);
+    });
+    s.Step([](ui::Dlg& d) {
         SelectAllIn(d, IDC_COLOR_HTML_FIELD);
         d.Type(L"FF8000");
         d.SoftKey(ui::Right);
@@ -146,32 +157,14 @@ TEST_CASE(Ui_Color_HtmlFieldSetsChannelsAndSliders) {
         CHECK_EQ(d.FocusId(), (int)IDC_COLOR_RED_SLIDER);
         CHECK(!d.Visible(IDC_COLOR_HTML_FIELD));
         CheckChannels(d, RGB(255, 128, 0), ZV_HERE);
-        d.SoftKey(ui::Left);
+        d.Command(IDM_COLOR_HTML);
     });
-    CHECK_EQ(RunPicker(s, TRUE, ColorModeHtml, RGB(0x12, 0x34, 0x56)), 0x0080FF);
-
-    // Channels that do not parse are kept; the left soft key reads the field
-    // the user is still in.
-    ui::Script part;
-    part.Step([](ui::Dlg& d) {
+    s.Step([](ui::Dlg& d) {
         SelectAllIn(d, IDC_COLOR_HTML_FIELD);
         d.Type(L"#AB");  // red only; a leading '#' is allowed
-    });
-    part.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
-    CHECK_EQ(RunPicker(part, TRUE, ColorModeHtml, RGB(0x12, 0x34, 0x56)), (int)RGB(0xAB, 0x34, 0x56));
-
-    ui::Script junk;
-    junk.Step([](ui::Dlg& d) {
-        SelectAllIn(d, IDC_COLOR_HTML_FIELD);
-        d.Type(L"zz");
-        d.Command(IDM_COLOR_SLIDERS);  // leaving the field reads it
-    });
-    junk.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.Text(IDC_COLOR_HTML_FIELD), L"123456");
-        CheckChannels(d, RGB(0x12, 0x34, 0x56), ZV_HERE);
         d.SoftKey(ui::Left);
     });
-    CHECK_EQ(RunPicker(junk, TRUE, ColorModeHtml, RGB(0x12, 0x34, 0x56)), (int)RGB(0x12, 0x34, 0x56));
+    CHECK_EQ(RunPicker(s, TRUE, ColorModeHtml, RGB(0x12, 0x34, 0x56)), (int)RGB(0xAB, 0x80, 0x00));
 }
 
 // Ten buttons to a row: up and down wrap between the top and bottom rows,

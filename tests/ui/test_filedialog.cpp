@@ -27,12 +27,8 @@ public:
         CreateDirectoryW(kRoot, nullptr);
         for (const wchar_t* entry : entries) {
             std::wstring path = std::wstring(kRoot) + entry;
-            if (path.back() == L'\\') {
-                CreateDirectoryW(path.c_str(), nullptr);
-            } else {
-                HANDLE h = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-                CloseHandle(h);
-            }
+            if (path.back() == L'\\') CreateDirectoryW(path.c_str(), nullptr);
+            else uitest::WriteBytes(path, {});
         }
     }
     // The tree goes, and so does any memory of a folder in it.
@@ -108,10 +104,7 @@ TEST_CASE(Ui_FileDlg_FoldersFirstThenFilesIgnoringCaseAt192Dpi) {
             uitest::ControlsFit(d.hwnd, ids, ZV_HERE);
             HWND list = d.Item(kFileSelectList);
             CHECK_EQ((int)SendMessageW(list, LVM_GETCOLUMNWIDTH, 0, 0), (int)d.ClientRect(kFileSelectList).right);
-            RECT bar, client = d.ClientRect();
-            GetWindowRect(d.MenuBar(), &bar);
-            MapWindowPoints(d.hwnd, nullptr, (POINT*)&client, 2);
-            CHECK_EQ(bar.top, client.bottom);
+            CHECK_EQ(uitest::RectInParent(d.MenuBar()).top, d.ClientRect().bottom);
             if (row.mode == FileSelectLoad && !row.extension) {
                 CHECK_EQ(d.Text(kFileSelectPathLine), std::wstring(kRoot));
                 // A short path leaves the rest of the line to the hint that a tap goes up, painted there.
