@@ -95,12 +95,14 @@ TEST_CASE(Ui_FileDlg_FoldersFirstThenFilesIgnoringCaseAt192Dpi) {
         ScratchTree tree(row.entries);
         FileSelectRequest req = Request(row.mode, tree / L"", row.extension);
         if (row.extension) req.filterText = L"CSV File";
+        req.fileName = L"Groceries";
         ui::Script s;
         s.Step([&](ui::Dlg& d) {
             CHECK_EQ(Rows(d), std::wstring(row.rows));
             CHECK_EQ(d.Text(kFileSelectTypeField), std::wstring(row.extension ? L"CSV File" : L"All Files(*.*)"));
             std::vector<int> ids = {kFileSelectTypeField, kFileSelectPathLine, kFileSelectList};
             if (row.mode == FileSelectSave) ids.insert(ids.begin(), kFileSelectNameEdit);
+            if (row.mode == FileSelectSave) CHECK_EQ(d.Text(kFileSelectNameEdit), std::wstring(L"Groceries"));
             uitest::ControlsFit(d.hwnd, ids, ZV_HERE);
             HWND list = d.Item(kFileSelectList);
             CHECK_EQ((int)SendMessageW(list, LVM_GETCOLUMNWIDTH, 0, 0), (int)d.ClientRect(kFileSelectList).right);
@@ -233,10 +235,12 @@ TEST_CASE(Ui_FileDlg_WalkDownWithEnterAndUpWithBackOrTapThenLoad) {
     CHECK_EQ(ui::MessageBoxes().size(), 0u);
 }
 
-// Enter in the name box saves, and refuses an empty name without opening
-// the selected folder.
-TEST_CASE(Ui_FileDlg_SaveRefusesEmptyAndIllegalNames) {
-    ScratchTree tree({L"archive\\", L"old.CSV"});
+// Enter in the name box refuses an empty name without opening the selected
+// folder, and saves a good one. Down and Up move between the name box and
+// the list; Enter in the list and the action command open the selected
+// folder, and the name is saved there with the extension.
+TEST_CASE(Ui_FileDlg_SaveRefusesEmptyAndIllegalNamesAndSavesInFolderWalkedTo) {
+    ScratchTree tree({L"archive\\", L"archive\\a.CSV", L"old.CSV"});
     FileSelectRequest req = Request(FileSelectSave, tree / L"", L".CSV");
     ui::Script s;
     s.Step([](ui::Dlg& d) {
@@ -257,24 +261,6 @@ TEST_CASE(Ui_FileDlg_SaveRefusesEmptyAndIllegalNames) {
     }
     s.Step([](ui::Dlg& d) {
         SetWindowTextW(d.Item(kFileSelectNameEdit), L"week 12");
-        d.Enter();
-    });
-    CHECK_EQ(Run(s, req), 1);
-    CHECK_EQ(req.path.c_str(), (tree / L"week 12.CSV").c_str());
-    std::vector<uitest::BoxWant> want(9, {L"File name include illegal characters", L"File Name Error", MB_ICONHAND});
-    want[0].text = L"File name value is missing";
-    uitest::CheckBoxes(want, ZV_HERE);
-}
-
-// Down and Up move between the name box and the list; Enter in the list and
-// the action command open the selected folder, and the name is saved there.
-TEST_CASE(Ui_FileDlg_SaveAppendsExtensionInFolderWalkedTo) {
-    ScratchTree tree({L"exports\\", L"exports\\a.CSV"});
-    FileSelectRequest req = Request(FileSelectSave, tree / L"", L".CSV");
-    req.fileName = L"Groceries";
-    ui::Script s;
-    s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.Text(kFileSelectNameEdit), std::wstring(L"Groceries"));
         d.Key(VK_DOWN);
     });
     s.Step([](ui::Dlg& d) {
@@ -290,50 +276,49 @@ TEST_CASE(Ui_FileDlg_SaveAppendsExtensionInFolderWalkedTo) {
         d.Command(IDOK);
     });
     s.Step([&](ui::Dlg& d) {
-        CHECK_EQ(d.Text(kFileSelectPathLine), tree / L"exports\\");
+        CHECK_EQ(d.Text(kFileSelectPathLine), tree / L"archive\\");
         d.Key(VK_UP);
     });
     s.Step([](ui::Dlg& d) {
         CHECK_EQ(d.FocusId(), (int)kFileSelectNameEdit);
-        d.SoftKey(ui::Left);
+        d.Enter();
     });
     CHECK_EQ(Run(s, req), 1);
-    CHECK_EQ(req.path.c_str(), (tree / L"exports\\Groceries.CSV").c_str());
-    CHECK_EQ(g_fileSelectLastFolder.c_str(), (tree / L"exports\\").c_str());
-    CHECK_EQ(ui::MessageBoxes().size(), 0u);
+    CHECK_EQ(req.path.c_str(), (tree / L"archive\\week 12.CSV").c_str());
+    CHECK_EQ(g_fileSelectLastFolder.c_str(), (tree / L"archive\\").c_str());
+    std::vector<uitest::BoxWant> want(9, {L"File name include illegal characters", L"File Name Error", MB_ICONHAND});
+    want[0].text = L"File name value is missing";
+    uitest::CheckBoxes(want, ZV_HERE);
 }
 
+// Each run: the request's mode and folder ("": the last one), the folder
+// remembered before it, where it opens, the soft key pressed and the choice.
 TEST_CASE(Ui_FileDlg_LastFolderCarriesToTheNextDialog) {
     ScratchTree tree({L"keep\\", L"keep\\k.txt", L"other\\"});
-    FileSelectRequest first = Request(FileSelectFolder, tree / L"keep");  // no trailing "\"
-    ui::Script s1;
-    s1.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });
-    CHECK_EQ(Run(s1, first), 1);
-    CHECK_EQ(first.path.c_str(), (tree / L"keep\\").c_str());
-
-    // A cancelled dialog leaves the last folder alone.
-    FileSelectRequest second = Request(FileSelectLoad, tree / L"other\\");
-    ui::Script s2;
-    s2.Step([](ui::Dlg& d) { d.SoftKey(ui::Right); });
-    CHECK_EQ(Run(s2, second), 0);
-
-    FileSelectRequest third = Request(FileSelectLoad, L"");
-    ui::Script s3;
-    s3.Step([&](ui::Dlg& d) {
-        CHECK_EQ(d.Text(kFileSelectPathLine), tree / L"keep\\");
-        CHECK_EQ(Rows(d), std::wstring(L"k.txt"));
-        d.SoftKey(ui::Left);
-    });
-    CHECK_EQ(Run(s3, third), 1);
-    CHECK_EQ(third.path.c_str(), (tree / L"keep\\k.txt").c_str());
-
-    // A remembered folder that is gone gives way to its nearest parent.
-    g_fileSelectLastFolder = (tree / L"gone\\deeper\\").c_str();
-    FileSelectRequest fourth = Request(FileSelectFolder, L"");
-    ui::Script s4;
-    s4.Step([&](ui::Dlg& d) {
-        CHECK_EQ(d.Text(kFileSelectPathLine), tree / L"");
-        d.SoftKey(ui::Right);
-    });
-    Run(s4, fourth);
+    const struct {
+        int mode;
+        std::wstring folder;
+        const wchar_t* remembered;
+        std::wstring opens;
+        ui::SoftKeySide key;
+        std::wstring chosen;
+    } rows[] = {
+        {FileSelectFolder, tree / L"keep", nullptr, tree / L"keep\\", ui::Left, tree / L"keep\\"},  // no trailing "\"
+        // A cancelled dialog leaves the last folder alone.
+        {FileSelectLoad, tree / L"other\\", nullptr, tree / L"other\\", ui::Right, L""},
+        {FileSelectLoad, L"", nullptr, tree / L"keep\\", ui::Left, tree / L"keep\\k.txt"},
+        // A remembered folder that is gone gives way to its nearest parent.
+        {FileSelectFolder, L"", L"gone\\deeper\\", tree / L"", ui::Right, L""},
+    };
+    for (const auto& row : rows) {
+        if (row.remembered) g_fileSelectLastFolder = (tree / row.remembered).c_str();
+        FileSelectRequest req = Request(row.mode, row.folder);
+        ui::Script s;
+        s.Step([&](ui::Dlg& d) {
+            CHECK_EQ(d.Text(kFileSelectPathLine), row.opens);
+            d.SoftKey(row.key);
+        });
+        Run(s, req);
+        CHECK_EQ(std::wstring(req.path.c_str()), row.chosen);
+    }
 }
