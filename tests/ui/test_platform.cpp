@@ -10,7 +10,7 @@
 #include "LangIds.h"
 #include "platform/ScreenScale.h"
 #include "base/AppGlobals.h"
-#include "platform/MenuBars.h"
+#include "platform/PhoneDialog.h"
 #include "platform/Platform.h"
 #include "platform/aygshell.h"
 #include "tests/framework/ZvTest.h"
@@ -29,17 +29,12 @@ using Texts = std::vector<std::wstring>;
 struct TestDialog {
     bool overrideBack = true;
     bool ignoreCancel = false;     // IDCANCEL is only recorded
-    HWND bar = nullptr;
     std::vector<UINT> commands;
     std::vector<LPARAM> hotkeys;
     RECT clientAtInit = {};
 } g_test;
 
 BOOL OnInitDialog(HWND hwnd) {
-    SHINITDLGINFO init = {SHIDIM_FLAGS, hwnd, SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN};
-    SHInitDialog(&init);
-    g_test.bar = CreateMenuBarFromMenu(hwnd, hLangModule, IDM_LIST_WINDOW_MENUBAR);
-    if (g_test.overrideBack) OverrideBackKey(g_test.bar);
     GetClientRect(hwnd, &g_test.clientAtInit);
     // Laid out over the whole client area, as the program's dialogs are.
     RECT rc = g_test.clientAtInit;
@@ -71,22 +66,15 @@ INT_PTR CALLBACK TestDlgProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) 
     return FALSE;
 }
 
-// An empty dialog template with a caption, size 0: SHInitDialog sizes it.
-struct EmptyTemplate {
-    DLGTEMPLATE dlg;
-    WORD menu, cls, title;
-    WORD pad;
-};
-
 // Runs the test dialog, set up afresh, under a script; returns how it ended.
 INT_PTR RunTestDialog(ui::Script& s, const TestDialog& setup = {}, HWND owner = nullptr,
                       const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
-    static EmptyTemplate t;
-    t.dlg.style = WS_POPUP | WS_CAPTION | WS_VISIBLE | DS_MODALFRAME;
     g_test = setup;
-    return ui::RunModal(
-        s, [owner] { return DialogBoxIndirectParamW(GetModuleHandleW(nullptr), &t.dlg, owner, TestDlgProc, 0); },
-        file, line);
+    PhoneDialogSetup phone;
+    phone.menuModule = hLangModule;
+    phone.menuId = IDM_LIST_WINDOW_MENUBAR;
+    phone.overrideBack = setup.overrideBack;
+    return ui::RunModal(s, [&] { return RunPhoneDialog(owner, phone, TestDlgProc, 0); }, file, line);
 }
 
 RECT ScreenRectOf(HWND hwnd) {
@@ -341,7 +329,7 @@ TEST_CASE(Ui_Platform_BackWithoutOverrideAndKeysWithoutBar) {
     });
     s.Step([](ui::Dlg& d) {
         CHECK(g_test.commands == std::vector<UINT>{(UINT)IDCANCEL});
-        DestroyWindow(g_test.bar);
+        DestroyWindow(d.MenuBar());
         CHECK(d.MenuBar() == nullptr);
         // The client area keeps its size; the band stays as an empty bar.
         CHECK_EQ(d.ClientRect().bottom, g_test.clientAtInit.bottom);
