@@ -91,11 +91,9 @@ void WriteTga(const std::wstring& path, int width, int height, int bits, COLORRE
 // mapped.tga (colour-mapped) never.
 struct IconFolderFixture {
     uitest::OnDriveC drive;
-    CeString oldFolder;
+    CeString oldFolder = g_appSettings.IconsFolder.value;  // the value itself, not Set: no registry
 
     IconFolderFixture() {
-        // The value itself, not Set: nothing here should reach the registry.
-        oldFolder = g_appSettings.IconsFolder.value;
         std::wstring root = kIconsRoot;
         uitest::RemoveTree(root);
         CreateDirectoryW(root.c_str(), nullptr);
@@ -271,13 +269,9 @@ TEST_CASE(Ui_Color_HtmlFieldSetsChannelsAndSliders) {
 // and each label is as wide as its text (at least 36 phone pixels).
 TEST_CASE(Ui_Color_PaletteKeysTapsAndLayoutAt192Dpi) {
     uitest::DensityScope density(192);
-    struct Move {
-        int from;
-        UINT key;
-        int to;
-    };
-    static const Move kMoves[] = {{7, VK_UP, 47},   {47, VK_DOWN, 7}, {7, VK_DOWN, 17}, {3, VK_UP, 43},
-                                  {45, VK_DOWN, 5}, {5, VK_RIGHT, 6}, {6, VK_LEFT, 5}};
+    // From a button, a key, to a button.
+    static const int kMoves[][3] = {{7, VK_UP, 47},   {47, VK_DOWN, 7}, {7, VK_DOWN, 17}, {3, VK_UP, 43},
+                                    {45, VK_DOWN, 5}, {5, VK_RIGHT, 6}, {6, VK_LEFT, 5}};
     ui::Script s;
     s.Step([](ui::Dlg& d) {
         wchar_t cls[16] = L"";
@@ -289,12 +283,12 @@ TEST_CASE(Ui_Color_PaletteKeysTapsAndLayoutAt192Dpi) {
         uitest::ControlsFit(d.hwnd, {11, 12, 21, 49}, ZV_HERE);
         d.Command(IDM_COLOR_DEFAULT);  // the colours picked below replace it
     });
-    for (const Move& m : kMoves) {
-        s.Step([m](ui::Dlg& d) {
-            d.SetFocusTo(m.from);
-            d.Key(m.key);
+    for (const auto& m : kMoves) {
+        s.Step([&m](ui::Dlg& d) {
+            d.SetFocusTo(m[0]);
+            d.Key(m[1]);
         });
-        s.Step([m](ui::Dlg& d) { CHECK_EQ(d.FocusId(), m.to); });
+        s.Step([&m](ui::Dlg& d) { CHECK_EQ(d.FocusId(), m[2]); });
     }
     s.Step([](ui::Dlg& d) { d.Enter(); });
     s.Step([](ui::Dlg& d) {
@@ -419,40 +413,18 @@ TEST_CASE(Ui_Icon_GridCellsAndSizeLimitFollowDensity) {
     }
 }
 
-// The folder is read once: an icon added later does not show. (The scan
-// order, subfolders first, then the folder's own files by name, shows in the
-// colours of the cells picked below.)
-TEST_CASE(Ui_Icon_NoRescanAndAMissingFolder) {
+TEST_CASE(Ui_Icon_MissingFolderGivesAnEmptyGrid) {
     IconFolderFixture fixture;
+    g_appSettings.IconsFolder.value = kMissingRoot;
     PlanarImage image;
+    MakeSolid(image, 16, kBlue);
     ui::Script s;
     s.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.ListCount(kList), 3);
-        CHECK_EQ(d.ListFocused(kList), -1);
-        uitest::ControlsFit(d.hwnd, {kList}, ZV_HERE);  // the preview band below: every BandShows check
-        d.SoftKey(ui::Right);
-    });
-    CHECK(!RunPicker(s, image, ZV_HERE));
-    CHECK(image.IsEmpty());
-    WriteTga(std::wstring(kIconsRoot) + L"new.tga", 16, 16, 32, kGrey);
-    ui::Script second;
-    second.Step([](ui::Dlg& d) {
-        CHECK_EQ(d.ListCount(kList), 3);
-        d.Back();
-    });
-    RunPicker(second, image, ZV_HERE);
-
-    // A missing folder gives an empty grid, and Done keeps the caller's icon.
-    IconPicker::ReleaseIconCache();
-    g_appSettings.IconsFolder.value = kMissingRoot;
-    MakeSolid(image, 16, kBlue);
-    ui::Script missing;
-    missing.Step([](ui::Dlg& d) {
         CHECK_EQ(d.ListCount(kList), 0);
         d.Key(VK_DOWN);
         d.SoftKey(ui::Left);
     });
-    CHECK(RunPicker(missing, image, ZV_HERE));
+    CHECK(RunPicker(s, image, ZV_HERE));
     CHECK(IsSolid(image, 16, 16, kBlue));
 }
 
@@ -460,7 +432,9 @@ TEST_CASE(Ui_Icon_NoRescanAndAMissingFolder) {
 // (size 0: none), the picks (a key or a tap on a cell, each with the
 // colour the preview band must then show), how the dialog is left, and the
 // outcome. Back and Cancel leave the caller's planes as they were, and a
-// chosen icon is a copy of the cache's.
+// chosen icon is a copy of the cache's. The scan order (subfolders first,
+// then the folder's own files by name) shows in the colours of the cells;
+// the folder is read once, so an icon added after the first run never shows.
 TEST_CASE(Ui_Icon_ConfirmOrCancelTheCallersIcon) {
     IconFolderFixture fixture;
     struct Pick {
@@ -490,6 +464,9 @@ TEST_CASE(Ui_Icon_ConfirmOrCancelTheCallersIcon) {
         unsigned char* planes = image.red;
         ui::Script s;
         s.Step([&](ui::Dlg& d) {
+            CHECK_EQ(d.ListCount(kList), 3);
+            CHECK_EQ(d.ListFocused(kList), -1);
+            uitest::ControlsFit(d.hwnd, {kList}, ZV_HERE);  // the preview band below: every BandShows check
             if (c.size) CHECK(BandShows(d, c.start));  // the caller's icon at the start
         });
         for (const Pick& p : c.picks) {
@@ -503,5 +480,6 @@ TEST_CASE(Ui_Icon_ConfirmOrCancelTheCallersIcon) {
         if (!c.confirmed) CHECK(image.red == planes);
         for (size_t i = 0; i < IconPicker::CachedIconCount(); ++i)  // the cache keeps its own copy
             CHECK(IconPicker::CachedIcon(i).red != image.red);
+        WriteTga(std::wstring(kIconsRoot) + L"new.tga", 16, 16, 32, kGrey);
     }
 }
