@@ -344,14 +344,10 @@ TEST_CASE(Ui_Color_PaletteKeysTapsAndLayoutAt192Dpi) {
 TEST_CASE(Ui_Color_DefaultOnlyWhenAllowedAndShownInPreview) {
     const COLORREF start = RGB(0xCC, 0x33, 0xCC);
     for (int allow = 0; allow < 2; ++allow) {
-        std::vector<UINT> want = {IDM_COLOR_SLIDERS, IDM_COLOR_HTML, IDM_COLOR_PALETTE, 0, IDM_COLOR_CANCEL};
-        if (allow) want.insert(want.begin() + 4, IDM_COLOR_DEFAULT);
         ui::Script s;
         s.Step([&](ui::Dlg& d) {
-            HMENU menu = d.SoftKeyMenu(ui::Right);
-            std::vector<UINT> ids;
-            for (int i = 0; i < GetMenuItemCount(menu); ++i) ids.push_back(GetMenuItemID(menu, i));
-            CHECK(ids == want);
+            bool offered = GetMenuState(d.SoftKeyMenu(ui::Right), IDM_COLOR_DEFAULT, MF_BYCOMMAND) != (UINT)-1;
+            CHECK_EQ(offered, allow != 0);
             CHECK(StripShows(d, start));
             d.Command(IDM_COLOR_DEFAULT);
         });
