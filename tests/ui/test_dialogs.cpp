@@ -79,7 +79,6 @@ TextEntryRequest TextRequest(const wchar_t* text) {
     TextEntryRequest req = {};
     req.module = hInstance;
     lstrcpynW(req.text, text, kTextEntryMaxChars + 1);
-    req.prompt = L"Please insert template name: ";
     return req;
 }
 
