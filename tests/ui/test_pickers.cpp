@@ -7,6 +7,7 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -123,12 +124,10 @@ bool IsSolid(const PlanarImage& image, int width, int height, COLORREF c) {
 
 void MakeSolid(PlanarImage& image, int size, COLORREF c) {
     image.Allocate(size, size);
-    for (int i = 0; i < size * size; ++i) {
-        image.red[i] = GetRValue(c);
-        image.green[i] = GetGValue(c);
-        image.blue[i] = GetBValue(c);
-        image.alpha[i] = 255;
-    }
+    memset(image.red, GetRValue(c), size * size);
+    memset(image.green, GetGValue(c), size * size);
+    memset(image.blue, GetBValue(c), size * size);
+    memset(image.alpha, 255, size * size);
 }
 
 bool RunPicker(ui::Script& script, PlanarImage& image, const char* file, int line) {
@@ -140,7 +139,6 @@ bool RunPicker(ui::Script& script, PlanarImage& image, const char* file, int lin
 
 bool BandShows(ui::Dlg& d, COLORREF c) { return PreviewShows(d, c, 14); }
 
-// A tap in the middle of an icon's cell.
 void TapIcon(ui::Dlg& d, int row) {
     RECT r = {LVIR_BOUNDS, 0, 0, 0};
     SendMessageW(d.Item(kList), LVM_GETITEMRECT, row, (LPARAM)&r);
@@ -370,8 +368,8 @@ TEST_CASE(Ui_Color_CancelReturnsMinusTwo) {
 }
 
 // Cells of 44 x 30 phone pixels, ten icons fit five to a row; the 32-pixel
-// icon is offered only at 192 dpi.
-TEST_CASE(Ui_Icon_GridCellsAndSizeLimitFollowDensity) {
+// icon is offered only at 192 dpi. A missing folder gives an empty grid.
+TEST_CASE(Ui_Icon_GridCellsAndSizeLimitFollowDensityAndAMissingFolder) {
     IconFolderFixture fixture;
     for (int i = 0; i < 8; ++i)
         WriteTga(std::wstring(kIconsRoot) + L"m" + std::to_wstring(i) + L".tga", 16, 16, 32,
@@ -395,13 +393,10 @@ TEST_CASE(Ui_Icon_GridCellsAndSizeLimitFollowDensity) {
             d.SoftKey(ui::Left);
         });
         CHECK(RunPicker(s, image, ZV_HERE));
-        if (k == 1) CHECK(IsSolid(image, 12, 12, kBlue));
-        else CHECK(IsSolid(image, 32, 32, kGrey));
+        CHECK(k == 1 ? IsSolid(image, 12, 12, kBlue) : IsSolid(image, 32, 32, kGrey));
     }
-}
-
-TEST_CASE(Ui_Icon_MissingFolderGivesAnEmptyGrid) {
-    IconFolderFixture fixture;
+    // A missing folder gives an empty grid, and Done keeps the caller's icon.
+    IconPicker::ReleaseIconCache();
     g_appSettings.IconsFolder.value = L"\\zvtest-icons-missing\\";
     PlanarImage image;
     MakeSolid(image, 16, kBlue);
@@ -462,8 +457,7 @@ TEST_CASE(Ui_Icon_ConfirmOrCancelTheCallersIcon) {
         }
         s.Step([&](ui::Dlg& d) { d.Key(c.leave); });
         CHECK_EQ(RunPicker(s, image, ZV_HERE), c.confirmed);
-        if (!c.resultSize) CHECK(image.IsEmpty());
-        else CHECK(IsSolid(image, c.resultSize, c.resultSize, c.result));
+        CHECK(c.resultSize ? IsSolid(image, c.resultSize, c.resultSize, c.result) : image.IsEmpty());
         if (!c.confirmed) CHECK(image.red == planes);
         for (size_t i = 0; i < IconPicker::CachedIconCount(); ++i)  // the cache keeps its own copy
             CHECK(IconPicker::CachedIcon(i).red != image.red);

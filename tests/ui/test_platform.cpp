@@ -173,8 +173,7 @@ TEST_CASE(Ui_Platform_FullScreenDialogCoversThePhoneScreen) {
     SetWindowPos(main, nullptr, win.left + 30, win.top + 20, 0, 0, SWP_NOSIZE | SWP_NOZORDER);  // a user drag
     RECT moved;
     GetPhoneScreenRect(&moved);
-    CHECK_EQ(moved.left, before.left + 30);
-    CHECK_EQ(moved.top, before.top + 20);
+    CHECK_EQ(RectText(moved), RectText({before.left + 30, before.top + 20, before.right + 30, before.bottom + 20}));
     ui::Script s;
     s.Step([](ui::Dlg& d) {
         CheckPhoneLayout(d.hwnd, ScreenDpiX(), ZV_HERE);
