@@ -75,13 +75,6 @@ INT_PTR Run(ui::Script& s, FileSelectRequest& req, const char* file = __builtin_
     return ui::RunModal(s, [&] { return (INT_PTR)RunFileSelectDialog(nullptr, req); }, file, line);
 }
 
-TextEntryRequest TextRequest(const wchar_t* text) {
-    TextEntryRequest req = {};
-    req.module = hInstance;
-    lstrcpynW(req.text, text, kTextEntryMaxChars + 1);
-    return req;
-}
-
 INT_PTR Run(ui::Script& s, TextEntryRequest& req, const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
     return ui::RunModal(s, [&] { return (INT_PTR)RunTextEntryDialog(nullptr, req); }, file, line);
 }
@@ -362,7 +355,8 @@ TEST_CASE(Ui_TextEntry_ConfirmCancelAndBackAt192Dpi) {
          }, 1, longText.substr(0, 255)},
     };
     for (Row& row : rows) {
-        TextEntryRequest req = TextRequest(row.start);
+        TextEntryRequest req = {};
+        lstrcpynW(req.text, row.start, kTextEntryMaxChars + 1);
         ui::Script s;
         s.Step([&](ui::Dlg& d) {
             CHECK_EQ(d.Text(kTextEntryEditId), std::wstring(row.start));
