@@ -66,7 +66,6 @@ bool StripShows(ui::Dlg& d, COLORREF color) { return PreviewShows(d, color, 12);
 
 const wchar_t kIconsRoot[] = L"\\zvtest-icons\\";
 const int kList = IconPicker::kIconListId;
-const int kProgramImageStrip = 163;  // passed through by the callers, unused by the picker
 
 const COLORREF kGreen = RGB(0, 200, 0);
 const COLORREF kRed = RGB(220, 0, 0);
@@ -131,8 +130,8 @@ void MakeSolid(PlanarImage& image, int size, COLORREF c) {
 }
 
 bool RunPicker(ui::Script& script, PlanarImage& image, const char* file, int line) {
-    auto run = [&] {
-        return (INT_PTR)IconPicker::Run(nullptr, hLangModule, (INT_PTR)hInstance, kProgramImageStrip, 0, image);
+    auto run = [&] {  // 163: the image strip the callers pass, unused by the picker
+        return (INT_PTR)IconPicker::Run(nullptr, hLangModule, (INT_PTR)hInstance, 163, 0, image);
     };
     return ui::RunModal(script, run, file, line) != 0;
 }
