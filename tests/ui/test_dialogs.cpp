@@ -343,7 +343,7 @@ TEST_CASE(Ui_TextEntry_ConfirmCancelAndBackAt192Dpi) {
         INT_PTR result;
         std::wstring want;
     } rows[] = {
-        {L"Pack", [](ui::Dlg& d) { d.Type(L"ing list"); d.SoftKey(ui::Left); }, 1, L"Packing list"},  // caret at the end
+        {L"Pack", [](ui::Dlg& d) { d.Type(L"ing list"); d.SoftKey(ui::Left); }, 1, L"Packing list"},  // caret at end
         {L"", [](ui::Dlg& d) { d.Type(L"Goals"); d.Enter(); }, 1, L"Goals"},
         {L"abc", [](ui::Dlg& d) { d.Back(); d.SoftKey(ui::Left); }, 1, L"ab"},
         {L"x", [](ui::Dlg& d) { d.Back(); d.Back(); d.Back(); d.SoftKey(ui::Left); }, 1, L""},
