@@ -34,7 +34,6 @@ inline std::string Show(unsigned long v) { return Show((unsigned long long)v); }
 inline std::string Show(unsigned short v) { return Show((unsigned long long)v); }
 inline std::string Show(short v) { return Show((long long)v); }
 inline std::string Show(bool v) { return v ? "true" : "false"; }
-std::string ShowBytes(const std::vector<unsigned char>& bytes);
 
 inline void Check(bool ok, const char* expr, const char* file, int line) {
     if (!ok) Fail(file, line, std::string("CHECK(") + expr + ")");
@@ -55,11 +54,9 @@ void CheckBytes(const std::vector<unsigned char>& got, const std::vector<unsigne
 
 }  // namespace zvtest
 
-#define ZV_CAT2(a, b) a##b
-#define ZV_CAT(a, b) ZV_CAT2(a, b)
 #define TEST_CASE(name)                                                        \
     static void name();                                                        \
-    static zvtest::Registrar ZV_CAT(zvRegistrar_, name)(#name, name);          \
+    static zvtest::Registrar zvRegistrar_##name(#name, name);                  \
     static void name()
 
 #define CHECK(cond) zvtest::Check(!!(cond), #cond, __FILE__, __LINE__)

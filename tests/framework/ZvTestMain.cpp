@@ -45,7 +45,7 @@ std::string Show(unsigned long long v) {
     return buf;
 }
 std::string Show(double v) { return std::to_string(v); }
-std::string ShowBytes(const std::vector<unsigned char>& bytes) {
+static std::string ShowBytes(const std::vector<unsigned char>& bytes) {
     static const char hex[] = "0123456789ABCDEF";
     std::string out;
     for (size_t i = 0; i < bytes.size() && i < 64; ++i) out += {hex[bytes[i] >> 4], hex[bytes[i] & 15], ' '};

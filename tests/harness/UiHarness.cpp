@@ -368,10 +368,6 @@ Script& Script::Answer(int id) {
     answers.push_back(id);
     return *this;
 }
-Script& Script::Timeout(DWORD ms) {
-    timeoutMs = ms;
-    return *this;
-}
 Script& Script::ExpectProblems() {
     expectProblems = true;
     return *this;

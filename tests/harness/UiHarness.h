@@ -97,9 +97,6 @@ public:
     Script& WaitUntil(std::function<bool(Dlg&)> cond);
     // Queue the answer for the next message box (IDOK, IDCANCEL, IDYES, IDNO, ...).
     Script& Answer(int id);
-    // Time allowed for each waiting step and for the dialog to end after the
-    // last step (milliseconds, default 3000).
-    Script& Timeout(DWORD ms);
     // For tests of the harness itself: problems of the run (timeouts, unused
     // or impossible answers) go to LastRunProblems() instead of failing.
     Script& ExpectProblems();
