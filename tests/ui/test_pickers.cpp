@@ -447,7 +447,10 @@ TEST_CASE(Ui_Icon_ConfirmOrCancelTheCallersIcon) {
             if (c.size) CHECK(BandShows(d, c.start));  // the caller's icon at the start
         });
         for (const Pick& p : c.picks) {
-            s.Step([&](ui::Dlg& d) { p.key ? d.Key(p.key) : TapIcon(d, p.row); });
+            s.Step([&](ui::Dlg& d) {
+                if (p.key) d.Key(p.key);
+                else TapIcon(d, p.row);
+            });
             s.Step([&](ui::Dlg& d) { CHECK(BandShows(d, p.band)); });
         }
         s.Step([&](ui::Dlg& d) { d.Key(c.leave); });
