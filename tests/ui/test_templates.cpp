@@ -408,6 +408,7 @@ TEST_CASE(Ui_NewList_WritesOpensAndKeepsOnlyASavedList) {
             else d.Back();
         });
         CHECK_EQ(RunNewList(s, req), (INT_PTR)1);
+        CHECK(ui::MessageBoxes().empty());
         CHECK_EQ((int)req.created, save ? 1 : 0);
         CHECK_EQ(std::wstring(req.listName), name);
         CHECK_EQ(std::wstring(req.listPath), category + name + L".zvl");
