@@ -14,7 +14,6 @@
 #include "dialogs/TextEntry.h"
 #include "mainview/CategoryTree.h"
 #include "LangIds.h"
-#include "platform/Platform.h"
 #include "templates/Templates.h"
 #include "tests/framework/ZvTest.h"
 #include "tests/harness/UiHarness.h"
