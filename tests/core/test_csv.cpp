@@ -4,7 +4,6 @@
 #include "LangIds.h"
 #include "base/ResString.h"
 #include "document/CsvText.h"
-#include "document/ListFile.h"
 #include "tests/core/test_doc_util.h"
 #include "tests/framework/ZvTest.h"
 
@@ -111,8 +110,9 @@ TEST_CASE(Csv_CellsConvertedByFieldType) {
     CHECK_EQ(doc.fields[0].columnWidth, 48);
     CHECK_EQ(doc.itemCount(), 2);
     if (doc.itemCount() != 2) return;
-    auto ymd = [](const SYSTEMTIME& t) { return std::to_wstring(t.wYear) + L"-" + std::to_wstring(t.wMonth) + L"-" +
-                                                std::to_wstring(t.wDay); };
+    auto ymd = [](const SYSTEMTIME& t) {
+        return std::to_wstring(t.wYear) + L"-" + std::to_wstring(t.wMonth) + L"-" + std::to_wstring(t.wDay);
+    };
     const ListItem& a = doc.items.front();
     CHECK_EQ(ymd(a.values[0].time), L"2007-12-25");
     CHECK_EQ(a.values[1].choice, 11);  // an empty Selection

@@ -208,8 +208,8 @@ TEST_CASE(Doc_TemplateFilesAndNewList) {
     CHECK(makeListFromTemplate(path.c_str(), (dir + L"\\\\Trip.zvl").c_str()) == FileStatus::Ok);
     CHECK_BYTES(ReadBytes(dir + L"\\Trip.zvl"), Bytes().listHeader(2, 0).append(chunks).v);
 
-    // The template editor's list holds 50 fields at most; a field moves to
-    // the last place, and a deleted one leaves no gap.
+    // The template editor's list holds 50 fields at most; the first field
+    // moves to the last place, and a deleted one leaves no gap.
     TemplateFieldList full;
     for (int i = 0; i < 50; ++i) CHECK(full.Add(MakeField(std::to_wstring(i).c_str(), 3)));
     CHECK(!full.Add(MakeField(L"g", 3)));
@@ -217,6 +217,7 @@ TEST_CASE(Doc_TemplateFilesAndNewList) {
     full.Remove(0);
     CHECK_EQ(full.count, 49);
     CHECK_EQ(std::wstring(full.fields[0].name), L"1");
+    CHECK_EQ(std::wstring(full.fields[48].name), L"0");
 }
 
 // Every cut of a list is named and keeps only whole items; the backup of

@@ -409,8 +409,11 @@ TEST_CASE(Res_TargaImagesUprightInTheirColours) {
     for (HINSTANCE module : {hImageModule, kHighDpiModule}) {
         PlanarImage img;
         CHECK_EQ(LoadTgaResource(img, module, IDT_ROOT), S_OK);
-        auto opaque = [&img](int row) { return img.width - (int)std::count(img.alpha + row * img.width,
-                                                                             img.alpha + (row + 1) * img.width, 0); };
+        // The opaque pixels of a row.
+        auto opaque = [&img](int row) {
+            const unsigned char* alpha = img.alpha + row * img.width;
+            return img.width - (int)std::count(alpha, alpha + img.width, 0);
+        };
         int first = 0, last = img.height - 1;
         while (first < img.height && opaque(first) == 0) ++first;
         while (last > 0 && opaque(last) == 0) --last;
@@ -420,7 +423,8 @@ TEST_CASE(Res_TargaImagesUprightInTheirColours) {
     // The low-density folder: row 3 starts with its outline colour #8A5A0B,
     // the top-left pixel is clear.
     PlanarImage folder;
-    if (LoadTgaResource(folder, hImageModule, IDT_CATEGORY) != S_OK) return zvtest::Fail(ZV_HERE, "no folder image");
+    CHECK_EQ(LoadTgaResource(folder, hImageModule, IDT_CATEGORY), S_OK);
+    if (folder.IsEmpty()) return;
     int at = 3 * folder.width;
     CHECK_BYTES((ByteVec{folder.red[at], folder.green[at], folder.blue[at], folder.alpha[at]}),
                 (ByteVec{0x8A, 0x5A, 0x0B, 0xFF}));

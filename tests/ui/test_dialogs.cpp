@@ -109,8 +109,10 @@ TEST_CASE(Ui_FileDlg_FoldersFirstThenFilesIgnoringCaseAt192Dpi) {
             CHECK_EQ(Rows(d), std::wstring(row.rows));
             CHECK_EQ(d.Text(kFileSelectTypeField), std::wstring(row.extension ? L"CSV File" : L"All Files(*.*)"));
             std::vector<int> ids = {kFileSelectTypeField, kFileSelectPathLine, kFileSelectList};
-            if (row.mode == FileSelectSave) ids.insert(ids.begin(), kFileSelectNameEdit);
-            if (row.mode == FileSelectSave) CHECK_EQ(d.Text(kFileSelectNameEdit), std::wstring(L"Groceries"));
+            if (row.mode == FileSelectSave) {
+                ids.insert(ids.begin(), kFileSelectNameEdit);
+                CHECK_EQ(d.Text(kFileSelectNameEdit), std::wstring(L"Groceries"));
+            }
             uitest::ControlsFit(d.hwnd, ids, ZV_HERE);
             HWND list = d.Item(kFileSelectList);
             CHECK_EQ((int)SendMessageW(list, LVM_GETCOLUMNWIDTH, 0, 0), (int)d.ClientRect(kFileSelectList).right);

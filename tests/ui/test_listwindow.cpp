@@ -148,7 +148,10 @@ void EditItem(ui::Script& s, UINT command, const wchar_t* text) {
     s.Step([command](ui::Dlg& d) { d.Command(command); });
     s.WaitFor(L"#32770", ResText(IDS_ITEM_EDIT_TITLE).c_str());
     s.Step([text](ui::Dlg& d) {
-        if (!text) return d.SoftKey(ui::Right);  // Cancel
+        if (!text) {
+            d.SoftKey(ui::Right);  // Cancel
+            return;
+        }
         d.SetFocusTo(kItemEditorFirstId + 1);
         SetWindowTextW(d.Item(kItemEditorFirstId + 1), text);
     });
@@ -290,7 +293,10 @@ void PlayAct(ui::Script& s, const Act& act) {
     case Act::Colour:
         s.Step([](ui::Dlg& d) { d.Command(IDM_ITEM_COLOR); });
         s.WaitFor(L"#32770", ResText(IDS_COLOR_TITLE).c_str());
-        s.Step([&](ui::Dlg& d) { act.a ? d.TapCenter(act.a) : d.Command(IDM_COLOR_CANCEL); });
+        s.Step([&](ui::Dlg& d) {
+            if (act.a) d.TapCenter(act.a);
+            else d.Command(IDM_COLOR_CANCEL);
+        });
         if (act.a) s.Step([](ui::Dlg& d) { d.SoftKey(ui::Left); });  // Done
         s.WaitFor(L"#32770", L"Zorvel");
         return;
@@ -316,7 +322,8 @@ void PlayAct(ui::Script& s, const Act& act) {
         s.WaitUntil(MenuOpen);
         s.Step([&](ui::Dlg& d) {
             for (int i = 0; i < act.a; ++i) d.Key(VK_DOWN);
-            act.a ? d.Key(VK_RETURN) : d.Back();
+            if (act.a) d.Key(VK_RETURN);
+            else d.Back();
         });
         s.WaitUntil(MenuClosed);
         return;
@@ -513,14 +520,16 @@ TEST_CASE(Ui_List_SessionsEndInTheirFiles) {
             PlayAct(s, c.acts[i]);
             s.Step([&, i](ui::Dlg& d) { CheckAct(d, c, i); });
         }
-        s.Step([&](ui::Dlg& d) { c.save ? d.SoftKey(ui::Left) : d.Back(); });
+        s.Step([&](ui::Dlg& d) {
+            if (c.save) d.SoftKey(ui::Left);
+            else d.Back();
+        });
         for (int answer : c.answers) s.Answer(answer);
         CHECK_EQ((int)RunList(s, path, req), 1);
         uitest::CheckBoxes(std::vector<uitest::BoxWant>(c.answers.size(), LeaveUnsaved()), ZV_HERE);
         CHECK_EQ((int)req.saved, c.save ? 1 : 0);
         if (ReadBytes(path) != (c.save ? ListBytes(c.written) : before))
             zvtest::Fail(ZV_HERE, std::string(c.name) + ": the file written");
-        if (!c.save) CHECK_BYTES(before, ListBytes(c.written));
     }
 }
 

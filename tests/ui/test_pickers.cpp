@@ -362,8 +362,9 @@ TEST_CASE(Ui_Color_CancelReturnsMinusTwo) {
     }
 }
 
-// Cells of 44 x 30 phone pixels, ten icons fit five to a row; the 32-pixel
-// icon is offered only at 192 dpi. A missing folder gives an empty grid.
+// Cells 44 phone pixels wide, rows 32 apart, five cells to a row; the
+// 32-pixel icon is offered only at 192 dpi. A missing folder gives an empty
+// grid.
 TEST_CASE(Ui_Icon_GridCellsAndSizeLimitFollowDensityAndAMissingFolder) {
     IconFolderFixture fixture;
     for (int i = 0; i < 8; ++i)
@@ -377,9 +378,14 @@ TEST_CASE(Ui_Icon_GridCellsAndSizeLimitFollowDensityAndAMissingFolder) {
         ui::Script s;
         s.Step([k](ui::Dlg& d) {
             CHECK_EQ(d.ListCount(kList), k == 1 ? 11 : 12);
-            RECT r = {LVIR_SELECTBOUNDS, 0, 0, 0};
-            SendMessageW(d.Item(kList), LVM_GETITEMRECT, 0, (LPARAM)&r);
-            CHECK_EQ(r.right - r.left, (LONG)(44 * k));
+            auto cell = [&d](int i) {
+                RECT r = {LVIR_SELECTBOUNDS, 0, 0, 0};
+                SendMessageW(d.Item(kList), LVM_GETITEMRECT, i, (LPARAM)&r);
+                return r;
+            };
+            CHECK_EQ(cell(0).right - cell(0).left, (LONG)(44 * k));
+            CHECK_EQ(cell(4).top, cell(0).top);
+            CHECK_EQ(cell(5).top - cell(0).top, (LONG)(32 * k));
             TapIcon(d, 2);  // 96 dpi: c.tga; 192 dpi: big.tga
         });
         s.Step([k](ui::Dlg& d) {
@@ -447,7 +453,10 @@ TEST_CASE(Ui_Icon_ConfirmOrCancelTheCallersIcon) {
             if (c.size) CHECK(BandShows(d, c.start));  // the caller's icon at the start
         });
         for (const Pick& p : c.picks) {
-            s.Step([&](ui::Dlg& d) { p.key ? d.Key(p.key) : TapIcon(d, p.row); });
+            s.Step([&](ui::Dlg& d) {
+                if (p.key) d.Key(p.key);
+                else TapIcon(d, p.row);
+            });
             s.Step([&](ui::Dlg& d) { CHECK(BandShows(d, p.band)); });
         }
         s.Step([&](ui::Dlg& d) { d.Key(c.leave); });

@@ -2,7 +2,6 @@
 // list's keys, values kept or thrown away by Done and Back, the swatches,
 // the rows' layout, and the about screen.
 #include <windows.h>
-#include <commctrl.h>
 
 #include <functional>
 #include <string>

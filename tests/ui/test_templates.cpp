@@ -277,7 +277,10 @@ TEST_CASE(Ui_TemplateEditor_MoveAndDeleteFields) {
     TemplateEditRequest req = OpenRequest(folder, L"Shop");
     ui::Script s;
     for (const Row& row : rows) {
-        s.Step([&](ui::Dlg& d) { SelectListRow(d, kTemplateFieldListId, row.select); d.Command(row.command); });
+        s.Step([&](ui::Dlg& d) {
+            SelectListRow(d, kTemplateFieldListId, row.select);
+            d.Command(row.command);
+        });
         s.Step([&](ui::Dlg& d) {
             CHECK(Rows(d, kTemplateFieldListId) == row.names);
             CHECK_EQ(ListView_GetNextItem(d.Item(kTemplateFieldListId), -1, LVNI_SELECTED), row.selectedAfter);
@@ -354,7 +357,7 @@ TEST_CASE(Ui_Templates_BothDialogsListTemplateFilesOnly) {
             RECT row = {LVIR_BOUNDS, 0, 0, 0};
             SendMessageW(d.Item(kTemplateListId), LVM_GETITEMRECT, 0, (LPARAM)&row);
             CHECK(row.bottom - row.top >= ScaleY(16));
-            for (int row = 0; row < d.ListCount(kTemplateListId); ++row) SelectListRow(d, kTemplateListId, row);
+            for (int i = 0; i < d.ListCount(kTemplateListId); ++i) SelectListRow(d, kTemplateListId, i);
         });
         s.Step([](ui::Dlg& d) {
             UpdateWindow(d.Item(kTemplateListId));  // every row drawn, the damaged one too
@@ -405,6 +408,7 @@ TEST_CASE(Ui_NewList_WritesOpensAndKeepsOnlyASavedList) {
             else d.Back();
         });
         CHECK_EQ(RunNewList(s, req), (INT_PTR)1);
+        CHECK(ui::MessageBoxes().empty());
         CHECK_EQ((int)req.created, save ? 1 : 0);
         CHECK_EQ(std::wstring(req.listName), name);
         CHECK_EQ(std::wstring(req.listPath), category + name + L".zvl");
