@@ -40,6 +40,7 @@ TemplateListLook Look() {
     TemplateListLook look = {};
     look.columnCount = 1;
     look.textLeft = ScaleX(2) + ScaleX(16) + 2;
+    look.bottomGap = ScaleY(25);
     return look;
 }
 
@@ -166,14 +167,6 @@ void CreateList(HWND dlg, bool templateFirst) {
 // Messages
 // ---------------------------------------------------------------------------
 
-void Layout(HWND dlg, int width, int height) {
-    if (!S().templates.view) return;  // sized by the shell before the list exists
-    MoveWindow(S().templates.view, ScaleX(5), ScaleY(20), width - ScaleX(10), height - ScaleY(25), TRUE);
-    S().templates.FitColumn();
-    InvalidateRect(dlg, nullptr, TRUE);
-    UpdateWindow(dlg);
-}
-
 BOOL OnInitDialog(HWND dlg) {
     RECT client;
     GetClientRect(dlg, &client);
@@ -185,7 +178,7 @@ BOOL OnInitDialog(HWND dlg) {
     EnsureTrailingBackslash(lists);
     S().listsFolder = lists;
     S().templates.Fill();
-    Layout(dlg, client.right, client.bottom);
+    S().templates.Place(dlg, client.right, client.bottom);
     SetFocus(S().templates.view);
     return FALSE;  // the focus is set
 }
@@ -203,25 +196,12 @@ BOOL OnCommand(HWND dlg, int id) {
     return FALSE;
 }
 
-BOOL OnPaint(HWND dlg) {
-    S().templates.PaintHeading(dlg, IDS_NEW_LIST_HEADING);
-    return TRUE;
-}
-
-BOOL OnMeasureItem(MEASUREITEMSTRUCT* mis) { return S().templates.Measure(*mis); }
-BOOL OnDrawItem(const DRAWITEMSTRUCT* dis) { return S().templates.Draw(*dis); }
-
 INT_PTR CALLBACK NewListProc(HWND dlg, UINT msg, WPARAM wParam, LPARAM lParam) {
     switch (msg) {
     case WM_INITDIALOG: return OnInitDialog(dlg);
-    case WM_SIZE: Layout(dlg, LOWORD(lParam), HIWORD(lParam)); return TRUE;
-    case WM_PAINT: return OnPaint(dlg);
-    case WM_MEASUREITEM: return OnMeasureItem((MEASUREITEMSTRUCT*)lParam);
-    case WM_DRAWITEM: return OnDrawItem((const DRAWITEMSTRUCT*)lParam);
     case WM_COMMAND: return OnCommand(dlg, LOWORD(wParam));
-    case WM_DESTROY: S().templates.Release(); return FALSE;
     }
-    return FALSE;
+    return S().templates.HandleMessage(dlg, msg, lParam, IDS_NEW_LIST_HEADING);
 }
 
 }  // namespace

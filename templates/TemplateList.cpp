@@ -118,6 +118,14 @@ void TemplateList::FitColumn() const {
     SendMessageW(view, LVM_SETCOLUMNWIDTH, 0, client.right);
 }
 
+void TemplateList::Place(HWND dialog, int width, int height) const {
+    if (!view) return;  // sized by the shell before the list exists
+    MoveWindow(view, ScaleX(5), ScaleY(20), width - ScaleX(10), height - look.bottomGap, TRUE);
+    FitColumn();
+    InvalidateRect(dialog, nullptr, TRUE);
+    UpdateWindow(dialog);
+}
+
 bool TemplateList::HasSelection() const { return SendMessageW(view, LVM_GETSELECTIONMARK, 0, 0) >= 0; }
 
 std::wstring TemplateList::SelectedName() const {
@@ -195,4 +203,15 @@ void TemplateList::Release() {
     defaultIcon.Release();
     view = nullptr;  // destroyed with the dialog
     font.Reset();
+}
+
+INT_PTR TemplateList::HandleMessage(HWND dialog, UINT msg, LPARAM lParam, UINT headingId) {
+    switch (msg) {
+    case WM_SIZE: Place(dialog, LOWORD(lParam), HIWORD(lParam)); return TRUE;
+    case WM_PAINT: PaintHeading(dialog, headingId); return TRUE;
+    case WM_MEASUREITEM: return Measure(*(MEASUREITEMSTRUCT*)lParam);
+    case WM_DRAWITEM: return Draw(*(const DRAWITEMSTRUCT*)lParam);
+    case WM_DESTROY: Release(); return FALSE;
+    }
+    return FALSE;
 }

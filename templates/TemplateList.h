@@ -19,6 +19,7 @@ struct TemplateListLook {
     int lastColumn;    // width of column 1 when there are two
     int textLeft;      // text starts this far right of the row's left edge
     int textShiftUp;   // text rectangle raised by this much (top and bottom)
+    int bottomGap;     // the list ends this far above the dialog's bottom edge
 };
 
 // One template row: its file name and its icon, read the first time the
@@ -44,6 +45,8 @@ struct TemplateList {
     void Fill();
     // A single column spans the list's client area (after a move or a fill).
     void FitColumn() const;
+    // The list under the heading of a `width` x `height` dialog.
+    void Place(HWND dialog, int width, int height) const;
     // The name of the row under the selection mark, empty when there is none.
     std::wstring SelectedName() const;
     bool HasSelection() const;
@@ -53,6 +56,10 @@ struct TemplateList {
     // White background and the heading `stringId` above the list.
     void PaintHeading(HWND dialog, UINT stringId) const;
     void Release();
+    // What both dialogs answer alike: WM_SIZE, WM_PAINT (with the heading
+    // `headingId`), the list's WM_MEASUREITEM and WM_DRAWITEM, and
+    // WM_DESTROY. The dialog procedure's result; FALSE for other messages.
+    INT_PTR HandleMessage(HWND dialog, UINT msg, LPARAM lParam, UINT headingId);
 };
 
 // The templates folder: the TemplatePath setting with "\" appended when it

@@ -37,6 +37,7 @@ TemplateListLook Look() {
     look.lastColumn = ScaleX(10);
     look.textLeft = ScaleX(6) + ScaleX(16);
     look.textShiftUp = ScaleY(1);
+    look.bottomGap = ScaleY(30);
     return look;
 }
 
@@ -124,13 +125,6 @@ void SetSoftKeyText(HWND bar, int index, UINT stringId) {
     SendMessageW(bar, TB_SETBUTTONINFOW, index, (LPARAM)&info);
 }
 
-void Layout(HWND dlg, int width, int height) {
-    if (!S().templates.view) return;  // sized by the shell before the list exists
-    MoveWindow(S().templates.view, ScaleX(5), ScaleY(20), width - ScaleX(10), height - ScaleY(30), TRUE);
-    InvalidateRect(dlg, nullptr, TRUE);
-    UpdateWindow(dlg);
-}
-
 BOOL OnInitDialog(HWND dlg) {
     if (HWND bar = PhoneDialogMenuBar(dlg)) {
         SetSoftKeyText(bar, 0, IDS_DONE);
@@ -144,7 +138,7 @@ BOOL OnInitDialog(HWND dlg) {
     S().templates.folder = TemplatesFolder();
     SetFocus(S().templates.view);
     S().templates.Fill();
-    Layout(dlg, client.right, client.bottom);
+    S().templates.Place(dlg, client.right, client.bottom);
     return FALSE;  // the focus is set
 }
 
@@ -164,25 +158,12 @@ BOOL OnCommand(HWND dlg, int id) {
     return FALSE;
 }
 
-BOOL OnPaint(HWND dlg) {
-    S().templates.PaintHeading(dlg, IDS_TEMPLATES_HEADING);
-    return TRUE;
-}
-
-BOOL OnMeasureItem(MEASUREITEMSTRUCT* mis) { return S().templates.Measure(*mis); }
-BOOL OnDrawItem(const DRAWITEMSTRUCT* dis) { return S().templates.Draw(*dis); }
-
 INT_PTR CALLBACK TemplatesManagerProc(HWND dlg, UINT msg, WPARAM wParam, LPARAM lParam) {
     switch (msg) {
     case WM_INITDIALOG: return OnInitDialog(dlg);
-    case WM_SIZE: Layout(dlg, LOWORD(lParam), HIWORD(lParam)); return TRUE;
-    case WM_PAINT: return OnPaint(dlg);
-    case WM_MEASUREITEM: return OnMeasureItem((MEASUREITEMSTRUCT*)lParam);
-    case WM_DRAWITEM: return OnDrawItem((const DRAWITEMSTRUCT*)lParam);
     case WM_COMMAND: return OnCommand(dlg, LOWORD(wParam));
-    case WM_DESTROY: S().templates.Release(); return FALSE;
     }
-    return FALSE;
+    return S().templates.HandleMessage(dlg, msg, lParam, IDS_TEMPLATES_HEADING);
 }
 
 }  // namespace
