@@ -9,7 +9,6 @@
 #include <string>
 
 #include "LangIds.h"
-#include "app/RegistryConfig.h"
 #include "base/AppGlobals.h"
 #include "base/ResString.h"
 #include "dialogs/MessageBoxes.h"
@@ -28,7 +27,6 @@ struct NewListState {
     NewListRequest* request = nullptr;
     HINSTANCE module = nullptr;
     TemplateList templates;
-    std::wstring listsFolder;       // kept for the caller, as the tree knows it
     bool newTemplate = false;       // the template was made through 40061
     std::wstring newTemplateName;
 };
@@ -173,10 +171,6 @@ BOOL OnInitDialog(HWND dlg) {
     S().templates.Create(dlg, Look(), ScaleX(10), ScaleY(80), client.right - ScaleX(20),
                          client.bottom - ScaleY(10) - ScaleY(80));
     S().templates.folder = TemplatesFolder();
-    wchar_t lists[MAX_PATH + 2] = {};
-    g_registryConfig.GetListsPath(1, lists);
-    EnsureTrailingBackslash(lists);
-    S().listsFolder = lists;
     S().templates.Fill();
     S().templates.Place(dlg, client.right, client.bottom);
     SetFocus(S().templates.view);

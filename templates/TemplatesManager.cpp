@@ -22,7 +22,6 @@ namespace {
 const wchar_t kTitle[] = L"Templates";
 
 struct TemplatesManagerState {
-    TemplatesManagerRequest* request = nullptr;
     HINSTANCE module = nullptr;
     TemplateList templates;
 };
@@ -169,13 +168,11 @@ INT_PTR CALLBACK TemplatesManagerProc(HWND dlg, UINT msg, WPARAM wParam, LPARAM 
 }  // namespace
 
 INT_PTR RunTemplatesManager(HWND owner, TemplatesManagerRequest& request) {
-    S().request = &request;
     S().module = request.module ? request.module : hLangModule;
     PhoneDialogSetup setup;
     setup.menuModule = S().module;
     setup.menuId = IDM_TEMPLATES_MANAGER_MENUBAR;
     setup.overrideBack = false;  // Back ends the manager (IDCANCEL)
     RunPhoneDialog(owner, setup, TemplatesManagerProc, 0);
-    S().request = nullptr;
     return 1;
 }
