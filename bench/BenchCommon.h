@@ -3,6 +3,7 @@
 // its installation folder.
 #pragma once
 #include <windows.h>
+#include <commctrl.h>
 
 #include <cwchar>
 
@@ -33,6 +34,16 @@ inline HINSTANCE LoadBesideMe(const wchar_t* name) {
 inline void LoadResourceModules() {
     hLangModule = LoadBesideMe(L"LangEng.dll");
     hImageModule = LoadBesideMe(IsLowDensityScreen() ? L"ZVLowDpiRes.dll" : L"ZVHighDpiRes.dll");
+}
+
+// What every screen benchmark does first: the program's module, the screen
+// scale, the resource modules and the common controls of `controlClasses`.
+inline void Start(DWORD controlClasses) {
+    hInstance = GetModuleHandleW(nullptr);
+    InitScreenScale(0);
+    LoadResourceModules();
+    INITCOMMONCONTROLSEX icc = {sizeof icc, controlClasses};
+    InitCommonControlsEx(&icc);
 }
 
 }  // namespace bench

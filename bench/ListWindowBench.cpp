@@ -289,11 +289,7 @@ void WriteSampleList(const wchar_t* path, int count) {
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
-    hInstance = GetModuleHandleW(nullptr);
-    InitScreenScale(0);
-    bench::LoadResourceModules();
-    INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_LISTVIEW_CLASSES | ICC_DATE_CLASSES | ICC_BAR_CLASSES};
-    InitCommonControlsEx(&icc);
+    bench::Start(ICC_LISTVIEW_CLASSES | ICC_DATE_CLASSES | ICC_BAR_CLASSES);
     g_appSettings.LoadSettings();
 
     std::wstring path;

@@ -25,7 +25,6 @@
 
 namespace {
 
-
 // A list of two fields with its own icon.
 void WriteList(const std::wstring& path, int seed) {
     ListDocument doc;
@@ -99,11 +98,7 @@ void Report(const char* what, std::vector<double> runs) {
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
-    hInstance = GetModuleHandleW(nullptr);
-    InitScreenScale(0);
-    bench::LoadResourceModules();
-    INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_TREEVIEW_CLASSES | ICC_BAR_CLASSES};
-    InitCommonControlsEx(&icc);
+    bench::Start(ICC_TREEVIEW_CLASSES | ICC_BAR_CLASSES);
     RegisterMainWindowClass(hInstance, MainWndProc, LoadIconW(hInstance, MAKEINTRESOURCEW(IDI_MAIN_WINDOW)),
                             kMainWindowClass);
 

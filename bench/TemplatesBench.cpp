@@ -130,11 +130,7 @@ int Show(const std::wstring& kind, const std::wstring& folder) {
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
-    hInstance = GetModuleHandleW(nullptr);
-    InitScreenScale(0);
-    bench::LoadResourceModules();
-    INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_LISTVIEW_CLASSES | ICC_UPDOWN_CLASS | ICC_BAR_CLASSES};
-    InitCommonControlsEx(&icc);
+    bench::Start(ICC_LISTVIEW_CLASSES | ICC_UPDOWN_CLASS | ICC_BAR_CLASSES);
     g_appSettings.LoadSettings();
     g_bench.cbtHook = SetWindowsHookExW(WH_CBT, CbtHook, nullptr, GetCurrentThreadId());
 
