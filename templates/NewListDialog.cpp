@@ -66,13 +66,14 @@ void SelectTemplate(const std::wstring& name) {
 // the device leaves there (it creates the list before it reads the template).
 // False when it failed, with `message` telling which part did.
 bool MakeListFile(const std::wstring& templatePath, const std::wstring& listPath, DocMessage& message) {
+    const bool listExisted = GetFileAttributesW(listPath.c_str()) != INVALID_FILE_ATTRIBUTES;
+    FileStatus status = makeListFromTemplate(templatePath.c_str(), listPath.c_str(), &message);
+    if (status == FileStatus::Ok) return true;
+    // Looked at only now, so a list made without trouble opens its template once.
     FileHandle probe(CreateFileW(templatePath.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                                  FILE_ATTRIBUTE_NORMAL, nullptr));
     const bool templateOpens = probe.IsValid();
     probe.Reset();
-    const bool listExisted = GetFileAttributesW(listPath.c_str()) != INVALID_FILE_ATTRIBUTES;
-    FileStatus status = makeListFromTemplate(templatePath.c_str(), listPath.c_str(), &message);
-    if (status == FileStatus::Ok) return true;
     if (!listExisted && status != FileStatus::CannotCreate && status != FileStatus::WriteFailed)
         FileHandle(CreateFileW(listPath.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!templateOpens || status == FileStatus::CannotOpen || status == FileStatus::Missing)
