@@ -167,13 +167,9 @@ void CreateList(HWND dlg, bool templateFirst) {
 // ---------------------------------------------------------------------------
 
 BOOL OnInitDialog(HWND dlg) {
-    RECT client;
-    GetClientRect(dlg, &client);
-    S().templates.Create(dlg, Look(), ScaleX(10), ScaleY(80), client.right - ScaleX(20),
-                         client.bottom - ScaleY(10) - ScaleY(80));
+    S().templates.Create(dlg, Look());
     S().templates.folder = TemplatesFolder();
     S().templates.Fill();
-    S().templates.Place(dlg, client.right, client.bottom);
     SetFocus(S().templates.view);
     return FALSE;  // the focus is set
 }

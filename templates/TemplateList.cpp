@@ -61,7 +61,7 @@ DocMessage TemplateError(UINT textId) {
     return message;
 }
 
-void TemplateList::Create(HWND dialog, const TemplateListLook& listLook, int x, int y, int w, int h) {
+void TemplateList::Create(HWND dialog, const TemplateListLook& listLook) {
     look = listLook;
     font.Reset(CreateFormFont(FW_BOLD));
     LoadTgaResource(defaultIcon, hInstance, IDT_PROGRAM_DEFAULT_LIST);
@@ -69,7 +69,7 @@ void TemplateList::Create(HWND dialog, const TemplateListLook& listLook, int x, 
                            WS_CHILD | WS_VISIBLE | WS_BORDER | WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL |
                                LVS_SHOWSELALWAYS | LVS_AUTOARRANGE | LVS_OWNERDRAWFIXED | LVS_NOCOLUMNHEADER |
                                LVS_NOSORTHEADER,
-                           x, y, w, h, dialog, (HMENU)(INT_PTR)kTemplateListId, hInstance, nullptr);
+                           0, 0, 0, 0, dialog, (HMENU)(INT_PTR)kTemplateListId, hInstance, nullptr);
     const DWORD ex = LVS_EX_FULLROWSELECT | 0x00008000 /* LVS_EX_NOHSCROLL */;
     SendMessageW(view, LVM_SETEXTENDEDLISTVIEWSTYLE, ex, ex);
     SendMessageW(view, WM_SETFONT, (WPARAM)font.Get(), FALSE);
@@ -77,6 +77,7 @@ void TemplateList::Create(HWND dialog, const TemplateListLook& listLook, int x, 
     GetClientRect(dialog, &client);
     InsertColumn(view, 0, client.right - look.columnTrim);
     if (look.columnCount > 1) InsertColumn(view, 1, look.lastColumn);
+    Place(dialog, client.right, client.bottom);
 }
 
 void TemplateList::Fill() {

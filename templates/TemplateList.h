@@ -38,9 +38,9 @@ struct TemplateList {
     FontHandle font;                 // the bold dialog font: list and heading
     TemplateListLook look = {};
 
-    // Creates the list view at (x, y, w, h) of `dialog` with the look's
-    // columns; the font and default icon are made here too.
-    void Create(HWND dialog, const TemplateListLook& look, int x, int y, int w, int h);
+    // Creates the list view in its place under the heading of `dialog`, with
+    // the look's columns; the font and default icon are made here too.
+    void Create(HWND dialog, const TemplateListLook& look);
     // Empties the list and lists `folder` again (a missing folder: no rows).
     void Fill();
     // A single column spans the list's client area (after a move or a fill).

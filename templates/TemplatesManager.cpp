@@ -130,14 +130,10 @@ BOOL OnInitDialog(HWND dlg) {
         SetSoftKeyText(bar, 1, IDS_CANCEL);
     }
     SetWindowTextW(dlg, kTitle);
-    RECT client;
-    GetClientRect(dlg, &client);
-    S().templates.Create(dlg, Look(), ScaleX(10), ScaleY(40), client.right - ScaleX(20),
-                         client.bottom - ScaleY(50));
+    S().templates.Create(dlg, Look());
     S().templates.folder = TemplatesFolder();
     SetFocus(S().templates.view);
     S().templates.Fill();
-    S().templates.Place(dlg, client.right, client.bottom);
     return FALSE;  // the focus is set
 }
 
