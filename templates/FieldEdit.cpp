@@ -14,7 +14,6 @@
 #include "listwindow/ItemEditorRows.h"
 #include "platform/PhoneDialog.h"
 #include "platform/ScreenScale.h"
-#include "settings/AppSettings.h"
 #include "settings/ListLook.h"
 
 // The phone's up-down style that offers a full-screen editor for its buddy;

@@ -12,7 +12,6 @@
 #include "dialogs/MessageBoxes.h"
 #include "platform/ScreenScale.h"
 #include "program/ProgramIds.h"
-#include "settings/AppSettings.h"
 #include "settings/ListLook.h"
 #include "templates/Templates.h"
 
