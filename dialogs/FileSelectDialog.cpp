@@ -287,19 +287,15 @@ BOOL OnNotify(FileSelectDialog& dlg, NMHDR* header) {
 }
 
 BOOL OnPaint(FileSelectDialog& dlg) {
-    PAINTSTRUCT ps;
-    HDC dc = BeginPaint(dlg.dialog, &ps);
-    FillRect(dc, &ps.rcPaint, (HBRUSH)GetStockObject(WHITE_BRUSH));
+    WhitePaint paint(dlg.dialog);
     if (!IsRectEmpty(&dlg.pathHintRect)) {
         std::wstring hint = ResText(dlg.pathHintId);
-        HGDIOBJ old = SelectObject(dc, dlg.font);
-        SetBkMode(dc, TRANSPARENT);
-        SetTextColor(dc, GetSysColor(COLOR_GRAYTEXT));
-        DrawTextW(dc, hint.c_str(), (int)hint.size(), &dlg.pathHintRect,
+        SelectedObject font(paint.dc, dlg.font.Get());
+        SetBkMode(paint.dc, TRANSPARENT);
+        SetTextColor(paint.dc, GetSysColor(COLOR_GRAYTEXT));
+        DrawTextW(paint.dc, hint.c_str(), (int)hint.size(), &dlg.pathHintRect,
                   DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
-        SelectObject(dc, old);
     }
-    EndPaint(dlg.dialog, &ps);
     return TRUE;
 }
 

@@ -14,7 +14,10 @@
 #include <climits>
 #include <cstdlib>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "base/Handles.h"
 #include "platform/ScreenScale.h"
 #include "platform/PlatformInternal.h"
 
@@ -37,10 +40,13 @@ struct DialogPlacementHook {
     DWORD thread;
 } g_dialogHook;
 
-bool IsDialogClass(HWND hwnd) {
+bool HasClass(HWND hwnd, const wchar_t* className) {
     wchar_t name[16];
-    return GetClassNameW(hwnd, name, 16) && lstrcmpW(name, L"#32770") == 0;
+    return GetClassNameW(hwnd, name, 16) && lstrcmpiW(name, className) == 0;
 }
+
+bool IsDialogClass(HWND hwnd) { return HasClass(hwnd, L"#32770"); }
+bool IsMenuWindow(HWND hwnd) { return HasClass(hwnd, L"#32768"); }
 
 void CentreOnPhoneScreen(HWND hwnd) {
     RECT phone, win;
@@ -72,10 +78,11 @@ int WrappedTextHeight(HWND text, int width) {
     GetWindowTextW(text, &buffer[0], length + 1);
     HDC dc = GetDC(text);
     if (!dc) return 0;
-    HGDIOBJ old = SelectObject(dc, (HGDIOBJ)SendMessageW(text, WM_GETFONT, 0, 0));
     RECT r = {0, 0, width, 0};
-    DrawTextW(dc, buffer.c_str(), length, &r, DT_CALCRECT | DT_WORDBREAK | DT_EXPANDTABS | DT_NOPREFIX);
-    SelectObject(dc, old);
+    {
+        SelectedObject font(dc, (HGDIOBJ)SendMessageW(text, WM_GETFONT, 0, 0));
+        DrawTextW(dc, buffer.c_str(), length, &r, DT_CALCRECT | DT_WORDBREAK | DT_EXPANDTABS | DT_NOPREFIX);
+    }
     ReleaseDC(text, dc);
     return r.bottom;
 }
@@ -100,30 +107,32 @@ void NarrowMessageBox(HWND box, int maxWidth) {
     RECT client;
     GetClientRect(box, &client);
     int clientWidth = client.right - shrink;
+    std::vector<std::pair<HWND, RECT>> buttons;
     int left = INT_MAX, right = INT_MIN;
     for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        wchar_t name[16];
-        if (!GetClassNameW(child, name, 16) || lstrcmpiW(name, L"Button") != 0) continue;
+        if (!HasClass(child, L"Button")) continue;
         RECT r = RectInParent(child);
+        buttons.push_back({child, r});
         if (r.left < left) left = r.left;
         if (r.right > right) right = r.right;
     }
-    int dx = left == INT_MAX ? 0 : (clientWidth - (right - left)) / 2 - left;
-    for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        wchar_t name[16];
-        if (!GetClassNameW(child, name, 16) || lstrcmpiW(name, L"Button") != 0) continue;
-        RECT r = RectInParent(child);
-        SetWindowPos(child, nullptr, r.left + dx, r.top + grow, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    }
+    int dx = buttons.empty() ? 0 : (clientWidth - (right - left)) / 2 - left;
+    for (const auto& [button, r] : buttons)
+        SetWindowPos(button, nullptr, r.left + dx, r.top + grow, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     SetWindowPos(box, nullptr, 0, 0, maxWidth, (win.bottom - win.top) + grow,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 const UINT kMsgPlaceBox = WM_APP + 0x5A2;
 
+// A box the hook took carries this property: kBoxTaken until the box has
+// been placed, which happens once, then kBoxPlaced.
+const wchar_t kBoxProp[] = L"ZvPlacing";
+const HANDLE kBoxTaken = (HANDLE)1, kBoxPlaced = (HANDLE)2;
+
 void PlaceOnPhoneScreen(HWND box) {
-    if (GetPropW(box, L"ZvPlaced")) return;
-    SetPropW(box, L"ZvPlaced", (HANDLE)1);
+    if (GetPropW(box, kBoxProp) == kBoxPlaced) return;
+    SetPropW(box, kBoxProp, kBoxPlaced);
     RECT phone;
     GetPhoneScreenRect(&phone);
     NarrowMessageBox(box, phone.right - phone.left);
@@ -148,17 +157,15 @@ LRESULT CALLBACK PlacedBoxProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam
             return r;
         }
         break;
-    case WM_NCDESTROY: RemoveWindowSubclass(hwnd, PlacedBoxProc, kBoxSubclassId); break;
+    case WM_NCDESTROY:
+        RemoveWindowSubclass(hwnd, PlacedBoxProc, kBoxSubclassId);
+        RemovePropW(hwnd, kBoxProp);
+        break;
     }
     return DefSubclassProc(hwnd, msg, wParam, lParam);
 }
 
 const UINT_PTR kMenuSubclassId = 0x5A52;
-
-bool IsMenuWindow(HWND hwnd) {
-    wchar_t name[16];
-    return GetClassNameW(hwnd, name, 16) && lstrcmpW(name, L"#32768") == 0;
-}
 
 // The menu window whose right edge is where a submenu at `x` was put (its
 // parent), or NULL.
@@ -213,8 +220,8 @@ LRESULT CALLBACK DialogPlacementProc(int code, WPARAM wParam, LPARAM lParam) {
     if (code == HCBT_ACTIVATE) {
         HWND hwnd = (HWND)wParam;
         if (!IsOnPhoneScreen(hwnd) && !(GetWindowLongW(hwnd, GWL_STYLE) & WS_CHILD) && IsDialogClass(hwnd) &&
-            !GetPropW(hwnd, L"ZvPlaced") && !GetPropW(hwnd, L"ZvPlacing")) {
-            SetPropW(hwnd, L"ZvPlacing", (HANDLE)1);
+            !GetPropW(hwnd, kBoxProp)) {
+            SetPropW(hwnd, kBoxProp, kBoxTaken);
             if (IsWindowVisible(hwnd)) {
                 PlaceOnPhoneScreen(hwnd);
             } else {
