@@ -13,6 +13,7 @@
 #include "base/AppGlobals.h"
 #include "base/ResString.h"
 #include "dialogs/FileSelectDialog.h"
+#include "platform/MenuBars.h"
 #include "platform/PhoneDialog.h"
 #include "platform/ScreenScale.h"
 #include "templates/TemplateList.h"
@@ -112,22 +113,11 @@ void OnChooseFolder(HWND dlg) {
 // Messages
 // ---------------------------------------------------------------------------
 
-void SetSoftKeyText(HWND bar, int index, UINT stringId) {
-    // The bar keeps its texts in a pool: the text joins it first.
-    std::wstring text = ResText(stringId);
-    std::wstring pool = text + L'\0';
-    SendMessageW(bar, TB_ADDSTRINGW, 0, (LPARAM)pool.c_str());
-    TBBUTTONINFOW info = {};
-    info.cbSize = sizeof info;
-    info.dwMask = TBIF_TEXT | TBIF_BYINDEX;
-    info.pszText = &text[0];
-    SendMessageW(bar, TB_SETBUTTONINFOW, index, (LPARAM)&info);
-}
-
 BOOL OnInitDialog(HWND dlg) {
     if (HWND bar = PhoneDialogMenuBar(dlg)) {
-        SetSoftKeyText(bar, 0, IDS_DONE);
-        SetSoftKeyText(bar, 1, IDS_CANCEL);
+        SetSoftKeyText(bar, IDC_OK, ResText(IDS_DONE).c_str());
+        // The right key is the menu's popup, which the bar numbers by its place (second: 2).
+        SetSoftKeyText(bar, 2, ResText(IDS_CANCEL).c_str());
     }
     SetWindowTextW(dlg, kTitle);
     S().templates.Create(dlg, Look());
