@@ -60,28 +60,39 @@ void InsertRoot() {
     if (!SendMessageW(V().tree, TVM_INSERTITEMW, 0, (LPARAM)&insert)) delete node;
 }
 
-// The lists directly in `folder` (a path with its trailing "\") under `parent`.
-void AddListsOf(const wchar_t* folder, HTREEITEM parent) {
+bool IsDotEntry(const wchar_t* name) {
+    return name[0] == L'.' && (name[1] == 0 || (name[1] == L'.' && name[2] == 0));
+}
+
+// The entries of `folder` (a path with its trailing "\"). In the lists folder
+// (`topLevel`) each sub-folder becomes a category, filled in turn; in a
+// category only its lists count, sub-folders are not shown: categories are
+// one level deep. Lists go under `parent`.
+void AddFolder(const wchar_t* folder, bool topLevel, HTREEITEM parent) {
     wchar_t pattern[MAX_PATH * 2];
-    _snwprintf(pattern, MAX_PATH * 2 - 1, L"%s\\*.*", folder);
+    _snwprintf(pattern, MAX_PATH * 2 - 1, L"%s*.*", folder);
     pattern[MAX_PATH * 2 - 1] = 0;
     WIN32_FIND_DATAW found;
     FindHandle search(FindFirstFileW(pattern, &found));
     if (!search) return;
     do {
-        if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) continue;  // categories are one level deep
-        if (!IsListEntry(found.cFileName)) continue;
+        const bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        if (isFolder ? !topLevel || IsDotEntry(found.cFileName) : !IsListEntry(found.cFileName)) continue;
         wchar_t title[MAX_PATH], path[MAX_PATH * 2];
         TitleOf(found.cFileName, title, MAX_PATH);
-        _snwprintf(path, MAX_PATH * 2 - 1, L"%s\\%s", folder, found.cFileName);
+        _snwprintf(path, MAX_PATH * 2 - 1, L"%s%s", folder, found.cFileName);
         path[MAX_PATH * 2 - 1] = 0;
-        InsertTreeNode(title, parent, 0, path);
-        ++V().listCount;
+        if (isFolder) {
+            HTREEITEM category = InsertTreeNode(title, nullptr, 1, path);
+            wchar_t categoryFolder[MAX_PATH * 2];
+            _snwprintf(categoryFolder, MAX_PATH * 2 - 1, L"%s\\", path);
+            categoryFolder[MAX_PATH * 2 - 1] = 0;
+            AddFolder(categoryFolder, false, category);
+        } else {
+            InsertTreeNode(title, parent, 0, path);
+            ++V().listCount;
+        }
     } while (FindNextFileW(search, &found));
-}
-
-bool IsDotEntry(const wchar_t* name) {
-    return name[0] == L'.' && (name[1] == 0 || (name[1] == L'.' && name[2] == 0));
 }
 
 int IconTop(const RECT& item, const PlanarImage& image) {
@@ -240,30 +251,7 @@ void FillTree() {
     v.listCount = 0;
     v.lastSelected = nullptr;
     InsertRoot();
-
-    wchar_t pattern[MAX_PATH * 2];
-    _snwprintf(pattern, MAX_PATH * 2 - 1, L"%s*.*", v.listsFolder);
-    pattern[MAX_PATH * 2 - 1] = 0;
-    WIN32_FIND_DATAW found;
-    FindHandle search(FindFirstFileW(pattern, &found));
-    if (search) {
-        HTREEITEM parent = nullptr;
-        do {
-            if (IsDotEntry(found.cFileName)) continue;
-            wchar_t title[MAX_PATH], path[MAX_PATH * 2];
-            TitleOf(found.cFileName, title, MAX_PATH);
-            _snwprintf(path, MAX_PATH * 2 - 1, L"%s%s", v.listsFolder, found.cFileName);
-            path[MAX_PATH * 2 - 1] = 0;
-            if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
-                parent = InsertTreeNode(title, nullptr, 1, path);
-                AddListsOf(path, parent);
-            } else if (IsListEntry(found.cFileName)) {
-                InsertTreeNode(title, nullptr, 0, path);
-                ++v.listCount;
-                parent = nullptr;
-            }
-        } while (FindNextFileW(search, &found));
-    }
+    AddFolder(v.listsFolder, true, nullptr);
     SendMessageW(v.tree, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(v.tree, nullptr, TRUE);
 }
