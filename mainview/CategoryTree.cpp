@@ -104,15 +104,13 @@ COLORREF SettingColor(const CNumericSetting& setting) {
     return IsDefaultColor(setting.value) ? GetSysColor(COLOR_WINDOWTEXT) : (COLORREF)setting.value;
 }
 
+// The item a custom-draw notification is about.
+HTREEITEM DrawnItem(const NMTVCUSTOMDRAW* draw) { return (HTREEITEM)draw->nmcd.dwItemSpec; }
+
 LRESULT OnItemPrePaint(NMTVCUSTOMDRAW* draw) {
-    HWND tree = V().tree;
-    TVHITTESTINFO hit = {};
-    hit.pt.x = draw->nmcd.rc.left + 1;
-    hit.pt.y = draw->nmcd.rc.top + 1;
-    HTREEITEM item = (HTREEITEM)SendMessageW(tree, TVM_HITTEST, 0, (LPARAM)&hit);
-    HTREEITEM selected = (HTREEITEM)SendMessageW(tree, TVM_GETNEXTITEM, TVGN_CARET, 0);
+    HTREEITEM item = DrawnItem(draw);
     const TreeNode* node = (const TreeNode*)draw->nmcd.lItemlParam;
-    if (item && item == selected && GetFocus() == tree)
+    if (item && item == SelectedTreeItem() && GetFocus() == V().tree)
         draw->clrText = GetSysColor(COLOR_WINDOW);
     else if (node)
         draw->clrText = SettingColor(node->isFolder ? g_appSettings.MainViewCategory : g_appSettings.MainViewList);
@@ -147,13 +145,11 @@ LRESULT OnItemPostPaint(NMTVCUSTOMDRAW* draw) {
         LoadListIcon(node->icon, node->path.Text(), IsLowDensityScreen());
         node->iconRead = true;
     }
-    HWND tree = V().tree;
     HDC dc = draw->nmcd.hdc;
-    int scroll = GetScrollPos(tree, SB_HORZ);
+    int scroll = GetScrollPos(V().tree, SB_HORZ);
     RECT item = draw->nmcd.rc;
     if (node->level < 0) {
-        HTREEITEM selected = (HTREEITEM)SendMessageW(tree, TVM_GETNEXTITEM, TVGN_CARET, 0);
-        DrawRootItem(dc, item, selected && NodeOf(selected) == node, scroll);
+        DrawRootItem(dc, item, DrawnItem(draw) == SelectedTreeItem(), scroll);
     } else if (node->isFolder) {
         DrawImage(g_categoryImage, dc, item.left + ScaleX(19) - scroll, IconTop(item, g_categoryImage));
     } else {
@@ -203,10 +199,11 @@ TreeNode* NodeOf(HTREEITEM item) {
     return (TreeNode*)data.lParam;
 }
 
-TreeNode* SelectedNode() {
-    if (!V().tree) return nullptr;
-    return NodeOf((HTREEITEM)SendMessageW(V().tree, TVM_GETNEXTITEM, TVGN_CARET, 0));
+HTREEITEM SelectedTreeItem() {
+    return V().tree ? (HTREEITEM)SendMessageW(V().tree, TVM_GETNEXTITEM, TVGN_CARET, 0) : nullptr;
 }
+
+TreeNode* SelectedNode() { return NodeOf(SelectedTreeItem()); }
 
 void MakeTreeFonts() {
     MainViewState& v = V();
@@ -293,8 +290,7 @@ void OpenSelectedItem(HWND mainWindow) {
         node->iconRead = false;
         InvalidateRect(v.tree, nullptr, TRUE);
     } else if (node && v.ToggleOnOpen) {
-        HTREEITEM selected = (HTREEITEM)SendMessageW(v.tree, TVM_GETNEXTITEM, TVGN_CARET, 0);
-        SendMessageW(v.tree, TVM_EXPAND, TVE_TOGGLE, (LPARAM)selected);
+        SendMessageW(v.tree, TVM_EXPAND, TVE_TOGGLE, (LPARAM)SelectedTreeItem());
         v.ToggleOnOpen = 0;
     }
     v.RenameArmed = 0;
@@ -347,7 +343,7 @@ void OnTreeContextMenu(HWND mainWindow, int x, int y) {
     HTREEITEM item = nullptr;
     if (x == -1 && y == -1) {
         // From the keyboard: the selected item, under its label.
-        item = (HTREEITEM)SendMessageW(tree, TVM_GETNEXTITEM, TVGN_CARET, 0);
+        item = SelectedTreeItem();
         RECT rect = {};
         if (item && TreeView_GetItemRect(tree, item, &rect, TRUE)) {
             point = {rect.left, rect.bottom};

@@ -57,8 +57,9 @@ HTREEITEM InsertTreeNode(const wchar_t* label, HTREEITEM parent, BYTE isFolder, 
 // Opens the selected list, or (with ToggleOnOpen) expands or collapses the
 // selected category.
 void OpenSelectedItem(HWND mainWindow);
-// The node of `item` (NULL for none), and of the selected item.
+// The node of `item` (NULL for none); the selected item and its node.
 TreeNode* NodeOf(HTREEITEM item);
+HTREEITEM SelectedTreeItem();
 TreeNode* SelectedNode();
 // Starts the timer that gives the focus back to the tree.
 void ReturnFocusToTree();

@@ -108,8 +108,7 @@ LRESULT OnEndLabelEdit(HWND mainWindow, const NMTVDISPINFOW* info) {
     GetWindowTextW(v.editControl, v.newLabel, 251);
     RemoveWindowSubclass(v.editControl, LabelEditProc, 0);
     v.editControl = nullptr;
-    HTREEITEM item = v.RenamePending ? v.pendingItem
-                                     : (HTREEITEM)SendMessageW(v.tree, TVM_GETNEXTITEM, TVGN_CARET, 0);
+    HTREEITEM item = v.RenamePending ? v.pendingItem : SelectedTreeItem();
     v.RenamePending = 0;
     TreeNode* node = NodeOf(item);
     bool cancelled = info && !info->item.pszText;
