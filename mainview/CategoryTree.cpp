@@ -9,7 +9,6 @@
 #include "listwindow/ListWindow.h"
 #include "mainview/MainViewImages.h"
 #include "platform/ScreenScale.h"
-#include "settings/AppSettings.h"
 #include "settings/ListLook.h"
 
 MainViewState g_mainView;
@@ -100,10 +99,6 @@ int IconTop(const RECT& item, const PlanarImage& image) {
     return fontHeight > image.height ? item.top + (fontHeight - image.height + 1) / 2 : item.top;
 }
 
-COLORREF SettingColor(const CNumericSetting& setting) {
-    return IsDefaultColor(setting.value) ? GetSysColor(COLOR_WINDOWTEXT) : (COLORREF)setting.value;
-}
-
 // The item a custom-draw notification is about.
 HTREEITEM DrawnItem(const NMTVCUSTOMDRAW* draw) { return (HTREEITEM)draw->nmcd.dwItemSpec; }
 
@@ -113,7 +108,7 @@ LRESULT OnItemPrePaint(NMTVCUSTOMDRAW* draw) {
     if (item && item == SelectedTreeItem() && GetFocus() == V().tree)
         draw->clrText = GetSysColor(COLOR_WINDOW);
     else if (node)
-        draw->clrText = SettingColor(node->isFolder ? g_appSettings.MainViewCategory : g_appSettings.MainViewList);
+        draw->clrText = node->isFolder ? CategoryTextColor() : ListNameTextColor();
     return 112;
 }
 
