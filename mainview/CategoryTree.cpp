@@ -112,8 +112,14 @@ LRESULT OnItemPrePaint(NMTVCUSTOMDRAW* draw) {
     return 112;
 }
 
+// A resource image of the tree, decoded when first painted and kept until the
+// main window goes (another density's window decodes its own).
+const PlanarImage& DecodedOnce(PlanarImage& image, UINT id) {
+    if (!image.IsDrawable()) LoadTgaResource(image, hImageModule, id);
+    return image;
+}
+
 void DrawRootItem(HDC dc, const RECT& item, bool selected, int scroll) {
-    g_scratchImage.Release();
     FillRect(dc, &item, (HBRUSH)GetStockObject(WHITE_BRUSH));
     SelectedObject font(dc, V().regularFont);
     RECT text = {item.left + ScaleX(18) - scroll, item.top, 0, item.bottom};
@@ -129,8 +135,8 @@ void DrawRootItem(HDC dc, const RECT& item, bool selected, int scroll) {
     } else {
         DrawTextW(dc, kRootText, -1, &text, DT_SINGLELINE);
     }
-    LoadTgaResource(g_scratchImage, hImageModule, IDT_ROOT);
-    DrawImage(g_scratchImage, dc, item.left + ScaleX(1) - scroll, IconTop(item, g_scratchImage));
+    const PlanarImage& root = DecodedOnce(g_rootImage, IDT_ROOT);
+    DrawImage(root, dc, item.left + ScaleX(1) - scroll, IconTop(item, root));
 }
 
 LRESULT OnItemPostPaint(NMTVCUSTOMDRAW* draw) {
@@ -148,14 +154,10 @@ LRESULT OnItemPostPaint(NMTVCUSTOMDRAW* draw) {
     } else if (node->isFolder) {
         DrawImage(g_categoryImage, dc, item.left + ScaleX(19) - scroll, IconTop(item, g_categoryImage));
     } else {
-        const PlanarImage* icon = &node->icon;
-        if (!icon->IsDrawable()) {
-            // Decoded once, when the first list without an icon is painted.
-            if (!g_defaultListImage.IsDrawable()) LoadTgaResource(g_defaultListImage, hImageModule, IDT_DEFAULT_LIST);
-            icon = &g_defaultListImage;
-        }
+        const PlanarImage& icon =
+            node->icon.IsDrawable() ? node->icon : DecodedOnce(g_defaultListImage, IDT_DEFAULT_LIST);
         int x = ScaleX(18) * node->level + item.left + ScaleX(19) - scroll;
-        DrawImage(*icon, dc, x, IconTop(item, *icon));
+        DrawImage(icon, dc, x, IconTop(item, icon));
     }
     return 32;
 }
@@ -368,6 +370,8 @@ void OnTreeTimer(HWND mainWindow, UINT_PTR id) {
 
 void DestroyTree() {
     MainViewState& v = V();
+    g_defaultListImage.Release();
+    g_rootImage.Release();
     if (v.tree) DestroyWindow(v.tree);  // its items' nodes go with TVN_DELETEITEM
     v.tree = nullptr;
     if (v.imageList) ImageList_Destroy(v.imageList);

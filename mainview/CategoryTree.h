@@ -70,7 +70,8 @@ void OnMainPaint(HWND mainWindow);
 LRESULT OnTreeNotify(HWND mainWindow, NMHDR* header);
 void OnTreeContextMenu(HWND mainWindow, int x, int y);
 void OnTreeTimer(HWND mainWindow, UINT_PTR id);
-// Releases the tree, its image list and the fonts (main window's WM_DESTROY).
+// Releases the tree, its image list, the images decoded for its rows and the
+// fonts (main window's WM_DESTROY).
 void DestroyTree();
 
 // ---- TreeRename.cpp --------------------------------------------------------
