@@ -307,15 +307,7 @@ void OnTreeSize(HWND mainWindow) {
     UpdateWindow(mainWindow);
 }
 
-void OnMainPaint(HWND mainWindow) {
-    PAINTSTRUCT ps;
-    HDC dc = BeginPaint(mainWindow, &ps);
-    RECT client;
-    GetClientRect(mainWindow, &client);
-    BrushHandle white(CreateSolidBrush(RGB(255, 255, 255)));
-    FillRect(dc, &client, white);
-    EndPaint(mainWindow, &ps);
-}
+void OnMainPaint(HWND mainWindow) { WhitePaint paint(mainWindow); }
 
 LRESULT OnTreeNotify(HWND mainWindow, NMHDR* header) {
     if (!header || header->hwndFrom != V().tree) return 0;
