@@ -61,11 +61,8 @@ BOOL CColorsSettingsWindow::OnDrawItem(HWND, const DRAWITEMSTRUCT* item) {
     InflateRect(&swatch, -ScaleX(2), -ScaleY(2));
     picker::Fill(dc, whole, RGB(255, 255, 255));
     picker::Fill(dc, frame, RGB(0, 0, 0));
-    if (item->itemState & ODS_FOCUS) {
-        // The focused swatch stands in a thicker black frame.
-        picker::Fill(dc, whole, RGB(0, 0, 0));
-        focusedId = (int)item->CtlID;
-    }
+    // The focused swatch stands in a thicker black frame.
+    if (item->itemState & ODS_FOCUS) picker::Fill(dc, whole, RGB(0, 0, 0));
     DWORD color = (g_appSettings.*(row->setting)).value;
     if (!IsDefaultColor(color)) {
         picker::Fill(dc, swatch, color);
