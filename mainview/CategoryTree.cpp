@@ -43,21 +43,28 @@ void TitleOf(const wchar_t* name, wchar_t* title, size_t capacity) {
     title[n] = 0;
 }
 
-void InsertRoot() {
+// A new node of `level` as an item under `parent`, `after` its place; the
+// item owns the node from then on (TVN_DELETEITEM frees it).
+HTREEITEM InsertNode(const wchar_t* label, HTREEITEM parent, HTREEITEM after, BYTE isFolder, int level,
+                     const wchar_t* path) {
     auto* node = new TreeNode();
-    node->isFolder = 1;
-    node->level = -1;
-    node->path.Assign(L"");
-    node->label.Assign(L"");
+    node->isFolder = isFolder;
+    node->level = level;
+    node->path.Assign(path);
+    node->label.Assign(label);
     TVINSERTSTRUCTW insert = {};
-    insert.hParent = TVI_ROOT;
-    insert.hInsertAfter = TVI_FIRST;
+    insert.hParent = parent;
+    insert.hInsertAfter = after;
     insert.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_PARAM | TVIF_SELECTEDIMAGE;
-    insert.item.pszText = (LPWSTR)L"";
+    insert.item.pszText = (LPWSTR)node->label.Text();
     insert.item.iImage = insert.item.iSelectedImage = kNoTreeImage;
     insert.item.lParam = (LPARAM)node;
-    if (!SendMessageW(V().tree, TVM_INSERTITEMW, 0, (LPARAM)&insert)) delete node;
+    HTREEITEM item = (HTREEITEM)SendMessageW(V().tree, TVM_INSERTITEMW, 0, (LPARAM)&insert);
+    if (!item) delete node;
+    return item;
 }
+
+void InsertRoot() { InsertNode(L"", TVI_ROOT, TVI_FIRST, 1, -1, L""); }
 
 bool IsDotEntry(const wchar_t* name) {
     return name[0] == L'.' && (name[1] == 0 || (name[1] == L'.' && name[2] == 0));
@@ -251,26 +258,10 @@ void FillTree() {
 }
 
 HTREEITEM InsertTreeNode(const wchar_t* label, HTREEITEM parent, BYTE isFolder, const wchar_t* path) {
-    auto* node = new TreeNode();
-    node->isFolder = isFolder;
-    node->level = parent ? 1 : 0;
-    node->path.Assign(path);
-    node->label.Assign(label);
     // A list's icon is read when its row is first painted: a big lists
     // folder then shows at once, with the same picture.
-    TVINSERTSTRUCTW insert = {};
-    insert.hParent = parent ? parent : TVI_ROOT;
-    insert.hInsertAfter = TVI_SORT;
-    insert.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_PARAM | TVIF_SELECTEDIMAGE;
-    insert.item.pszText = (LPWSTR)node->label.Text();
-    insert.item.iImage = insert.item.iSelectedImage = kNoTreeImage;
-    insert.item.lParam = (LPARAM)node;
-    HTREEITEM item = (HTREEITEM)SendMessageW(V().tree, TVM_INSERTITEMW, 0, (LPARAM)&insert);
-    if (!item) {
-        delete node;
-        return nullptr;
-    }
-    if (parent) SendMessageW(V().tree, TVM_EXPAND, TVE_EXPAND, (LPARAM)parent);
+    HTREEITEM item = InsertNode(label, parent ? parent : TVI_ROOT, TVI_SORT, isFolder, parent ? 1 : 0, path);
+    if (item && parent) SendMessageW(V().tree, TVM_EXPAND, TVE_EXPAND, (LPARAM)parent);
     return item;
 }
 
