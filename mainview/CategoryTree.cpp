@@ -310,7 +310,7 @@ LRESULT OnTreeNotify(HWND mainWindow, NMHDR* header) {
     case NM_CLICK: OnClick(mainWindow); return 0;
     case TVN_SELCHANGEDW: V().lastSelected = ((NMTREEVIEWW*)header)->itemNew.hItem; return 0;
     case TVN_DELETEITEMW: delete (TreeNode*)((NMTREEVIEWW*)header)->itemOld.lParam; return 0;
-    case TVN_BEGINLABELEDITW: return OnBeginLabelEdit(mainWindow);
+    case TVN_BEGINLABELEDITW: return OnBeginLabelEdit();
     case TVN_ENDLABELEDITW: return OnEndLabelEdit(mainWindow, (const NMTVDISPINFOW*)header);
     }
     return 0;

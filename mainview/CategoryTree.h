@@ -81,7 +81,7 @@ void DestroyTree();
 void RenamedPath(const wchar_t* oldPath, const wchar_t* newText, bool isFolder, TextBuffer& out);
 // Starts editing the label of `item` for a rename command.
 void StartRename(HTREEITEM item);
-LRESULT OnBeginLabelEdit(HWND mainWindow);
+LRESULT OnBeginLabelEdit();
 LRESULT OnEndLabelEdit(HWND mainWindow, const NMTVDISPINFOW* info);
 
 // ---- MainCommands.cpp ------------------------------------------------------
