@@ -9,7 +9,6 @@
 #include "listwindow/ListWindow.h"
 #include "mainview/MainViewImages.h"
 #include "platform/ScreenScale.h"
-#include "settings/AppSettings.h"
 #include "settings/ListLook.h"
 
 MainViewState g_mainView;
@@ -44,44 +43,62 @@ void TitleOf(const wchar_t* name, wchar_t* title, size_t capacity) {
     title[n] = 0;
 }
 
-void InsertRoot() {
+// A new node of `level` as an item under `parent`, `after` its place; the
+// item owns the node from then on (TVN_DELETEITEM frees it).
+HTREEITEM InsertNode(const wchar_t* label, HTREEITEM parent, HTREEITEM after, BYTE isFolder, int level,
+                     const wchar_t* path) {
     auto* node = new TreeNode();
-    node->isFolder = 1;
-    node->level = -1;
-    node->path.Assign(L"");
-    node->label.Assign(L"");
+    node->isFolder = isFolder;
+    node->level = level;
+    node->path.Assign(path);
+    node->label.Assign(label);
     TVINSERTSTRUCTW insert = {};
-    insert.hParent = TVI_ROOT;
-    insert.hInsertAfter = TVI_FIRST;
+    insert.hParent = parent;
+    insert.hInsertAfter = after;
     insert.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_PARAM | TVIF_SELECTEDIMAGE;
-    insert.item.pszText = (LPWSTR)L"";
+    insert.item.pszText = (LPWSTR)node->label.Text();
     insert.item.iImage = insert.item.iSelectedImage = kNoTreeImage;
     insert.item.lParam = (LPARAM)node;
-    if (!SendMessageW(V().tree, TVM_INSERTITEMW, 0, (LPARAM)&insert)) delete node;
+    HTREEITEM item = (HTREEITEM)SendMessageW(V().tree, TVM_INSERTITEMW, 0, (LPARAM)&insert);
+    if (!item) delete node;
+    return item;
 }
 
-// The lists directly in `folder` (a path with its trailing "\") under `parent`.
-void AddListsOf(const wchar_t* folder, HTREEITEM parent) {
+void InsertRoot() { InsertNode(L"", TVI_ROOT, TVI_FIRST, 1, -1, L""); }
+
+bool IsDotEntry(const wchar_t* name) {
+    return name[0] == L'.' && (name[1] == 0 || (name[1] == L'.' && name[2] == 0));
+}
+
+// The entries of `folder` (a path with its trailing "\"). In the lists folder
+// (`topLevel`) each sub-folder becomes a category, filled in turn; in a
+// category only its lists count, sub-folders are not shown: categories are
+// one level deep. Lists go under `parent`.
+void AddFolder(const wchar_t* folder, bool topLevel, HTREEITEM parent) {
     wchar_t pattern[MAX_PATH * 2];
-    _snwprintf(pattern, MAX_PATH * 2 - 1, L"%s\\*.*", folder);
+    _snwprintf(pattern, MAX_PATH * 2 - 1, L"%s*.*", folder);
     pattern[MAX_PATH * 2 - 1] = 0;
     WIN32_FIND_DATAW found;
     FindHandle search(FindFirstFileW(pattern, &found));
     if (!search) return;
     do {
-        if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) continue;  // categories are one level deep
-        if (!IsListEntry(found.cFileName)) continue;
+        const bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        if (isFolder ? !topLevel || IsDotEntry(found.cFileName) : !IsListEntry(found.cFileName)) continue;
         wchar_t title[MAX_PATH], path[MAX_PATH * 2];
         TitleOf(found.cFileName, title, MAX_PATH);
-        _snwprintf(path, MAX_PATH * 2 - 1, L"%s\\%s", folder, found.cFileName);
+        _snwprintf(path, MAX_PATH * 2 - 1, L"%s%s", folder, found.cFileName);
         path[MAX_PATH * 2 - 1] = 0;
-        InsertTreeNode(title, parent, 0, path);
-        ++V().listCount;
+        if (isFolder) {
+            HTREEITEM category = InsertTreeNode(title, nullptr, 1, path);
+            wchar_t categoryFolder[MAX_PATH * 2];
+            _snwprintf(categoryFolder, MAX_PATH * 2 - 1, L"%s\\", path);
+            categoryFolder[MAX_PATH * 2 - 1] = 0;
+            AddFolder(categoryFolder, false, category);
+        } else {
+            InsertTreeNode(title, parent, 0, path);
+            ++V().listCount;
+        }
     } while (FindNextFileW(search, &found));
-}
-
-bool IsDotEntry(const wchar_t* name) {
-    return name[0] == L'.' && (name[1] == 0 || (name[1] == L'.' && name[2] == 0));
 }
 
 int IconTop(const RECT& item, const PlanarImage& image) {
@@ -89,27 +106,27 @@ int IconTop(const RECT& item, const PlanarImage& image) {
     return fontHeight > image.height ? item.top + (fontHeight - image.height + 1) / 2 : item.top;
 }
 
-COLORREF SettingColor(const CNumericSetting& setting) {
-    return IsDefaultColor(setting.value) ? GetSysColor(COLOR_WINDOWTEXT) : (COLORREF)setting.value;
-}
+// The item a custom-draw notification is about.
+HTREEITEM DrawnItem(const NMTVCUSTOMDRAW* draw) { return (HTREEITEM)draw->nmcd.dwItemSpec; }
 
 LRESULT OnItemPrePaint(NMTVCUSTOMDRAW* draw) {
-    HWND tree = V().tree;
-    TVHITTESTINFO hit = {};
-    hit.pt.x = draw->nmcd.rc.left + 1;
-    hit.pt.y = draw->nmcd.rc.top + 1;
-    HTREEITEM item = (HTREEITEM)SendMessageW(tree, TVM_HITTEST, 0, (LPARAM)&hit);
-    HTREEITEM selected = (HTREEITEM)SendMessageW(tree, TVM_GETNEXTITEM, TVGN_CARET, 0);
+    HTREEITEM item = DrawnItem(draw);
     const TreeNode* node = (const TreeNode*)draw->nmcd.lItemlParam;
-    if (item && item == selected && GetFocus() == tree)
+    if (item && item == SelectedTreeItem() && GetFocus() == V().tree)
         draw->clrText = GetSysColor(COLOR_WINDOW);
     else if (node)
-        draw->clrText = SettingColor(node->isFolder ? g_appSettings.MainViewCategory : g_appSettings.MainViewList);
+        draw->clrText = node->isFolder ? CategoryTextColor() : ListNameTextColor();
     return 112;
 }
 
+// A resource image of the tree, decoded when first painted and kept until the
+// main window goes (another density's window decodes its own).
+const PlanarImage& DecodedOnce(PlanarImage& image, UINT id) {
+    if (!image.IsDrawable()) LoadTgaResource(image, hImageModule, id);
+    return image;
+}
+
 void DrawRootItem(HDC dc, const RECT& item, bool selected, int scroll) {
-    g_scratchImage.Release();
     FillRect(dc, &item, (HBRUSH)GetStockObject(WHITE_BRUSH));
     SelectedObject font(dc, V().regularFont);
     RECT text = {item.left + ScaleX(18) - scroll, item.top, 0, item.bottom};
@@ -125,8 +142,8 @@ void DrawRootItem(HDC dc, const RECT& item, bool selected, int scroll) {
     } else {
         DrawTextW(dc, kRootText, -1, &text, DT_SINGLELINE);
     }
-    LoadTgaResource(g_scratchImage, hImageModule, IDT_ROOT);
-    DrawImage(g_scratchImage, dc, item.left + ScaleX(1) - scroll, IconTop(item, g_scratchImage));
+    const PlanarImage& root = DecodedOnce(g_rootImage, IDT_ROOT);
+    DrawImage(root, dc, item.left + ScaleX(1) - scroll, IconTop(item, root));
 }
 
 LRESULT OnItemPostPaint(NMTVCUSTOMDRAW* draw) {
@@ -136,24 +153,18 @@ LRESULT OnItemPostPaint(NMTVCUSTOMDRAW* draw) {
         LoadListIcon(node->icon, node->path.Text(), IsLowDensityScreen());
         node->iconRead = true;
     }
-    HWND tree = V().tree;
     HDC dc = draw->nmcd.hdc;
-    int scroll = GetScrollPos(tree, SB_HORZ);
+    int scroll = GetScrollPos(V().tree, SB_HORZ);
     RECT item = draw->nmcd.rc;
     if (node->level < 0) {
-        HTREEITEM selected = (HTREEITEM)SendMessageW(tree, TVM_GETNEXTITEM, TVGN_CARET, 0);
-        DrawRootItem(dc, item, selected && NodeOf(selected) == node, scroll);
+        DrawRootItem(dc, item, DrawnItem(draw) == SelectedTreeItem(), scroll);
     } else if (node->isFolder) {
         DrawImage(g_categoryImage, dc, item.left + ScaleX(19) - scroll, IconTop(item, g_categoryImage));
     } else {
-        const PlanarImage* icon = &node->icon;
-        if (!icon->IsDrawable()) {
-            // Decoded once, when the first list without an icon is painted.
-            if (!g_defaultListImage.IsDrawable()) LoadTgaResource(g_defaultListImage, hImageModule, IDT_DEFAULT_LIST);
-            icon = &g_defaultListImage;
-        }
+        const PlanarImage& icon =
+            node->icon.IsDrawable() ? node->icon : DecodedOnce(g_defaultListImage, IDT_DEFAULT_LIST);
         int x = ScaleX(18) * node->level + item.left + ScaleX(19) - scroll;
-        DrawImage(*icon, dc, x, IconTop(item, *icon));
+        DrawImage(icon, dc, x, IconTop(item, icon));
     }
     return 32;
 }
@@ -192,10 +203,11 @@ TreeNode* NodeOf(HTREEITEM item) {
     return (TreeNode*)data.lParam;
 }
 
-TreeNode* SelectedNode() {
-    if (!V().tree) return nullptr;
-    return NodeOf((HTREEITEM)SendMessageW(V().tree, TVM_GETNEXTITEM, TVGN_CARET, 0));
+HTREEITEM SelectedTreeItem() {
+    return V().tree ? (HTREEITEM)SendMessageW(V().tree, TVM_GETNEXTITEM, TVGN_CARET, 0) : nullptr;
 }
+
+TreeNode* SelectedNode() { return NodeOf(SelectedTreeItem()); }
 
 void MakeTreeFonts() {
     MainViewState& v = V();
@@ -240,55 +252,16 @@ void FillTree() {
     v.listCount = 0;
     v.lastSelected = nullptr;
     InsertRoot();
-
-    wchar_t pattern[MAX_PATH * 2];
-    _snwprintf(pattern, MAX_PATH * 2 - 1, L"%s*.*", v.listsFolder);
-    pattern[MAX_PATH * 2 - 1] = 0;
-    WIN32_FIND_DATAW found;
-    FindHandle search(FindFirstFileW(pattern, &found));
-    if (search) {
-        HTREEITEM parent = nullptr;
-        do {
-            if (IsDotEntry(found.cFileName)) continue;
-            wchar_t title[MAX_PATH], path[MAX_PATH * 2];
-            TitleOf(found.cFileName, title, MAX_PATH);
-            _snwprintf(path, MAX_PATH * 2 - 1, L"%s%s", v.listsFolder, found.cFileName);
-            path[MAX_PATH * 2 - 1] = 0;
-            if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
-                parent = InsertTreeNode(title, nullptr, 1, path);
-                AddListsOf(path, parent);
-            } else if (IsListEntry(found.cFileName)) {
-                InsertTreeNode(title, nullptr, 0, path);
-                ++v.listCount;
-                parent = nullptr;
-            }
-        } while (FindNextFileW(search, &found));
-    }
+    AddFolder(v.listsFolder, true, nullptr);
     SendMessageW(v.tree, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(v.tree, nullptr, TRUE);
 }
 
 HTREEITEM InsertTreeNode(const wchar_t* label, HTREEITEM parent, BYTE isFolder, const wchar_t* path) {
-    auto* node = new TreeNode();
-    node->isFolder = isFolder;
-    node->level = parent ? 1 : 0;
-    node->path.Assign(path);
-    node->label.Assign(label);
     // A list's icon is read when its row is first painted: a big lists
     // folder then shows at once, with the same picture.
-    TVINSERTSTRUCTW insert = {};
-    insert.hParent = parent ? parent : TVI_ROOT;
-    insert.hInsertAfter = TVI_SORT;
-    insert.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_PARAM | TVIF_SELECTEDIMAGE;
-    insert.item.pszText = (LPWSTR)node->label.Text();
-    insert.item.iImage = insert.item.iSelectedImage = kNoTreeImage;
-    insert.item.lParam = (LPARAM)node;
-    HTREEITEM item = (HTREEITEM)SendMessageW(V().tree, TVM_INSERTITEMW, 0, (LPARAM)&insert);
-    if (!item) {
-        delete node;
-        return nullptr;
-    }
-    if (parent) SendMessageW(V().tree, TVM_EXPAND, TVE_EXPAND, (LPARAM)parent);
+    HTREEITEM item = InsertNode(label, parent ? parent : TVI_ROOT, TVI_SORT, isFolder, parent ? 1 : 0, path);
+    if (item && parent) SendMessageW(V().tree, TVM_EXPAND, TVE_EXPAND, (LPARAM)parent);
     return item;
 }
 
@@ -305,8 +278,7 @@ void OpenSelectedItem(HWND mainWindow) {
         node->iconRead = false;
         InvalidateRect(v.tree, nullptr, TRUE);
     } else if (node && v.ToggleOnOpen) {
-        HTREEITEM selected = (HTREEITEM)SendMessageW(v.tree, TVM_GETNEXTITEM, TVGN_CARET, 0);
-        SendMessageW(v.tree, TVM_EXPAND, TVE_TOGGLE, (LPARAM)selected);
+        SendMessageW(v.tree, TVM_EXPAND, TVE_TOGGLE, (LPARAM)SelectedTreeItem());
         v.ToggleOnOpen = 0;
     }
     v.RenameArmed = 0;
@@ -326,15 +298,7 @@ void OnTreeSize(HWND mainWindow) {
     UpdateWindow(mainWindow);
 }
 
-void OnMainPaint(HWND mainWindow) {
-    PAINTSTRUCT ps;
-    HDC dc = BeginPaint(mainWindow, &ps);
-    RECT client;
-    GetClientRect(mainWindow, &client);
-    BrushHandle white(CreateSolidBrush(RGB(255, 255, 255)));
-    FillRect(dc, &client, white);
-    EndPaint(mainWindow, &ps);
-}
+void OnMainPaint(HWND mainWindow) { WhitePaint paint(mainWindow); }
 
 LRESULT OnTreeNotify(HWND mainWindow, NMHDR* header) {
     if (!header || header->hwndFrom != V().tree) return 0;
@@ -346,7 +310,7 @@ LRESULT OnTreeNotify(HWND mainWindow, NMHDR* header) {
     case NM_CLICK: OnClick(mainWindow); return 0;
     case TVN_SELCHANGEDW: V().lastSelected = ((NMTREEVIEWW*)header)->itemNew.hItem; return 0;
     case TVN_DELETEITEMW: delete (TreeNode*)((NMTREEVIEWW*)header)->itemOld.lParam; return 0;
-    case TVN_BEGINLABELEDITW: return OnBeginLabelEdit(mainWindow);
+    case TVN_BEGINLABELEDITW: return OnBeginLabelEdit();
     case TVN_ENDLABELEDITW: return OnEndLabelEdit(mainWindow, (const NMTVDISPINFOW*)header);
     }
     return 0;
@@ -359,7 +323,7 @@ void OnTreeContextMenu(HWND mainWindow, int x, int y) {
     HTREEITEM item = nullptr;
     if (x == -1 && y == -1) {
         // From the keyboard: the selected item, under its label.
-        item = (HTREEITEM)SendMessageW(tree, TVM_GETNEXTITEM, TVGN_CARET, 0);
+        item = SelectedTreeItem();
         RECT rect = {};
         if (item && TreeView_GetItemRect(tree, item, &rect, TRUE)) {
             point = {rect.left, rect.bottom};
@@ -389,6 +353,8 @@ void OnTreeTimer(HWND mainWindow, UINT_PTR id) {
 
 void DestroyTree() {
     MainViewState& v = V();
+    g_defaultListImage.Release();
+    g_rootImage.Release();
     if (v.tree) DestroyWindow(v.tree);  // its items' nodes go with TVN_DELETEITEM
     v.tree = nullptr;
     if (v.imageList) ImageList_Destroy(v.imageList);

@@ -57,8 +57,9 @@ HTREEITEM InsertTreeNode(const wchar_t* label, HTREEITEM parent, BYTE isFolder, 
 // Opens the selected list, or (with ToggleOnOpen) expands or collapses the
 // selected category.
 void OpenSelectedItem(HWND mainWindow);
-// The node of `item` (NULL for none), and of the selected item.
+// The node of `item` (NULL for none); the selected item and its node.
 TreeNode* NodeOf(HTREEITEM item);
+HTREEITEM SelectedTreeItem();
 TreeNode* SelectedNode();
 // Starts the timer that gives the focus back to the tree.
 void ReturnFocusToTree();
@@ -69,7 +70,8 @@ void OnMainPaint(HWND mainWindow);
 LRESULT OnTreeNotify(HWND mainWindow, NMHDR* header);
 void OnTreeContextMenu(HWND mainWindow, int x, int y);
 void OnTreeTimer(HWND mainWindow, UINT_PTR id);
-// Releases the tree, its image list and the fonts (main window's WM_DESTROY).
+// Releases the tree, its image list, the images decoded for its rows and the
+// fonts (main window's WM_DESTROY).
 void DestroyTree();
 
 // ---- TreeRename.cpp --------------------------------------------------------
@@ -79,7 +81,7 @@ void DestroyTree();
 void RenamedPath(const wchar_t* oldPath, const wchar_t* newText, bool isFolder, TextBuffer& out);
 // Starts editing the label of `item` for a rename command.
 void StartRename(HTREEITEM item);
-LRESULT OnBeginLabelEdit(HWND mainWindow);
+LRESULT OnBeginLabelEdit();
 LRESULT OnEndLabelEdit(HWND mainWindow, const NMTVDISPINFOW* info);
 
 // ---- MainCommands.cpp ------------------------------------------------------

@@ -30,8 +30,6 @@ int g_newCategoryCounter = 1;
 // would keep the loop going for ever.
 constexpr int kNewCategoryTries = 1000;
 
-HTREEITEM SelectedItem() { return (HTREEITEM)SendMessageW(V().tree, TVM_GETNEXTITEM, TVGN_CARET, 0); }
-
 HTREEITEM ParentOf(HTREEITEM item) {
     return (HTREEITEM)SendMessageW(V().tree, TVM_GETNEXTITEM, TVGN_PARENT, (LPARAM)item);
 }
@@ -61,7 +59,7 @@ bool IsListOrBackupName(const wchar_t* name) {
 
 void NewList(HWND mainWindow) {
     MainViewState& v = V();
-    HTREEITEM item = SelectedItem();
+    HTREEITEM item = SelectedTreeItem();
     TreeNode* node = NodeOf(item);
     if (!node) {
         ResMessageBox(mainWindow, IDS_NO_SELECTION, IDS_ERROR_CAPTION, MB_ICONEXCLAMATION);
@@ -143,7 +141,7 @@ void DeleteList(HWND mainWindow, HTREEITEM item, const TreeNode& node) {
 }
 
 void DeleteSelected(HWND mainWindow) {
-    HTREEITEM item = SelectedItem();
+    HTREEITEM item = SelectedTreeItem();
     TreeNode* node = NodeOf(item);
     if (!node) return;
     if (node->isFolder)
@@ -174,7 +172,7 @@ void OpenSettings(HWND mainWindow) {
 }
 
 void ImportIntoCategory(HWND mainWindow) {
-    std::wstring folder = TargetFolder(SelectedItem());
+    std::wstring folder = TargetFolder(SelectedTreeItem());
     if (!importCsv(mainWindow, folder.c_str())) return;
     ResMessageBox(mainWindow, IDS_IMPORT_DONE_TEXT, IDS_IMPORT_DONE_CAPTION, MB_ICONEXCLAMATION);
     FillTree();
@@ -207,7 +205,7 @@ void OnMainCommand(HWND mainWindow, UINT id, UINT code, HWND control) {
     case IDM_DELETE:
     case IDM_DELETE_CTX: DeleteSelected(mainWindow); break;
     case IDM_RENAME:
-    case IDM_RENAME_CTX: StartRename(SelectedItem()); return;
+    case IDM_RENAME_CTX: StartRename(SelectedTreeItem()); return;
     case IDM_SETTINGS: OpenSettings(mainWindow); break;
     case IDM_ABOUT: RunAboutScreen(mainWindow); break;
     case IDM_LISTS_FOLDER: ChooseListsFolder(mainWindow); break;

@@ -2,4 +2,4 @@
 
 PlanarImage g_categoryImage;
 PlanarImage g_defaultListImage;
-PlanarImage g_scratchImage;
+PlanarImage g_rootImage;

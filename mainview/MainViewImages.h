@@ -4,4 +4,4 @@
 
 extern PlanarImage g_categoryImage;     // a category in the tree, loaded at start-up
 extern PlanarImage g_defaultListImage;  // a list without an icon of its own
-extern PlanarImage g_scratchImage;      // the Root item's image while it is drawn
+extern PlanarImage g_rootImage;         // the Root item's icon

@@ -9,7 +9,6 @@
 #include "mainview/CategoryTree.h"
 #include "mainview/AboutScreen.h"
 #include "mainview/CommandLineFile.h"
-#include "mainview/MainViewImages.h"
 #include "platform/MenuBars.h"
 #include "platform/aygshell.h"
 #include "settings/AppSettings.h"
@@ -47,7 +46,6 @@ LRESULT OnCreate(HWND hwnd) {
 LRESULT OnDestroy() {
     if (g_hMainMenuBar) DestroyWindow(g_hMainMenuBar);
     g_hMainMenuBar = nullptr;
-    g_defaultListImage.Release();
     DestroyTree();
     if (hImageModule) FreeLibrary(hImageModule);
     hImageModule = nullptr;

@@ -78,17 +78,16 @@ void StartRename(HTREEITEM item) {
     SendMessageW(v.tree, TVM_EDITLABELW, 0, (LPARAM)item);
 }
 
-LRESULT OnBeginLabelEdit(HWND mainWindow) {
+LRESULT OnBeginLabelEdit() {
     MainViewState& v = V();
-    TreeNode* node = SelectedNode();
-    if (v.RenamePending) node = NodeOf(v.pendingItem);
+    TreeNode* node = v.RenamePending ? NodeOf(v.pendingItem) : SelectedNode();
     if (!v.RenameArmed || !node || node->level < 0) {
         // The first edit the tree starts on its own after an open (a second
         // tap on the opened item) is refused; the next one goes ahead. The
         // Root item is never renamed.
         v.RenameArmed = 1;
         v.RenamePending = 0;
-        SetTimer(mainWindow, kTreeFocusTimer, kTreeFocusTimerMs, nullptr);
+        ReturnFocusToTree();
         return TRUE;  // cancels the edit before it opens
     }
     v.editControl = (HWND)SendMessageW(v.tree, TVM_GETEDITCONTROL, 0, 0);
@@ -108,8 +107,7 @@ LRESULT OnEndLabelEdit(HWND mainWindow, const NMTVDISPINFOW* info) {
     GetWindowTextW(v.editControl, v.newLabel, 251);
     RemoveWindowSubclass(v.editControl, LabelEditProc, 0);
     v.editControl = nullptr;
-    HTREEITEM item = v.RenamePending ? v.pendingItem
-                                     : (HTREEITEM)SendMessageW(v.tree, TVM_GETNEXTITEM, TVGN_CARET, 0);
+    HTREEITEM item = v.RenamePending ? v.pendingItem : SelectedTreeItem();
     v.RenamePending = 0;
     TreeNode* node = NodeOf(item);
     bool cancelled = info && !info->item.pszText;

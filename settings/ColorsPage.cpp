@@ -9,6 +9,7 @@
 #include "platform/ScreenScale.h"
 #include "settings/AppSettings.h"
 #include "settings/ColorPicker.h"
+#include "settings/PickerGdi.h"
 #include "settings/SettingsWindow.h"
 
 namespace {
@@ -32,11 +33,6 @@ const ColorRow* RowOfSwatch(int swatchIndex) {
     for (const ColorRow& row : kColorRows)
         if (row.swatchIndex == swatchIndex) return &row;
     return nullptr;
-}
-
-void Fill(HDC dc, const RECT& r, COLORREF color) {
-    BrushHandle brush(CreateSolidBrush(color));
-    FillRect(dc, &r, brush);
 }
 
 }  // namespace
@@ -63,19 +59,16 @@ BOOL CColorsSettingsWindow::OnDrawItem(HWND, const DRAWITEMSTRUCT* item) {
     InflateRect(&frame, -ScaleX(1), -ScaleY(1));
     RECT swatch = whole;
     InflateRect(&swatch, -ScaleX(2), -ScaleY(2));
-    Fill(dc, whole, RGB(255, 255, 255));
-    Fill(dc, frame, RGB(0, 0, 0));
-    if (item->itemState & ODS_FOCUS) {
-        // The focused swatch stands in a thicker black frame.
-        Fill(dc, whole, RGB(0, 0, 0));
-        focusedId = (int)item->CtlID;
-    }
+    picker::Fill(dc, whole, RGB(255, 255, 255));
+    picker::Fill(dc, frame, RGB(0, 0, 0));
+    // The focused swatch stands in a thicker black frame.
+    if (item->itemState & ODS_FOCUS) picker::Fill(dc, whole, RGB(0, 0, 0));
     DWORD color = (g_appSettings.*(row->setting)).value;
     if (!IsDefaultColor(color)) {
-        Fill(dc, swatch, color);
+        picker::Fill(dc, swatch, color);
         return TRUE;
     }
-    Fill(dc, swatch, RGB(255, 255, 255));
+    picker::Fill(dc, swatch, RGB(255, 255, 255));
     // The list background's word is centred on the whole button, the others
     // on the swatch: a deliberate difference kept from the device.
     RECT textRect = row->swatchIndex == kSwatchListViewBack ? whole : swatch;

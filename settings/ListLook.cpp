@@ -43,3 +43,5 @@ HFONT CreateFormFont(LONG weight) {
 
 COLORREF ListBackColor() { return SettingOr(g_appSettings.ListViewBack, COLOR_WINDOW); }
 COLORREF ListTextColor() { return SettingOr(g_appSettings.ListViewText, COLOR_WINDOWTEXT); }
+COLORREF CategoryTextColor() { return SettingOr(g_appSettings.MainViewCategory, COLOR_WINDOWTEXT); }
+COLORREF ListNameTextColor() { return SettingOr(g_appSettings.MainViewList, COLOR_WINDOWTEXT); }

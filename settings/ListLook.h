@@ -1,5 +1,5 @@
 // How lists look wherever they are shown (list window, item editor, text
-// prompt, and later the tree): the list font and the row colours from the
+// prompt, the main view's tree): the list font and the text colours from the
 // user's settings, with the defaults when a setting is unset.
 #pragma once
 #include <windows.h>
@@ -15,3 +15,8 @@ HFONT CreateFormFont(LONG weight);
 // The rows' background and text: the settings, or the system colours.
 COLORREF ListBackColor();
 COLORREF ListTextColor();
+
+// The tree's texts: a category's and a list's name, the settings or the
+// system's window text colour.
+COLORREF CategoryTextColor();
+COLORREF ListNameTextColor();

@@ -1,5 +1,6 @@
-// Small drawing helpers shared by the colour and icon pickers: an off-screen
-// canvas, a solid fill and the pickers' font.
+// Small drawing helpers shared by the colour and icon pickers (the solid
+// fill also by the Colors page's swatches): an off-screen canvas, a solid
+// fill and the pickers' font.
 #pragma once
 #include <windows.h>
 

@@ -22,13 +22,11 @@ struct SettingsDialogState {
     HINSTANCE resourceModule = nullptr;
     HINSTANCE stringModule = nullptr;
     HINSTANCE pageModule = nullptr;
-    int rowCount = 1;
     HWND pageList = nullptr;
     FontHandle listFont;
     // The shared dialog fonts: every page's controls are set in these.
     FontHandle normalFont;
     FontHandle boldFont;
-    HWND menuBar = nullptr;
     std::unique_ptr<CSettingsWindow> openPage;
 };
 SettingsDialogState g_settingsDialog;
@@ -55,16 +53,16 @@ HFONT CreateDialogFont(const wchar_t* face, int height, LONG weight) {
 
 void ResetTitle(HWND hwnd) { SetWindowTextW(hwnd, ResText(IDS_SETTINGS_TITLE).c_str()); }
 
-void AddPageRow(HWND list, UINT nameId) {
+// Row `row` (from 0) shows its number (from 1) and the page's name.
+void AddPageRow(HWND list, int row, UINT nameId) {
     wchar_t text[300];
-    wsprintfW(text, L"%d  ", g_settingsDialog.rowCount);
+    wsprintfW(text, L"%d  ", row + 1);
     lstrcatW(text, ResText(nameId).substr(0, 250).c_str());
     LVITEMW item = {};
     item.mask = LVIF_TEXT;
-    item.iItem = g_settingsDialog.rowCount - 1;
+    item.iItem = row;
     item.pszText = text;
     SendMessageW(list, LVM_INSERTITEMW, 0, (LPARAM)&item);
-    ++g_settingsDialog.rowCount;
 }
 
 void CreatePageList(HWND hwnd) {
@@ -87,7 +85,8 @@ void CreatePageList(HWND hwnd) {
     column.pszText = const_cast<wchar_t*>(L"List Column");
     column.cx = client.right;
     SendMessageW(list, LVM_INSERTCOLUMNW, 0, (LPARAM)&column);
-    for (UINT nameId : kPageNames) AddPageRow(list, nameId);
+    int row = 0;
+    for (UINT nameId : kPageNames) AddPageRow(list, row++, nameId);
     // The first page is marked, so the action key opens something at once.
     LVITEMW mark = {};
     mark.stateMask = mark.state = LVIS_SELECTED | LVIS_FOCUSED;
@@ -103,7 +102,6 @@ BOOL OnInitDialog(HWND hwnd) {
     g_appSettings.LoadSettings();
     g_settingsDialog.normalFont.Reset(CreateDialogFont(L"Tahoma", ScaleY(12), FW_THIN));
     g_settingsDialog.boldFont.Reset(CreateDialogFont(L"Tahoma", ScaleY(12), FW_BOLD));
-    g_settingsDialog.menuBar = PhoneDialogMenuBar(hwnd);
     CreatePageList(hwnd);
     return FALSE;  // the focus is on the list
 }

@@ -92,7 +92,7 @@ const wchar_t* CSettingsWindow::Text(UINT id) {
 
 void CSettingsWindow::Create(HWND hwnd) {
     SetWindowTextW(hwnd, Text(titleId));
-    menuBar = PhoneDialogMenuBar(hwnd);
+    HWND menuBar = PhoneDialogMenuBar(hwnd);
     int tabs = GetTabCount();
     if (menuBar && tabs >= 1) {
         const wchar_t* menuLabel = Text(IDS_MENU);
@@ -106,11 +106,10 @@ void CSettingsWindow::Create(HWND hwnd) {
             DeleteMenu(popup, 0, MF_BYPOSITION);
         }
     }
-    controlCount = GetControlCount();
-    controls.assign(controlCount, nullptr);
+    controls.assign(GetControlCount(), nullptr);
     CreateControls(hwnd);
     ShowTab(hwnd, SW_SHOW);
-    if (controlCount > 0) {
+    if (!controls.empty()) {
         // Control 0 is a label on both pages (on the Colors page the second
         // row's): the focus goes to the first control on the page that takes it.
         HWND first = controls[0];
@@ -128,7 +127,6 @@ void CSettingsWindow::Destroy() {
         control = nullptr;
     }
     controls.clear();
-    menuBar = nullptr;  // the phone dialog destroys its bar
 }
 
 INT_PTR CALLBACK CSettingsWindow::PageProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
@@ -176,7 +174,7 @@ HWND CSettingsWindow::CreateControl(HWND hwnd, int index, const wchar_t* cls, co
                                    resourceModule, nullptr);
     SendMessageW(control, WM_SETFONT, (WPARAM)normalFont, FALSE);
     if (style & WS_TABSTOP) SetWindowSubclass(control, PadKeysProc, 0, 0);
-    if (index >= 0 && index < controlCount) controls[index] = control;
+    if (index >= 0 && index < (int)controls.size()) controls[index] = control;
     return control;
 }
 
@@ -228,13 +226,13 @@ int CSettingsWindow::AddColorRow(HWND hwnd, int labelIndex, int swatchIndex, int
 }
 
 void CSettingsWindow::ShowControls(int first, int last, int showCommand) {
-    for (int i = first; i <= last && i < controlCount; ++i)
+    for (int i = first; i <= last && i < (int)controls.size(); ++i)
         if (controls[i]) ShowWindow(controls[i], showCommand);
 }
 
 int CSettingsWindow::IndexOf(HWND control) const {
     if (!control) return -1;
-    for (int i = 0; i < controlCount; ++i)
+    for (int i = 0; i < (int)controls.size(); ++i)
         if (controls[i] == control) return i;
     return -1;
 }

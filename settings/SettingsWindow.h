@@ -63,15 +63,12 @@ protected:
     int IndexOf(HWND control) const;  // -1 for none of this page's
     const wchar_t* Text(UINT id);     // string `id` of the string module (one buffer)
 
-    int controlCount = 0;
-    std::vector<HWND> controls;
-    HWND menuBar = nullptr;
+    std::vector<HWND> controls;  // by control index, as many as GetControlCount()
     HFONT normalFont = nullptr;
     HFONT boldFont = nullptr;
     HINSTANCE resourceModule = nullptr;
     HINSTANCE stringModule = nullptr;
     UINT menuSelector = 0;
-    int focusedId = 0;  // Colors page: the swatch that last drew with the focus
     UINT titleId = 0;
 
 private:
